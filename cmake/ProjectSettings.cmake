@@ -1,0 +1,52 @@
+# SPDX-FileCopyrightText: 2026 The CameraPool developers
+# SPDX-License-Identifier: MIT
+
+# Settings that hold for every target of the project.
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_AUTOMOC_PATH_PREFIX OFF)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CAMERAPOOL_PLUGIN_DIR "${CMAKE_BINARY_DIR}/plugins")
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+find_package(Threads REQUIRED)
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core LinguistTools)
+find_package(PkgConfig REQUIRED)
+
+add_library(project_flags INTERFACE)
+target_compile_options(project_flags INTERFACE -Wall -Wextra -Wpedantic)
+if(CAMERAPOOL_WERROR)
+  target_compile_options(project_flags INTERFACE -Werror)
+endif()
+if(CAMERAPOOL_TESTS)
+  target_compile_definitions(project_flags INTERFACE CAMERAPOOL_TESTING)
+endif()
+target_link_options(project_flags INTERFACE "LINKER:--as-needed")
+if(CAMERAPOOL_SANITIZE)
+  foreach(sanitizer IN LISTS CAMERAPOOL_SANITIZE)
+    target_compile_options(project_flags INTERFACE -fsanitize=${sanitizer} -fno-omit-frame-pointer)
+    target_link_options(project_flags INTERFACE -fsanitize=${sanitizer})
+  endforeach()
+  if("undefined" IN_LIST CAMERAPOOL_SANITIZE)
+    target_compile_options(project_flags INTERFACE -fno-sanitize-recover=undefined)
+  endif()
+else()
+  # A class whose moc output is missing then fails to link instead of failing at run time.
+  target_link_options(project_flags INTERFACE "LINKER:--no-undefined")
+endif()
