@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "simulator/cameraconfig.h"
+#include "transports/emulation/emulation_testexport.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Velmo::Emulation::Internal
+{
+
+struct SInterfaceData
+{
+    std::string id;
+    std::string name;
+};
+
+/** What the data describe: interfaces (at least one) and the cameras on them. */
+struct SRackData
+{
+    std::vector<SInterfaceData> interfaces;
+    std::vector<Simulator::SCameraConfig> cameras;
+};
+
+/** Cameras of alternating kinds: 1280x1024 grey, 1920x1200 colour; serial numbers EMU-0001 ... */
+EMULATION_TEST_EXPORT SRackData MakeDefaultData(std::size_t cameras);
+
+/** Throws GenICam::InvalidArgumentException naming the camera and what is wrong with it. */
+EMULATION_TEST_EXPORT void CheckData(const SRackData& data);
+
+} // namespace Velmo::Emulation::Internal

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "simulator/cameraconfig.h"
+#include "transport/infos.h"
+#include "transports/emulation/internal/cameradata.h"
+
+namespace Velmo::Emulation::Internal
+{
+
+CTlInfo MakeTlInfo();
+CInterfaceInfo MakeInterfaceInfo(const SInterfaceData& data);
+/** userDefinedName is the camera's present one, which may differ from the data's. */
+CDeviceInfo MakeDeviceInfo(const Simulator::SCameraConfig& camera, const std::string& userDefinedName);
+
+} // namespace Velmo::Emulation::Internal
