@@ -27,6 +27,8 @@ enum class EDeviceAccess
  * unreachable one a RuntimeException.
  * Threads: Open, Close from one thread at a time; node maps from any; the removal callback comes on a thread of the
  * transport, at most once per Open, never with a lock held, and not after SetRemovalCallback(nullptr) returned.
+ * The callback may itself call Close, SetRemovalCallback and destroy the device; called on another thread while the
+ * callback runs, those may wait for it to return.
  */
 class TRANSPORT_EXPORT IVelmoDevice
 {

@@ -58,9 +58,11 @@ public:
     virtual void EnumerateDevices(DeviceInfoList& list, EDiscoveryScope scope) = 0;
     /** Never null; throws RuntimeException when the record belongs to no device of this transport. Opens nothing. */
     virtual std::unique_ptr<IVelmoDevice> CreateDevice(const CDeviceInfo& info) = 0;
+    /** Null when there is no such interface. Opens nothing. */
     virtual std::unique_ptr<IInterface> CreateInterface(const CInterfaceInfo& info) = 0;
     /** Parameters of the transport layer; null when there are none. */
     virtual GenApi::INodeMap* GetNodeMap() = 0;
+    /** Null when there is none. Asked once for every CTlFactory::CreateTl; what it throws makes that answer null. */
     virtual IGigEExtension* GetGigEExtension() { return nullptr; }
 };
 

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "velmo/grabresult.h"
+
+#include "genapi/exceptions.h"
+
+#include <utility>
+
+namespace Velmo
+{
+
+CGrabResultData::~CGrabResultData() = default;
+
+CGrabResultPtr::CGrabResultPtr(CGrabResultData* pData) : m_pData(pData)
+{
+    if (m_pData != nullptr)
+    {
+        m_pData->m_references.fetch_add(1, std::memory_order_relaxed);
+    }
+}
+
+CGrabResultPtr::CGrabResultPtr(const CGrabResultPtr& other) : CGrabResultPtr(other.m_pData) {}
+
+CGrabResultPtr::CGrabResultPtr(CGrabResultPtr&& other) noexcept : m_pData(std::exchange(other.m_pData, nullptr)) {}
+
+CGrabResultPtr& CGrabResultPtr::operator=(const CGrabResultPtr& other)
+{
+    CGrabResultPtr copy(other);
+    std::swap(m_pData, copy.m_pData);
+    return *this;
+}
+
+CGrabResultPtr& CGrabResultPtr::operator=(CGrabResultPtr&& other) noexcept
+{
+    CGrabResultPtr taken(std::move(other));
+    std::swap(m_pData, taken.m_pData);
+    return *this;
+}
+
+CGrabResultPtr::~CGrabResultPtr()
+{
+    Release();
+}
+
+const CGrabResultData* CGrabResultPtr::operator->() const
+{
+    if (m_pData == nullptr)
+    {
+        GENICAM_THROW(LogicalErrorException, "The grab result pointer refers to no grab result.");
+    }
+    return m_pData;
+}
+
+void CGrabResultPtr::Release() noexcept
+{
+    CGrabResultData* pData = std::exchange(m_pData, nullptr);
+    // The releasing thread's reads must happen before the buffer is filled again.
+    if (pData != nullptr && pData->m_references.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    {
+        pData->Recycle();
+    }
+}
+
+} // namespace Velmo

@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "velmo/internal/transportlayerhandle.h"
+
+#include "velmo/internal/tlhandles.h"
+
+#include <iterator>
+#include <mutex>
+
+namespace Velmo::Internal
+{
+
+namespace
+{
+
+template <class List> int Deliver(List& list, List&& found, bool addToList)
+{
+    if (addToList)
+    {
+        list.insert(list.end(), std::make_move_iterator(found.begin()), std::make_move_iterator(found.end()));
+    }
+    else
+    {
+        list.swap(found);
+    }
+    return static_cast<int>(list.size());
+}
+
+/** Keeps the transport alive as long as one of its interfaces. */
+class CInterfaceHandle final : public IInterface
+{
+public:
+    CInterfaceHandle(std::shared_ptr<Transport::ITransport> transport,
+                     std::unique_ptr<Transport::IInterface> interfaceObject)
+        : m_transport(std::move(transport)), m_interface(std::move(interfaceObject))
+    {
+    }
+    const CInterfaceInfo& GetInterfaceInfo() const override { return m_interface->GetInterfaceInfo(); }
+    void Open() override { m_interface->Open(); }
+    void Close() override { m_interface->Close(); }
+    bool IsOpen() const override { return m_interface->IsOpen(); }
+    GenApi::INodeMap* GetNodeMap() override { return m_interface->GetNodeMap(); }
+
+private:
+    std::shared_ptr<Transport::ITransport> m_transport; // declared first: outlives the interface
+    std::unique_ptr<Transport::IInterface> m_interface;
+};
+
+template <class Base> class CTransportLayerHandle : public Base, public ITransportLayerHandle
+{
+public:
+    explicit CTransportLayerHandle(std::shared_ptr<Transport::ITransport> transport)
+        : m_info(transport->GetTlInfo()), m_transport(std::move(transport))
+    {
+    }
+
+    std::shared_ptr<Transport::ITransport> Detach() override
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return std::move(m_transport);
+    }
+
+    const CTlInfo& GetTlInfo() const override { return m_info; }
+
+    int EnumerateInterfaces(InterfaceInfoList& list, bool addToList) override
+    {
+        InterfaceInfoList found;
+        Get()->EnumerateInterfaces(found);
+        return Deliver(list, std::move(found), addToList);
+    }
+
+    int EnumerateDevices(DeviceInfoList& list, bool addToList) override
+    {
+        DeviceInfoList found;
+        Get()->EnumerateDevices(found, Transport::EDiscoveryScope::Usable);
+        return Deliver(list, std::move(found), addToList);
+    }
+
+    IInterface* CreateInterface(const CInterfaceInfo& info) override
+    {
+        auto transport = Get();
+        auto made = transport->CreateInterface(info);
+        return made == nullptr ? nullptr : new CInterfaceHandle(std::move(transport), std::move(made));
+    }
+
+    void DestroyInterface(IInterface* pInterface) override { delete pInterface; }
+
+    IVelmoDevice* CreateDevice(const CDeviceInfo& info) override
+    {
+        return CTlHandles::GetInstance().CreateDevice(Get(), info);
+    }
+
+    void DestroyDevice(IVelmoDevice* pDevice) override { CTlHandles::GetInstance().DestroyDevice(pDevice); }
+
+    CDeviceInfo CreateDeviceInfo() override
+    {
+        CDeviceInfo info;
+        info.SetDeviceClass(m_info.GetDeviceClass());
+        info.SetTLType(m_info.GetTLType());
+        return info;
+    }
+
+    GenApi::INodeMap* GetNodeMap() override { return Get()->GetNodeMap(); }
+
+protected:
+    std::shared_ptr<Transport::ITransport> Get() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_transport == nullptr)
+        {
+            GENICAM_THROW(RuntimeException, "The transport layer '" + m_info.GetDeviceClass().str() +
+                                                "' is gone: the SDK was terminated.");
+        }
+        return m_transport;
+    }
+
+private:
+    const CTlInfo m_info;
+    mutable std::mutex m_mutex; // guards m_transport; never held while it is called
+    std::shared_ptr<Transport::ITransport> m_transport;
+};
+
+class CGigETransportLayerHandle final : public CTransportLayerHandle<IGigETransportLayer>
+{
+public:
+    using CTransportLayerHandle<IGigETransportLayer>::CTransportLayerHandle;
+
+    int EnumerateAllDevices(DeviceInfoList& list, bool addToList) override
+    {
+        DeviceInfoList found;
+        Get()->EnumerateDevices(found, Transport::EDiscoveryScope::All);
+        return Deliver(list, std::move(found), addToList);
+    }
+
+    bool AnnounceRemoteDevice(const CDeviceInfo& info) override
+    {
+        const auto transport = Get();
+        Transport::IGigEExtension* pExtension = transport->GetGigEExtension();
+        return pExtension != nullptr && pExtension->AnnounceRemoteDevice(info);
+    }
+};
+
+template <class Handle>
+std::unique_ptr<ITransportLayer> Make(std::shared_ptr<Transport::ITransport> transport,
+                                      ITransportLayerHandle*& pDetachable)
+{
+    auto handle = std::make_unique<Handle>(std::move(transport));
+    pDetachable = handle.get();
+    return handle;
+}
+
+} // namespace
+
+std::unique_ptr<ITransportLayer> MakeTransportLayerHandle(std::shared_ptr<Transport::ITransport> transport,
+                                                          ITransportLayerHandle*& pDetachable)
+{
+    if (transport->GetGigEExtension() != nullptr)
+    {
+        return Make<CGigETransportLayerHandle>(std::move(transport), pDetachable);
+    }
+    return Make<CTransportLayerHandle<ITransportLayer>>(std::move(transport), pDetachable);
+}
+
+} // namespace Velmo::Internal
