@@ -10,6 +10,11 @@ IPluginInitializer::IPluginInitializer(QObject* parent) : QObject(parent) {}
 
 IPluginInitializer::~IPluginInitializer() = default;
 
+QVector<QSharedPointer<Core::Service::IService>> IPluginInitializer::services() const
+{
+    return {};
+}
+
 IPlugin::IPlugin(QObject* parent) : QObject(parent) {}
 
 IPlugin::~IPlugin() = default;

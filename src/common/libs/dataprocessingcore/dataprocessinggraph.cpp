@@ -1,0 +1,290 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "dataprocessingcore/dataprocessinggraph.h"
+
+#include "dataprocessingcore/igraphservice.h"
+#include "utils/exceptions.h"
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <exception>
+
+namespace Plugin::DataProcessingCore
+{
+
+namespace
+{
+Q_LOGGING_CATEGORY(logGraph, "Data Processing")
+} // namespace
+
+IGraphService::IGraphService(QObject* parent) : IService(parent) {}
+
+IGraphService::~IGraphService() = default;
+
+CDataProcessingGraph::CDataProcessingGraph(QObject* parent) : QObject(parent)
+{
+    qRegisterMetaType<ANodeDataModelPtr>("Plugin::DataProcessingCore::ANodeDataModelPtr");
+}
+
+CDataProcessingGraph::~CDataProcessingGraph()
+{
+    for (const ANodeDataModelPtr& node : qAsConst(m_nodes))
+    {
+        node->disconnect(this);
+    }
+}
+
+void CDataProcessingGraph::addNode(const ANodeDataModelPtr& node)
+{
+    if (node.isNull())
+    {
+        throw Core::Exception::ArgumentException(tr("A null node cannot be added to the graph."));
+    }
+    for (const ANodeDataModelPtr& other : qAsConst(m_nodes))
+    {
+        if (other == node)
+        {
+            throw Core::Exception::ArgumentException(
+                tr("The node \"%1\" is in the graph already.").arg(node->caption()));
+        }
+        if (node->isUnique() && node->uniqueName() != NoUniqueName && other->name() == node->name() &&
+            other->uniqueName() == node->uniqueName())
+        {
+            throw Core::Exception::ArgumentException(
+                tr("The graph has a node \"%1\" for \"%2\" already.").arg(node->name(), node->uniqueName()));
+        }
+    }
+    m_nodes.append(node);
+    ANodeDataModel* pNode = node.data();
+    connect(pNode, &ANodeDataModel::dataUpdated, this, [this, pNode](int index) { distribute(pNode, index, true); });
+    connect(pNode, &ANodeDataModel::dataInvalidated, this,
+            [this, pNode](int index) { distribute(pNode, index, false); });
+    emit nodeAdded(node);
+}
+
+bool CDataProcessingGraph::removeNode(const ANodeDataModelPtr& node)
+{
+    if (!m_nodes.contains(node))
+    {
+        return false;
+    }
+    const ANodeDataModelPtr kept = node; // the argument may be the graph's own reference
+    const QVector<SLink> links = m_links;
+    for (const SLink& link : links)
+    {
+        if (link.connection.source == kept || link.connection.consumer == kept)
+        {
+            cut(link.serial);
+        }
+    }
+    kept->disconnect(this);
+    if (!m_nodes.removeOne(kept))
+    {
+        return false; // a consumer that lost its data removed the node itself
+    }
+    emit nodeRemoved(kept);
+    return true;
+}
+
+QVector<ANodeDataModelPtr> CDataProcessingGraph::nodes() const
+{
+    return m_nodes;
+}
+
+void CDataProcessingGraph::checkPort(const ANodeDataModelPtr& node, ENodePortType type, int index) const
+{
+    if (node.isNull() || !m_nodes.contains(node))
+    {
+        throw Core::Exception::ArgumentException(tr("A node to be connected is not in the graph."));
+    }
+    if (index < 0 || index >= node->nPorts(type))
+    {
+        throw Core::Exception::ArgumentOutOfRangeException(
+            type == ENodePortType::In ? tr("The node \"%1\" has no input port %2.").arg(node->caption()).arg(index)
+                                      : tr("The node \"%1\" has no output port %2.").arg(node->caption()).arg(index));
+    }
+}
+
+void CDataProcessingGraph::checkFree(const SNodeConnection& wanted) const
+{
+    for (const SLink& link : m_links)
+    {
+        if (link.connection.consumer == wanted.consumer && link.connection.inPort == wanted.inPort)
+        {
+            throw Core::Exception::InvalidOperationException(
+                tr("Input port %1 of the node \"%2\" is connected already.")
+                    .arg(wanted.inPort)
+                    .arg(wanted.consumer->caption()));
+        }
+        if (link.connection.source == wanted.source && link.connection.outPort == wanted.outPort &&
+            wanted.source->portOutConnectionPolicy(wanted.outPort) == ENodeConnectionPolicy::One)
+        {
+            throw Core::Exception::InvalidOperationException(
+                tr("Output port %1 of the node \"%2\" allows only one connection.")
+                    .arg(wanted.outPort)
+                    .arg(wanted.source->caption()));
+        }
+    }
+}
+
+bool CDataProcessingGraph::reaches(const ANodeDataModel* from, const ANodeDataModel* to) const
+{
+    QVector<const ANodeDataModel*> open{from};
+    QSet<const ANodeDataModel*> seen;
+    while (!open.isEmpty())
+    {
+        const ANodeDataModel* pNode = open.takeLast();
+        if (pNode == to)
+        {
+            return true;
+        }
+        if (seen.contains(pNode))
+        {
+            continue;
+        }
+        seen.insert(pNode);
+        for (const SLink& link : m_linksOfSource.value(const_cast<ANodeDataModel*>(pNode)))
+        {
+            open.append(link.connection.consumer.data());
+        }
+    }
+    return false;
+}
+
+void CDataProcessingGraph::connectPorts(const ANodeDataModelPtr& source, int outPort, const ANodeDataModelPtr& consumer,
+                                        int inPort)
+{
+    checkPort(source, ENodePortType::Out, outPort);
+    checkPort(consumer, ENodePortType::In, inPort);
+    const SNodeDataType given = source->dataType(ENodePortType::Out, outPort);
+    const SNodeDataType wanted = consumer->dataType(ENodePortType::In, inPort);
+    if (given.id != wanted.id)
+    {
+        throw Core::Exception::ArgumentException(
+            tr("Output port %1 of the node \"%2\" gives \"%3\", but input port %4 of the node \"%5\" takes \"%6\".")
+                .arg(outPort)
+                .arg(source->caption(), given.id)
+                .arg(inPort)
+                .arg(consumer->caption(), wanted.id));
+    }
+    const SNodeConnection connection{source, outPort, consumer, inPort};
+    checkFree(connection);
+    if (reaches(consumer.data(), source.data()))
+    {
+        throw Core::Exception::InvalidOperationException(
+            tr("Connecting the node \"%1\" to the node \"%2\" would close a circle.")
+                .arg(source->caption(), consumer->caption()));
+    }
+    const SLink link{connection, ++m_lastSerial};
+    m_links.append(link);
+    m_linksOfSource[source.data()].append(link);
+    if (const CNodeDataPtr data = source->outData(outPort))
+    {
+        deliver(link, data);
+    }
+}
+
+bool CDataProcessingGraph::disconnectPorts(const ANodeDataModelPtr& source, int outPort,
+                                           const ANodeDataModelPtr& consumer, int inPort)
+{
+    for (const SLink& link : qAsConst(m_links))
+    {
+        const SNodeConnection& c = link.connection;
+        if (c.source == source && c.outPort == outPort && c.consumer == consumer && c.inPort == inPort)
+        {
+            cut(link.serial);
+            return true;
+        }
+    }
+    return false;
+}
+
+QVector<SNodeConnection> CDataProcessingGraph::connections() const
+{
+    QVector<SNodeConnection> result;
+    result.reserve(m_links.size());
+    for (const SLink& link : m_links)
+    {
+        result.append(link.connection);
+    }
+    return result;
+}
+
+bool CDataProcessingGraph::isConnected(quint64 serial) const
+{
+    return std::any_of(m_links.begin(), m_links.end(), [serial](const SLink& link) { return link.serial == serial; });
+}
+
+void CDataProcessingGraph::cut(quint64 serial)
+{
+    const auto sameSerial = [serial](const SLink& link)
+    {
+        return link.serial == serial;
+    };
+    const auto found = std::find_if(m_links.begin(), m_links.end(), sameSerial);
+    if (found == m_links.end())
+    {
+        return;
+    }
+    const SLink link = *found;
+    m_links.erase(found);
+    ANodeDataModel* pSource = link.connection.source.data();
+    QVector<SLink>& ofSource = m_linksOfSource[pSource];
+    ofSource.erase(std::remove_if(ofSource.begin(), ofSource.end(), sameSerial), ofSource.end());
+    if (ofSource.isEmpty())
+    {
+        m_linksOfSource.remove(pSource);
+    }
+    deliver(link, {});
+    m_failed.remove(serial);
+}
+
+void CDataProcessingGraph::distribute(ANodeDataModel* source, int outPort, bool valid)
+{
+    const QVector<SLink> links = m_linksOfSource.value(source);
+    if (links.isEmpty())
+    {
+        return;
+    }
+    const CNodeDataPtr data = valid ? source->outData(outPort) : CNodeDataPtr();
+    for (const SLink& link : links)
+    {
+        if (link.connection.outPort == outPort && isConnected(link.serial))
+        {
+            deliver(link, data);
+        }
+    }
+}
+
+void CDataProcessingGraph::deliver(const SLink& link, const CNodeDataPtr& data)
+{
+    try
+    {
+        link.connection.consumer->setInData(data, link.connection.inPort);
+        m_failed.remove(link.serial);
+    }
+    catch (const std::exception& e)
+    {
+        reportFailure(link, QString::fromUtf8(e.what()));
+    }
+    catch (...)
+    {
+        reportFailure(link, tr("Unknown error."));
+    }
+}
+
+void CDataProcessingGraph::reportFailure(const SLink& link, const QString& reason)
+{
+    if (m_failed.contains(link.serial))
+    {
+        return;
+    }
+    m_failed.insert(link.serial);
+    qCWarning(logGraph, "The node \"%s\" could not take data at input port %d. Reason: %s",
+              qUtf8Printable(link.connection.consumer->caption()), link.connection.inPort, qUtf8Printable(reason));
+    emit consumerFailed(link.connection.consumer, link.connection.inPort, reason);
+}
+
+} // namespace Plugin::DataProcessingCore
