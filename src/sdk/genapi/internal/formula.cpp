@@ -25,7 +25,10 @@ constexpr std::size_t kSmallStackSize = 8;   // values
 class CFormulaMachine
 {
 public:
-    CFormulaMachine(const SFormulaCode& code, const SFormulaValue* values) : m_code(code), m_values(values) {}
+    CFormulaMachine(const SFormulaCode& code, const SFormulaValue* values, SFormulaValue* stack)
+        : m_code(code), m_values(values), m_stack(stack)
+    {
+    }
 
     SFormulaValue Run()
     {

@@ -306,7 +306,7 @@ void CFormulaCompiler::Primary()
 void CFormulaCompiler::Number()
 {
     const SFormulaToken token = Take();
-    if (token.isMinimum && m_code->kind == EFormulaKind::Integer)
+    if (token.isTooLarge && m_code->kind == EFormulaKind::Integer)
     {
         Fail("number out of range", token.position);
     }

@@ -136,6 +136,7 @@ SFormulaToken CFormulaLexer::Decimal(std::size_t end, bool isFloat)
             token.value = SFormulaValue::FromInteger(static_cast<std::int64_t>(value));
             return token;
         }
+        token.isTooLarge = true;
         token.isMinimum = result.ec == std::errc() && value == limit + 1;
     }
     double value = 0.0;

@@ -27,7 +27,8 @@ struct SFormulaToken
     std::size_t position = 0;
     std::string text; // a name or an operator; "==" and "!=" read as "=" and "<>"
     SFormulaValue value;
-    bool isMinimum = false; // the number 9223372036854775808, which only a minus sign makes an integer
+    bool isTooLarge = false; // a number without fraction beyond the integers: the value is the nearest double
+    bool isMinimum = false;  // the number 9223372036854775808, which only a minus sign makes an integer
 };
 
 /** Splits the text of a formula into tokens. Independent of the locale. */
