@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "protocols/gvcp.h"
+
+#include <cstdlib>
+
+using namespace Velmo::Gvcp;
+
+namespace
+{
+
+void Require(bool holds)
+{
+    if (!holds)
+    {
+        std::abort();
+    }
+}
+
+void ParseAsCommand(const std::uint8_t* data, std::size_t size)
+{
+    SCommand command;
+    if (ParseCommand(data, size, command) != EParseResult::Ok)
+    {
+        return;
+    }
+    Require(command.pPayload + command.payloadBytes <= data + size);
+    SForceIp forceIp;
+    ParseForceIpCmd(command, forceIp);
+    std::vector<std::uint32_t> addresses;
+    if (ParseReadRegCmd(command, addresses) == EParseResult::Ok)
+    {
+        Require(!EncodeReadRegCmd(command.requestId, addresses).empty());
+    }
+    RegisterValues values;
+    if (ParseWriteRegCmd(command, values) == EParseResult::Ok)
+    {
+        Require(!EncodeWriteRegCmd(command.requestId, values).empty());
+    }
+    std::uint32_t address = 0;
+    std::size_t bytes = 0;
+    if (ParseReadMemCmd(command, address, bytes) == EParseResult::Ok)
+    {
+        Require(!EncodeReadMemCmd(command.requestId, address, bytes).empty());
+    }
+    SMemory memory;
+    if (ParseWriteMemCmd(command, memory) == EParseResult::Ok)
+    {
+        const Bytes content(memory.pData, memory.pData + memory.bytes);
+        Require(!EncodeWriteMemCmd(command.requestId, memory.address, content).empty());
+    }
+}
+
+void ParseAsAcknowledge(const std::uint8_t* data, std::size_t size)
+{
+    SAcknowledge ack;
+    if (ParseAcknowledge(data, size, ack) != EParseResult::Ok)
+    {
+        return;
+    }
+    StatusText(ack.status);
+    std::vector<std::uint32_t> values;
+    ParseReadRegAck(ack, values);
+    std::uint16_t number = 0;
+    ParseWriteAck(ack, number);
+    ParsePendingAck(ack, number);
+    SMemory memory;
+    if (ParseReadMemAck(ack, memory) == EParseResult::Ok)
+    {
+        Require(memory.pData + memory.bytes <= data + size);
+    }
+    SDiscoveryAck discovery;
+    if (ParseDiscoveryAck(ack, discovery) == EParseResult::Ok)
+    {
+        Require(EncodeDiscoveryAck(ack.ackId, discovery).size() == HeaderBytes + DiscoveryAckBytes);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    ParseAsCommand(data, size);
+    ParseAsAcknowledge(data, size);
+    return 0;
+}
