@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "velmo/log.h"
+#include "transport/log.h"
 
 #include <cstdio>
 #include <memory>
