@@ -1,0 +1,516 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/cameramodel.h"
+
+#include "genapi/exceptions.h"
+#include "simulator/internal/description.h"
+#include "simulator/internal/frameschedule.h"
+#include "simulator/internal/settings.h"
+#include "simulator/internal/testimage.h"
+#include "simulator/registers.h"
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+namespace Simulator
+{
+
+using Internal::CFrameSchedule;
+using Internal::CSettings;
+using Internal::CTestImage;
+using Internal::SFeature;
+
+IFrameSink::~IFrameSink() = default;
+
+namespace
+{
+
+constexpr std::int64_t MaxPhaseNs = 200'000'000; // slow cameras still send their first frame soon
+constexpr std::uint64_t ModeSingleFrame = 0;
+constexpr std::uint64_t ModeMultiFrame = 1;
+
+std::uint32_t HashOf(const std::string& text)
+{
+    std::uint32_t hash = 2166136261U; // FNV-1a
+    for (const char c : text)
+    {
+        hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619U;
+    }
+    return hash;
+}
+
+/** What is left to do once the lock is released. */
+struct SFollowUp
+{
+    bool wake = false;
+    bool remove = false;
+    bool reset = false;
+};
+
+} // namespace
+
+struct CCameraModel::SPrivate
+{
+    SPrivate(const SCameraConfig& config_, std::shared_ptr<SFlash> flash_, const IClock& clock_)
+        : config(config_), flash(flash_ == nullptr ? std::make_shared<SFlash>() : std::move(flash_)), clock(clock_),
+          hash(HashOf(config_.serialNumber)), settings(config, flash),
+          description(Internal::MakeDescription(config, settings.GetFeatures())),
+          cameraClock(clock_.NowNs(), config_.clockOffsetNs, config_.clockDriftPpm), faults(config_.faults)
+    {
+    }
+
+    bool IsLocked() const { return isTransportLocked || isLockedByWrite || schedule.IsRunning(); }
+    std::uint64_t Integer(std::int64_t address) const { return settings.GetMemory().GetInteger(address); }
+    void Count(std::int64_t address, std::uint64_t& counter) { settings.GetMemory().SetInteger(address, ++counter, 8); }
+
+    void CheckAccess(const std::string& error) const;
+    void RefreshRegisters();
+    void WriteRegister(const SFeature& feature, const std::uint8_t* data, std::int64_t length, SFollowUp& followUp);
+    void Execute(std::int64_t address, SFollowUp& followUp);
+    void FollowUp(const SFollowUp& followUp, CCameraModel& model);
+    void StartAcquisition();
+    bool IsTriggered() const { return Integer(Register::TriggerMode) != 0; }
+    void PrepareImage();
+    bool PrepareFrame(std::int64_t frameNs, SFrame& frame);
+    void Send(EEvent event);
+
+    const SCameraConfig config;
+    const std::shared_ptr<SFlash> flash;
+    const IClock& clock;
+    const std::uint32_t hash;
+
+    std::mutex produceMutex; // one Produce at a time; taken first
+    std::mutex sinkMutex;    // guards sinks and is held while they are called; taken second
+    std::vector<IFrameSink*> sinks;
+
+    mutable std::mutex mutex; // guards all below; taken last, never held while calling out
+    CSettings settings;
+    std::string description;
+    CCameraClock cameraClock;
+    SFaults faults; // texts; numbers live in registers
+    CFrameSchedule schedule;
+    std::shared_ptr<const CTestImage> image; // null: settings changed
+    std::uint64_t generated = 0;
+    std::uint64_t lost = 0;
+    bool isTransportLocked = false;
+    bool isLockedByWrite = false;
+    bool isRemoved = false;
+    std::function<void()> wakeHandler;
+    std::function<void(EEvent)> eventHandler;
+};
+
+void CCameraModel::SPrivate::CheckAccess(const std::string& error) const
+{
+    if (isRemoved)
+    {
+        GENICAM_THROW(RuntimeException, "The camera '" + config.serialNumber + "' was removed.");
+    }
+    if (!error.empty())
+    {
+        GENICAM_THROW(RuntimeException, error);
+    }
+}
+
+void CCameraModel::SPrivate::RefreshRegisters()
+{
+    settings.GetMemory().SetInteger(Register::TLParamsLocked, IsLocked() ? 1 : 0);
+    settings.GetMemory().SetInteger(Register::AcquisitionStatus, schedule.IsRunning() ? 1 : 0);
+}
+
+void CCameraModel::SPrivate::WriteRegister(const SFeature& feature, const std::uint8_t* data, std::int64_t length,
+                                           SFollowUp& followUp)
+{
+    settings.Write(feature, data, length, IsLocked());
+    if (feature.kind == Internal::EKind::Command)
+    {
+        const bool isAsked = Integer(feature.address) != 0;
+        settings.GetMemory().SetInteger(feature.address, 0);
+        if (isAsked)
+        {
+            Execute(feature.address, followUp);
+        }
+    }
+    if (feature.address == Register::TLParamsLocked)
+    {
+        isLockedByWrite = Integer(Register::TLParamsLocked) != 0;
+    }
+    if (feature.isInUserSet || feature.address == Register::UserSetLoad)
+    {
+        image.reset();
+        schedule.Change(clock.NowNs(), settings.GetPeriodNs(), IsTriggered());
+        followUp.wake = true;
+    }
+}
+
+void CCameraModel::SPrivate::Execute(std::int64_t address, SFollowUp& followUp)
+{
+    switch (address)
+    {
+    case Register::AcquisitionStart:
+        StartAcquisition();
+        followUp.wake = true;
+        break;
+    case Register::AcquisitionStop:
+        schedule.Stop();
+        followUp.wake = true;
+        break;
+    case Register::TriggerSoftware:
+        if (Integer(Register::TriggerSource) == 0)
+        {
+            schedule.Trigger(clock.NowNs());
+            followUp.wake = true;
+        }
+        break;
+    case Register::TimestampLatch:
+        settings.GetMemory().SetInteger(Register::TimestampLatchValue, cameraClock.GetTicks(clock.NowNs()), 8);
+        break;
+    case Register::TimestampReset:
+        cameraClock.Reset(clock.NowNs());
+        break;
+    case Register::UserSetLoad:
+        settings.LoadUserSet(static_cast<std::uint32_t>(Integer(Register::UserSetSelector)));
+        break;
+    case Register::UserSetSave:
+        settings.SaveUserSet();
+        break;
+    case Register::DeviceReset:
+        followUp.reset = true;
+        break;
+    case Register::FaultRemove:
+        followUp.remove = true;
+        break;
+    default:
+        break;
+    }
+}
+
+void CCameraModel::SPrivate::StartAcquisition()
+{
+    if (schedule.IsRunning())
+    {
+        return;
+    }
+    const std::uint64_t mode = Integer(Register::AcquisitionMode);
+    const std::uint64_t frames = mode == ModeSingleFrame  ? 1
+                                 : mode == ModeMultiFrame ? Integer(Register::AcquisitionFrameCount)
+                                                          : CFrameSchedule::Unlimited;
+    const std::int64_t periodNs = settings.GetPeriodNs();
+    generated = 0;
+    lost = 0;
+    settings.GetMemory().SetInteger(Register::FramesGenerated, 0, 8);
+    settings.GetMemory().SetInteger(Register::FramesLost, 0, 8);
+    // The phase spreads cameras that start together; the golden ratio's fraction keeps neighbours apart.
+    const std::int64_t span = std::min(periodNs, MaxPhaseNs);
+    const std::int64_t phaseNs =
+        static_cast<std::int64_t>(static_cast<double>(hash * 2654435769U) / 4294967296.0 * static_cast<double>(span));
+    PrepareImage();
+    schedule.Start(clock.NowNs(), periodNs, phaseNs, frames, IsTriggered());
+}
+
+void CCameraModel::SPrivate::PrepareImage()
+{
+    if (image != nullptr)
+    {
+        return;
+    }
+    Internal::SImageKey key;
+    key.pfnc = settings.GetFormat().pfnc;
+    key.width = settings.GetWidth();
+    key.height = settings.GetHeight();
+    key.offsetX = static_cast<std::uint32_t>(Integer(Register::OffsetX));
+    key.offsetY = static_cast<std::uint32_t>(Integer(Register::OffsetY));
+    key.sensorWidth = config.sensorWidth;
+    key.pattern = static_cast<std::uint32_t>(Integer(Register::TestPattern));
+    key.isReversedX = Integer(Register::ReverseX) != 0;
+    if (key.pattern == 0) // test patterns do not pass the lens and the amplifier
+    {
+        key.amplification = settings.GetAmplification();
+        key.blackLevel = settings.GetMemory().GetFloat(Register::BlackLevel) / 100.0;
+    }
+    image = CTestImage::Get(key);
+}
+
+bool CCameraModel::SPrivate::PrepareFrame(std::int64_t frameNs, SFrame& frame)
+{
+    if (Integer(Register::FaultStall) != 0)
+    {
+        return false;
+    }
+    if (settings.AdjustExposure())
+    {
+        image.reset();
+        schedule.Change(clock.NowNs(), settings.GetPeriodNs(), IsTriggered());
+    }
+    Count(Register::FramesGenerated, generated);
+    const std::uint64_t drops = Integer(Register::FaultDropFrames);
+    if (drops > 0)
+    {
+        settings.GetMemory().SetInteger(Register::FaultDropFrames, drops - 1);
+        Count(Register::FramesLost, lost);
+        return false;
+    }
+    PrepareImage();
+    const std::uint64_t nth = Integer(Register::FaultFailEveryNth);
+    frame.blockId = generated;
+    frame.timestamp = cameraClock.GetTicks(frameNs);
+    frame.pfnc = settings.GetFormat().pfnc;
+    frame.width = settings.GetWidth();
+    frame.height = settings.GetHeight();
+    frame.offsetX = static_cast<std::uint32_t>(Integer(Register::OffsetX));
+    frame.offsetY = static_cast<std::uint32_t>(Integer(Register::OffsetY));
+    frame.isFailed = nth != 0 && generated % nth == 0;
+    frame.data = image->GetFrame(generated - 1, hash & 0xFEU);
+    frame.bytes = frame.isFailed ? image->GetFrameBytes() / 2 : image->GetFrameBytes();
+    return true;
+}
+
+void CCameraModel::SPrivate::Send(EEvent event)
+{
+    std::function<void(EEvent)> handler;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        handler = eventHandler;
+    }
+    if (handler)
+    {
+        handler(event);
+    }
+}
+
+void CCameraModel::SPrivate::FollowUp(const SFollowUp& followUp, CCameraModel& model)
+{
+    if (followUp.wake)
+    {
+        std::function<void()> handler;
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            handler = wakeHandler;
+        }
+        if (handler)
+        {
+            handler();
+        }
+    }
+    if (followUp.reset)
+    {
+        Send(EEvent::Reset);
+    }
+    if (followUp.remove)
+    {
+        model.Remove();
+    }
+}
+
+CCameraModel::CCameraModel(const SCameraConfig& config, std::shared_ptr<SFlash> flash, const IClock& clock)
+    : m_p(std::make_unique<SPrivate>(config, std::move(flash), clock))
+{
+}
+
+CCameraModel::~CCameraModel() = default;
+
+const SCameraConfig& CCameraModel::GetConfig() const
+{
+    return m_p->config;
+}
+
+const std::shared_ptr<SFlash>& CCameraModel::GetFlash() const
+{
+    return m_p->flash;
+}
+
+const std::string& CCameraModel::GetDescription() const
+{
+    return m_p->description;
+}
+
+void CCameraModel::Read(void* buffer, std::int64_t address, std::int64_t length)
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    m_p->CheckAccess(m_p->faults.readError);
+    Internal::CRegisterMemory::Check(address, length);
+    m_p->RefreshRegisters();
+    m_p->settings.GetMemory().Get(buffer, address, length);
+}
+
+void CCameraModel::Write(const void* buffer, std::int64_t address, std::int64_t length)
+{
+    SFollowUp followUp;
+    {
+        const std::lock_guard<std::mutex> lock(m_p->mutex);
+        m_p->CheckAccess(m_p->faults.writeError);
+        Internal::CRegisterMemory::Check(address, length);
+        const auto* data = static_cast<const std::uint8_t*>(buffer);
+        while (length > 0)
+        {
+            const SFeature* feature = m_p->settings.FindFeatureAt(address);
+            if (feature == nullptr || feature->address != address)
+            {
+                GENICAM_THROW(AccessException,
+                              "The camera has no register to write at address " + std::to_string(address) + ".");
+            }
+            const std::int64_t bytes = std::min(length, feature->bytes);
+            m_p->WriteRegister(*feature, data, bytes, followUp);
+            data += bytes;
+            address += bytes;
+            length -= bytes;
+        }
+    }
+    m_p->FollowUp(followUp, *this);
+}
+
+std::string CCameraModel::GetFeature(const std::string& name) const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    const SFeature* feature = m_p->settings.FindFeature(name);
+    if (feature == nullptr)
+    {
+        GENICAM_THROW(InvalidArgumentException, "There is no feature '" + name + "'.");
+    }
+    m_p->RefreshRegisters();
+    return m_p->settings.Decode(*feature);
+}
+
+void CCameraModel::SetFeature(const std::string& name, const std::string& value)
+{
+    SFollowUp followUp;
+    {
+        const std::lock_guard<std::mutex> lock(m_p->mutex);
+        const SFeature* feature = m_p->settings.FindFeature(name);
+        if (feature == nullptr)
+        {
+            GENICAM_THROW(InvalidArgumentException, "There is no feature '" + name + "'.");
+        }
+        const std::vector<std::uint8_t> data = m_p->settings.Encode(*feature, value);
+        m_p->WriteRegister(*feature, data.data(), feature->bytes, followUp);
+    }
+    m_p->FollowUp(followUp, *this);
+}
+
+SFaults CCameraModel::GetFaults() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    SFaults faults = m_p->faults;
+    faults.dropFrames = static_cast<std::uint32_t>(m_p->Integer(Register::FaultDropFrames));
+    faults.failEveryNth = static_cast<std::uint32_t>(m_p->Integer(Register::FaultFailEveryNth));
+    faults.stall = m_p->Integer(Register::FaultStall) != 0;
+    faults.removalReports = static_cast<std::uint32_t>(m_p->Integer(Register::FaultRemovalReports));
+    return faults;
+}
+
+void CCameraModel::SetFaults(const SFaults& faults)
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    m_p->faults = faults;
+    m_p->settings.GetMemory().SetInteger(Register::FaultDropFrames, faults.dropFrames);
+    m_p->settings.GetMemory().SetInteger(Register::FaultFailEveryNth, faults.failEveryNth);
+    m_p->settings.GetMemory().SetInteger(Register::FaultStall, faults.stall ? 1 : 0);
+    m_p->settings.GetMemory().SetInteger(Register::FaultRemovalReports, faults.removalReports);
+}
+
+std::size_t CCameraModel::GetPayloadBytes() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    return static_cast<std::size_t>(m_p->settings.GetPayloadBytes());
+}
+
+std::string CCameraModel::GetUserDefinedName() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    return m_p->settings.GetMemory().GetText(Register::DeviceUserID);
+}
+
+bool CCameraModel::IsAcquiring() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    return m_p->schedule.IsRunning();
+}
+
+std::uint64_t CCameraModel::GetFramesSkipped() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    return m_p->schedule.GetSkipped();
+}
+
+void CCameraModel::SetTransportLocked(bool isLocked)
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    m_p->isTransportLocked = isLocked;
+}
+
+void CCameraModel::AddSink(IFrameSink* pSink)
+{
+    const std::lock_guard<std::mutex> lock(m_p->sinkMutex);
+    m_p->sinks.push_back(pSink);
+}
+
+void CCameraModel::RemoveSink(IFrameSink* pSink)
+{
+    const std::lock_guard<std::mutex> lock(m_p->sinkMutex);
+    m_p->sinks.erase(std::remove(m_p->sinks.begin(), m_p->sinks.end(), pSink), m_p->sinks.end());
+}
+
+std::int64_t CCameraModel::Produce()
+{
+    const std::lock_guard<std::mutex> produceLock(m_p->produceMutex);
+    SFrame frame;
+    std::shared_ptr<const CTestImage> image; // keeps frame.data alive
+    {
+        const std::lock_guard<std::mutex> lock(m_p->mutex);
+        std::int64_t frameNs = 0;
+        if (m_p->isRemoved || !m_p->schedule.Take(m_p->clock.NowNs(), frameNs) || !m_p->PrepareFrame(frameNs, frame))
+        {
+            return m_p->schedule.GetDeadline();
+        }
+        image = m_p->image;
+    }
+    bool isTaken = false;
+    {
+        const std::lock_guard<std::mutex> lock(m_p->sinkMutex);
+        for (IFrameSink* sink : m_p->sinks)
+        {
+            isTaken = sink->OnFrame(frame) || isTaken;
+        }
+    }
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    if (!isTaken)
+    {
+        m_p->Count(Register::FramesLost, m_p->lost);
+    }
+    return m_p->schedule.GetDeadline();
+}
+
+void CCameraModel::SetWakeHandler(std::function<void()> handler)
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    m_p->wakeHandler = std::move(handler);
+}
+
+void CCameraModel::SetEventHandler(std::function<void(EEvent)> handler)
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    m_p->eventHandler = std::move(handler);
+}
+
+void CCameraModel::Remove()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_p->mutex);
+        if (m_p->isRemoved)
+        {
+            return;
+        }
+        m_p->isRemoved = true;
+        m_p->schedule.Stop();
+    }
+    m_p->Send(EEvent::Removed);
+}
+
+bool CCameraModel::IsRemoved() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    return m_p->isRemoved;
+}
+
+} // namespace Simulator
