@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/internal/grabsettings.h"
+
+#include <QSettings>
+#include <QtDebug>
+
+#include <algorithm>
+#include <limits>
+
+namespace Plugin::CameraPool::Internal
+{
+
+namespace
+{
+
+constexpr int s_buffersLimit = 65535; // beyond any use; keeps a slip of the pen from exhausting the memory
+const QString s_group = QStringLiteral("Grab");
+const QString s_minNumBuffers = QStringLiteral("MinNumBuffersContinuousShot");
+const QString s_maxNumBuffers = QStringLiteral("MaxNumBuffersContinuousShot");
+const QString s_usedBufferMemory = QStringLiteral("UsedBufferMemory");
+
+void logReplaced(const QString& key, const QVariant& found, const QString& used)
+{
+    qDebug("The setting Grab/%s has the unusable value \"%s\"; %s is used.", qPrintable(key),
+           qPrintable(found.toString()), qPrintable(used));
+}
+
+int readBuffers(const QSettings& settings, const QString& key, int fallback, int lowest)
+{
+    const QVariant found = settings.value(key, fallback);
+    bool isNumber = false;
+    const int value = found.toInt(&isNumber);
+    const int usable = isNumber ? std::clamp(value, lowest, s_buffersLimit) : std::max(fallback, lowest);
+    if (!isNumber || usable != value)
+    {
+        logReplaced(key, found, QString::number(usable));
+    }
+    return usable;
+}
+
+/** Qt turns a negative integer into a huge unsigned one; only what is a number of bytes as written is taken. */
+unsigned int readBytes(const QSettings& settings, const QString& key, unsigned int fallback)
+{
+    const QVariant found = settings.value(key, fallback);
+    bool isNumber = false;
+    const qlonglong value = found.toLongLong(&isNumber);
+    if (isNumber && value >= 0 && value <= static_cast<qlonglong>(std::numeric_limits<unsigned int>::max()))
+    {
+        return static_cast<unsigned int>(value);
+    }
+    logReplaced(key, found, QString::number(fallback));
+    return fallback;
+}
+
+} // namespace
+
+SGrabSettings SGrabSettings::read()
+{
+    QSettings settings;
+    settings.beginGroup(s_group);
+    const SGrabSettings defaults;
+    SGrabSettings result;
+    result.minNumBuffers = readBuffers(settings, s_minNumBuffers, defaults.minNumBuffers, 1);
+    result.maxNumBuffers = readBuffers(settings, s_maxNumBuffers, defaults.maxNumBuffers, result.minNumBuffers);
+    result.usedBufferMemoryBytes = readBytes(settings, s_usedBufferMemory, defaults.usedBufferMemoryBytes);
+    return result;
+}
+
+void SGrabSettings::write() const
+{
+    QSettings settings;
+    settings.beginGroup(s_group);
+    settings.setValue(s_minNumBuffers, minNumBuffers);
+    settings.setValue(s_maxNumBuffers, maxNumBuffers);
+    settings.setValue(s_usedBufferMemory, usedBufferMemoryBytes);
+}
+
+int SGrabSettings::buffersFor(std::uint64_t payloadBytes) const
+{
+    const std::uint64_t fitting = usedBufferMemoryBytes / payloadBytes;
+    const auto atMost = std::min(fitting, static_cast<std::uint64_t>(maxNumBuffers));
+    return std::max(static_cast<int>(atMost), minNumBuffers);
+}
+
+} // namespace Plugin::CameraPool::Internal
