@@ -35,7 +35,10 @@ std::vector<Bytes> ReadSeeds(const char* folder)
 
 Bytes Mutate(Bytes input, std::mt19937_64& random)
 {
-    const auto below = [&random](std::size_t limit) { return static_cast<std::size_t>(random() % limit); };
+    const auto below = [&random](std::size_t limit)
+    {
+        return static_cast<std::size_t>(random() % limit);
+    };
     for (std::size_t changes = 1 + below(8); changes > 0; --changes)
     {
         const std::size_t kind = below(4);
