@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "hostkit/host.h"
+
+#include "camerapool/icameracontrolservice.h"
+#include "camerapool/icameraenumerationservice.h"
+#include "camerapool/icamerastatusservice.h"
+#include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/ideviceparameterservice.h"
+#include "plugincore/pluginmanager.h"
+#include "servicecore/serviceregistry.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace HostKit
+{
+
+struct CHost::SPrivate
+{
+    QString folder;
+    Core::Service::CServiceRegistry registry;
+    Core::Plugin::CPluginManager manager{registry};
+    QStringList errors;
+    QSharedPointer<Plugin::CameraPool::ICameraControlService> control;
+    QSharedPointer<Plugin::CameraPool::ICameraEnumerationService> enumeration;
+    QSharedPointer<Plugin::CameraPool::ICameraStatusService> status;
+    QSharedPointer<Plugin::CameraPool::ICameraStreamControlService> stream;
+    QSharedPointer<Plugin::CameraPool::IDeviceParameterService> parameters;
+
+    template <class T> void find(QSharedPointer<T>& service, const char* name)
+    {
+        service = registry.find<T>();
+        if (service.isNull())
+        {
+            errors.append(
+                QCoreApplication::translate("HostKit::CHost", "No plugin offers the service %1.").arg(QLatin1String(name)));
+        }
+    }
+};
+
+CHost::CHost(QString pluginFolder) : m_p(std::make_unique<SPrivate>())
+{
+    m_p->folder = std::move(pluginFolder);
+}
+
+CHost::~CHost()
+{
+    stop();
+}
+
+bool CHost::start(const QString& language)
+{
+    m_p->manager.addFolder(m_p->folder);
+    m_p->manager.setLanguage(language);
+    const bool started = m_p->manager.start();
+    m_p->errors = m_p->manager.errors();
+    if (!started)
+    {
+        return false;
+    }
+    m_p->find(m_p->control, "ICameraControlService");
+    m_p->find(m_p->enumeration, "ICameraEnumerationService");
+    m_p->find(m_p->status, "ICameraStatusService");
+    m_p->find(m_p->stream, "ICameraStreamControlService");
+    m_p->find(m_p->parameters, "IDeviceParameterService");
+    return m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters;
+}
+
+void CHost::stop()
+{
+    m_p->parameters.clear();
+    m_p->stream.clear();
+    m_p->status.clear();
+    m_p->enumeration.clear();
+    m_p->control.clear();
+    m_p->manager.stop();
+}
+
+QStringList CHost::errors() const
+{
+    return m_p->errors;
+}
+
+QString CHost::defaultPluginFolder()
+{
+    const QString given = qEnvironmentVariable("CAMERAPOOL_PLUGIN_PATH");
+    if (!given.isEmpty())
+    {
+        return given;
+    }
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QString beside = program.absoluteFilePath(QStringLiteral("../plugins"));
+    const QString installed = program.absoluteFilePath(QStringLiteral("../lib/camerapool/plugins"));
+    return QDir(beside).exists() ? QDir::cleanPath(beside) : QDir::cleanPath(installed);
+}
+
+Core::Service::CServiceRegistry& CHost::registry()
+{
+    return m_p->registry;
+}
+
+Plugin::CameraPool::ICameraControlService& CHost::control() const
+{
+    return *m_p->control;
+}
+
+Plugin::CameraPool::ICameraEnumerationService& CHost::enumeration() const
+{
+    return *m_p->enumeration;
+}
+
+Plugin::CameraPool::ICameraStatusService& CHost::status() const
+{
+    return *m_p->status;
+}
+
+Plugin::CameraPool::ICameraStreamControlService& CHost::stream() const
+{
+    return *m_p->stream;
+}
+
+Plugin::CameraPool::IDeviceParameterService& CHost::parameters() const
+{
+    return *m_p->parameters;
+}
+
+} // namespace HostKit

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "hostkit/hostkit_export.h"
+
+#include <QSharedPointer>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace Core::Service
+{
+class CServiceRegistry;
+}
+
+namespace Plugin::CameraPool
+{
+class ICameraControlService;
+class ICameraEnumerationService;
+class ICameraStatusService;
+class ICameraStreamControlService;
+class IDeviceParameterService;
+} // namespace Plugin::CameraPool
+
+namespace HostKit
+{
+
+/**
+ * An application that runs the plugins: their manager, the service registry, and the services found in it.
+ * Main thread only. Needs an application object.
+ */
+class HOSTKIT_EXPORT CHost
+{
+public:
+    /** Plugins are taken from that folder. */
+    explicit CHost(QString pluginFolder);
+    /** Stops. */
+    ~CHost();
+
+    /** False when a required plugin or service is missing; errors() says why. */
+    bool start(const QString& language);
+    void stop();
+    QStringList errors() const;
+
+    /** The folder of plugins that belongs to the running program: beside it or, installed, below ../lib; the
+     *  environment variable CAMERAPOOL_PLUGIN_PATH overrides it. */
+    static QString defaultPluginFolder();
+
+    Core::Service::CServiceRegistry& registry();
+    Plugin::CameraPool::ICameraControlService& control() const;
+    Plugin::CameraPool::ICameraEnumerationService& enumeration() const;
+    Plugin::CameraPool::ICameraStatusService& status() const;
+    Plugin::CameraPool::ICameraStreamControlService& stream() const;
+    Plugin::CameraPool::IDeviceParameterService& parameters() const;
+
+private:
+    struct SPrivate;
+    std::unique_ptr<SPrivate> m_p;
+};
+
+} // namespace HostKit

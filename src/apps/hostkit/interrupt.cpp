@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "hostkit/interrupt.h"
+
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <cstdint>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace HostKit
+{
+namespace
+{
+
+// Written once before the handlers are installed and after they are removed.
+volatile int eventDescriptor = -1;
+
+extern "C" void onSignal(int)
+{
+    const std::uint64_t one = 1;
+    // Nothing can be done in a signal handler about a failed write, and the counter cannot overflow.
+    (void)!write(eventDescriptor, &one, sizeof(one));
+}
+
+void install(int number)
+{
+    struct sigaction action = {};
+    action.sa_handler = onSignal;
+    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    sigaction(number, &action, nullptr);
+}
+
+} // namespace
+
+CInterrupt::CInterrupt(QObject* parent) : QObject(parent)
+{
+    eventDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    m_notifier = std::make_unique<QSocketNotifier>(eventDescriptor, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { onReadable(); });
+    install(SIGINT);
+    install(SIGTERM);
+}
+
+CInterrupt::~CInterrupt()
+{
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+    m_notifier.reset();
+    close(eventDescriptor);
+    eventDescriptor = -1;
+}
+
+void CInterrupt::onReadable()
+{
+    std::uint64_t count = 0;
+    if (read(eventDescriptor, &count, sizeof(count)) == static_cast<ssize_t>(sizeof(count)))
+    {
+        m_raised = true;
+        emit raised();
+    }
+}
+
+} // namespace HostKit
