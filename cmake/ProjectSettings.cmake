@@ -25,6 +25,8 @@ if(CCACHE_PROGRAM)
   set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
 endif()
 
+add_custom_target(plugins)
+
 find_package(Threads REQUIRED)
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core LinguistTools)
 find_package(PkgConfig REQUIRED)

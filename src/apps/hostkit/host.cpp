@@ -34,8 +34,8 @@ struct CHost::SPrivate
         service = registry.find<T>();
         if (service.isNull())
         {
-            errors.append(
-                QCoreApplication::translate("HostKit::CHost", "No plugin offers the service %1.").arg(QLatin1String(name)));
+            errors.append(QCoreApplication::translate("HostKit::CHost", "No plugin offers the service %1.")
+                              .arg(QLatin1String(name)));
         }
     }
 };

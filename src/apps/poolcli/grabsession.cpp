@@ -1,0 +1,211 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "poolcli/grabsession.h"
+
+#include "poolcli/output.h"
+
+#include "camerapool/icamerastatusservice.h"
+#include "camerapool/icamerastreamcontrolservice.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace PoolCli
+{
+namespace
+{
+
+using Plugin::CameraPool::ICameraStatusService;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("PoolCli", text);
+}
+
+} // namespace
+
+CGrabSession::CGrabSession(CSession& session, const QVector<HostKit::CameraInfoPtr>& cameras, const SOptions& options)
+    : m_session(session), m_options(options)
+{
+    for (const auto& camera : cameras)
+    {
+        SGrabCount count;
+        count.camera = camera;
+        m_counts.append(count);
+    }
+    connectSignals();
+}
+
+SGrabCount* CGrabSession::countOf(const HostKit::CameraInfoPtr& camera)
+{
+    const auto found =
+        std::find_if(m_counts.begin(), m_counts.end(), [&](const SGrabCount& count) { return count.camera == camera; });
+    return found == m_counts.end() ? nullptr : &*found;
+}
+
+void CGrabSession::connectSignals()
+{
+    auto& status = m_session.host().status();
+    QObject::connect(&status, &ICameraStatusService::cameraImageGrabbed, &m_receiver,
+                     [this](const auto& camera, const Velmo::CGrabResultPtr& result)
+                     {
+                         if (SGrabCount* pCount = countOf(camera))
+                         {
+                             onImage(*pCount, result);
+                         }
+                     });
+    QObject::connect(&status, &ICameraStatusService::cameraImageGrabFailed, &m_receiver,
+                     [this](const auto& camera)
+                     {
+                         if (SGrabCount* pCount = countOf(camera); pCount != nullptr && !pCount->stopped)
+                         {
+                             ++pCount->failed;
+                         }
+                     });
+    QObject::connect(&status, &ICameraStatusService::cameraStatisticUpdated, &m_receiver,
+                     [this](const auto& camera, int, int, double fps, std::uint64_t bps, const auto&)
+                     {
+                         if (SGrabCount* pCount = countOf(camera))
+                         {
+                             pCount->fps = fps;
+                             pCount->bytesPerSecond = bps;
+                         }
+                     });
+    QObject::connect(&status, &ICameraStatusService::cameraConnectionLost, &m_receiver,
+                     [this](const auto& camera)
+                     {
+                         if (SGrabCount* pCount = countOf(camera))
+                         {
+                             pCount->lost = true;
+                         }
+                     });
+}
+
+void CGrabSession::onImage(SGrabCount& count, const Velmo::CGrabResultPtr& result)
+{
+    if (count.stopped || !result.IsValid())
+    {
+        return;
+    }
+    ++count.images;
+    count.bytes += static_cast<qint64>(result->GetPayloadSize());
+    const quint64 id = result->GetBlockID();
+    if (count.lastBlockId != 0 && id > count.lastBlockId + 1)
+    {
+        count.missing += static_cast<qint64>(id - count.lastBlockId - 1);
+    }
+    count.lastBlockId = id;
+    count.last = result;
+    if (m_options.images > 0 && count.images >= m_options.images)
+    {
+        count.stopped = true;
+        m_session.host().stream().stopGrabbing(count.camera);
+    }
+}
+
+bool CGrabSession::isOver() const
+{
+    return std::all_of(m_counts.begin(), m_counts.end(),
+                       [](const SGrabCount& count) { return count.stopped || count.lost; });
+}
+
+void CGrabSession::run()
+{
+    for (const SGrabCount& count : m_counts)
+    {
+        count.camera->clearError();
+        m_session.host().stream().startGrabbing(count.camera);
+        if (!m_session.host().status().isCameraGrabbing(count.camera))
+        {
+            const QString reason = count.camera->errorString();
+            throw CRefusal(tr("%1 does not start grabbing: %2").arg(count.camera->getFriendlyName(), reason));
+        }
+    }
+    m_elapsed.start();
+    QObject::connect(&m_liveTimer, &QTimer::timeout, &m_receiver, [this] { showLive(); });
+    constexpr int drawnIntervalMs = 200;
+    constexpr int printedIntervalMs = 1000;
+    m_liveTimer.start(stdoutIsTerminal() && !m_statisticsOnly ? drawnIntervalMs : printedIntervalMs);
+    m_session.waitUntil([this] { return isOver(); }, m_options.durationMs > 0 ? m_options.durationMs : -1);
+    m_liveTimer.stop();
+    for (const SGrabCount& count : m_counts)
+    {
+        m_session.host().stream().stopGrabbing(count.camera);
+    }
+    showLive();
+}
+
+QJsonObject CGrabSession::describe(const SGrabCount& count) const
+{
+    QJsonObject object{{"camera", count.camera->getFriendlyName()},
+                       {"full_name", count.camera->getFullName()},
+                       {"images", count.images},
+                       {"failed", count.failed},
+                       {"missing", count.missing},
+                       {"bytes", count.bytes},
+                       {"fps", count.fps},
+                       {"bytes_per_second", static_cast<qint64>(count.bytesPerSecond)},
+                       {"connection_lost", count.lost}};
+    return object;
+}
+
+void CGrabSession::showLive()
+{
+    if (m_options.json && !m_statisticsOnly)
+    {
+        return;
+    }
+    const bool draw = stdoutIsTerminal() && !m_statisticsOnly;
+    if (draw && m_drawn)
+    {
+        // Back over the lines drawn before.
+        printLine(QStringLiteral("\x1b[%1A\x1b[1A").arg(m_counts.size()));
+    }
+    constexpr double bytesPerMegabyte = 1e6;
+    for (const SGrabCount& count : m_counts)
+    {
+        if (m_options.json)
+        {
+            printJsonLine(describe(count));
+            continue;
+        }
+        QString line = tr("%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s")
+                           .arg(printable(count.camera->getFriendlyName()))
+                           .arg(count.images)
+                           .arg(count.failed)
+                           .arg(count.missing)
+                           .arg(count.fps, 0, 'f', 1)
+                           .arg(static_cast<double>(count.bytesPerSecond) / bytesPerMegabyte, 0, 'f', 1);
+        if (count.lost)
+        {
+            line += tr(" (connection lost)");
+        }
+        printLine(draw ? line + QStringLiteral("\x1b[K") : line);
+    }
+    m_drawn = true;
+}
+
+void CGrabSession::printSummary() const
+{
+    if (!m_options.json || m_statisticsOnly)
+    {
+        return;
+    }
+    QJsonArray array;
+    for (const SGrabCount& count : m_counts)
+    {
+        array.append(describe(count));
+    }
+    printJson(array);
+}
+
+int CGrabSession::exitCode() const
+{
+    const bool bad = std::any_of(m_counts.begin(), m_counts.end(),
+                                 [](const SGrabCount& count) { return count.lost || count.images == 0; });
+    return bad ? ExitRefused : ExitDone;
+}
+
+} // namespace PoolCli

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "poolcli/options.h"
+#include "poolcli/session.h"
+
+#include "camerapool/compressionstatistic.h"
+#include "velmo/grabresult.h"
+
+#include <QElapsedTimer>
+#include <QJsonObject>
+#include <QObject>
+#include <QTimer>
+
+namespace PoolCli
+{
+
+/** What one camera of a grab has done so far. */
+struct SGrabCount
+{
+    HostKit::CameraInfoPtr camera;
+    qint64 images = 0;
+    qint64 failed = 0;
+    qint64 missing = 0; // gaps in the camera's frame numbers
+    qint64 bytes = 0;
+    quint64 lastBlockId = 0;
+    double fps = 0.0;
+    quint64 bytesPerSecond = 0;
+    bool lost = false;
+    bool running = false;
+    bool stopped = false; // as many images as were asked for
+    Velmo::CGrabResultPtr last;
+};
+
+/**
+ * Grabs from several open cameras at once and shows a live line for each. Main thread.
+ *
+ * On a terminal the lines are drawn over; elsewhere a line a camera and second is printed, with --json none.
+ */
+class CGrabSession
+{
+public:
+    CGrabSession(CSession& session, const QVector<HostKit::CameraInfoPtr>& cameras, const SOptions& options);
+
+    /** Prints the statistics object of each second instead of the live line. */
+    void setStatisticsOnly(bool only) { m_statisticsOnly = only; }
+    /** Starts, waits for the end (images, time, Ctrl-C, all cameras lost), stops. Throws CRefusal when a camera does
+     * not start. */
+    void run();
+    void printSummary() const;
+    const QVector<SGrabCount>& counts() const { return m_counts; }
+    /** ExitRefused when a camera was lost or gave no image at all. */
+    int exitCode() const;
+
+private:
+    void connectSignals();
+    SGrabCount* countOf(const HostKit::CameraInfoPtr& camera);
+    void onImage(SGrabCount& count, const Velmo::CGrabResultPtr& result);
+    bool isOver() const;
+    void showLive();
+    QJsonObject describe(const SGrabCount& count) const;
+
+    CSession& m_session;
+    SOptions m_options;
+    QVector<SGrabCount> m_counts;
+    QObject m_receiver;
+    QTimer m_liveTimer;
+    QElapsedTimer m_elapsed;
+    bool m_statisticsOnly = false;
+    bool m_drawn = false;
+};
+
+} // namespace PoolCli

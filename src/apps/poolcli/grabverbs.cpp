@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "poolcli/grabsession.h"
+#include "poolcli/output.h"
+#include "poolcli/verbs.h"
+
+#include "camerapool/icamerastatusservice.h"
+#include "camerapool/icamerastreamcontrolservice.h"
+#include "hostkit/imageconversion.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <memory>
+#include <vector>
+
+namespace PoolCli
+{
+namespace
+{
+
+using Plugin::CameraPool::ICameraStatusService;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("PoolCli", text);
+}
+
+void writePicture(const Velmo::CGrabResultPtr& result, const QString& file)
+{
+    QString error;
+    const QImage picture = HostKit::toPicture(result, error);
+    if (picture.isNull())
+    {
+        throw CRefusal(error);
+    }
+    if (!picture.save(file, "PNG"))
+    {
+        throw CRefusal(tr("%1 could not be written.").arg(file));
+    }
+}
+
+/** A file name that any file system takes, from what a camera calls itself. */
+QString fileNameFor(const Plugin::CameraPool::ICameraInfo& camera)
+{
+    QString name = camera.getModelName() + QLatin1Char('-') + camera.getSerialNumber();
+    for (QChar& character : name)
+    {
+        if (!character.isLetterOrNumber() && character != QLatin1Char('-'))
+        {
+            character = QLatin1Char('_');
+        }
+    }
+    return name + QStringLiteral(".png");
+}
+
+} // namespace
+
+int runGrab(CSession& session, const SOptions& options)
+{
+    const auto cameras = session.camerasCalled(options.cameras, options.discoveryTimeoutMs);
+    std::vector<std::unique_ptr<COpenCamera>> open;
+    for (const auto& camera : cameras)
+    {
+        open.push_back(std::make_unique<COpenCamera>(session, camera));
+        for (const QString& setting : options.settings)
+        {
+            applySetting(session.parameters(camera), setting);
+        }
+    }
+    CGrabSession grab(session, cameras, options);
+    grab.run();
+    if (!options.output.isEmpty())
+    {
+        QDir().mkpath(options.output);
+        for (const SGrabCount& count : grab.counts())
+        {
+            if (count.last.IsValid())
+            {
+                const QString file = QDir(options.output).filePath(fileNameFor(*count.camera));
+                writePicture(count.last, file);
+                if (!options.json)
+                {
+                    printLine(tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
+                }
+            }
+        }
+    }
+    grab.printSummary();
+    return grab.exitCode();
+}
+
+int runSnapshot(CSession& session, const SOptions& options)
+{
+    const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));
+    for (const QString& setting : options.settings)
+    {
+        applySetting(session.parameters(camera.info()), setting);
+    }
+    Velmo::CGrabResultPtr image;
+    bool failed = false;
+    QObject receiver;
+    auto& status = session.host().status();
+    QObject::connect(&status, &ICameraStatusService::cameraImageGrabbed, &receiver,
+                     [&](const auto& info, const Velmo::CGrabResultPtr& result)
+                     {
+                         if (info == camera.info())
+                         {
+                             image = result;
+                         }
+                     });
+    QObject::connect(&status, &ICameraStatusService::cameraImageGrabFailed, &receiver,
+                     [&](const auto& info) { failed = failed || info == camera.info(); });
+    camera.info()->clearError();
+    session.host().stream().singleShot(camera.info(), static_cast<unsigned int>(options.timeoutMs));
+    constexpr int graceMs = 1000; // the camera's own time-out reports better than ours
+    session.waitUntil([&] { return image.IsValid() || failed; }, options.timeoutMs + graceMs);
+    session.host().stream().stopGrabbing(camera.info());
+    if (!image.IsValid())
+    {
+        const QString reason = camera.info()->errorString();
+        throw CRefusal(
+            tr("%1 gave no image: %2")
+                .arg(camera.info()->getFriendlyName(), reason.isEmpty() ? tr("none arrived in time.") : reason));
+    }
+    const QString file = options.output.isEmpty() ? fileNameFor(*camera.info()) : options.output;
+    writePicture(image, file);
+    const QJsonObject summary{{"file", file},
+                              {"width", static_cast<int>(image->GetWidth())},
+                              {"height", static_cast<int>(image->GetHeight())},
+                              {"pixel_type", static_cast<qint64>(image->GetPixelType())},
+                              {"block_id", static_cast<qint64>(image->GetBlockID())}};
+    if (options.json)
+    {
+        printJson(summary);
+    }
+    else
+    {
+        printLine(tr("%1 x %2 pixels in %3").arg(image->GetWidth()).arg(image->GetHeight()).arg(file));
+    }
+    return ExitDone;
+}
+
+int runStats(CSession& session, const SOptions& options)
+{
+    const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));
+    SOptions grabOptions = options;
+    if (grabOptions.durationMs == 0 && grabOptions.images == 0)
+    {
+        constexpr int defaultDurationMs = 5000;
+        grabOptions.durationMs = defaultDurationMs;
+    }
+    CGrabSession grab(session, {camera.info()}, grabOptions);
+    grab.setStatisticsOnly(true);
+    grab.run();
+    grab.printSummary();
+    return grab.exitCode();
+}
+
+} // namespace PoolCli

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace PoolCli
+{
+
+/** What the command line asks for. Times in milliseconds; 0 images or time: no limit. */
+struct SOptions
+{
+    QString verb;
+    QStringList cameras;
+    QStringList arguments;
+    QStringList settings; // NAME=VALUE, applied before a grab
+    bool json = false;
+    bool network = true;
+    int discoveryTimeoutMs = 3000;
+    int durationMs = 0;
+    int images = 0;
+    int timeoutMs = 5000;
+    QString output;
+    QString filter;
+    QString visibility = QStringLiteral("Guru");
+    QString language = QStringLiteral("en");
+};
+
+/** False: the program ends with exitCode (help was asked for: 0, wrong usage: 2); the text has been printed. */
+bool parseCommandLine(int argc, char** argv, SOptions& options, int& exitCode);
+
+} // namespace PoolCli

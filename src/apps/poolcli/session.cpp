@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "poolcli/session.h"
+
+#include "camerapool/camerainfolist.h"
+#include "camerapool/icameracontrolservice.h"
+#include "camerapool/icameraenumerationservice.h"
+#include "camerapool/ideviceparameterservice.h"
+#include "camerapool/itransportlayerinfo.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
+
+namespace PoolCli
+{
+namespace
+{
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("PoolCli", text);
+}
+
+} // namespace
+
+CSession::CSession(const QString& language) : m_host(HostKit::CHost::defaultPluginFolder())
+{
+    if (!m_host.start(language))
+    {
+        throw CRefusal(m_host.errors().join(QLatin1Char('\n')));
+    }
+    QObject::connect(&m_host.enumeration(), &Plugin::CameraPool::ICameraEnumerationService::enumerationChanged,
+                     &m_interrupt, [this] { m_discovered = true; });
+}
+
+bool CSession::waitUntil(const std::function<bool()>& condition, int timeoutMs)
+{
+    const QDeadlineTimer deadline =
+        timeoutMs < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(timeoutMs, Qt::PreciseTimer);
+    QTimer alarm; // ends the wait for events when the time is over
+    alarm.setSingleShot(true);
+    alarm.setTimerType(Qt::PreciseTimer);
+    if (timeoutMs >= 0)
+    {
+        alarm.start(timeoutMs);
+    }
+    while (!condition())
+    {
+        if (m_interrupt.wasRaised() || deadline.hasExpired())
+        {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+void CSession::waitForDiscovery(int timeoutMs)
+{
+    waitUntil([this] { return m_discovered; }, timeoutMs);
+}
+
+QVector<HostKit::CameraInfoPtr> CSession::cameras()
+{
+    QVector<HostKit::CameraInfoPtr> result;
+    const auto layers = m_host.enumeration().enumerate();
+    for (const auto& layer : layers)
+    {
+        const auto records = layer->getCameraInfoList().toBaseInfoVector();
+        for (const auto& record : records)
+        {
+            if (const auto camera = record.objectCast<Plugin::CameraPool::ICameraInfo>())
+            {
+                result.append(camera);
+            }
+        }
+    }
+    return result;
+}
+
+HostKit::CameraInfoPtr CSession::camera(const QString& name, int timeoutMs)
+{
+    waitForDiscovery(timeoutMs);
+    if (name.isEmpty())
+    {
+        const auto all = cameras();
+        if (all.size() != 1)
+        {
+            throw CRefusal(all.isEmpty() ? tr("There is no camera.")
+                                         : tr("There are %1 cameras; name one of them.").arg(all.size()));
+        }
+        return all.first();
+    }
+    QString error;
+    HostKit::CameraInfoPtr found;
+    waitUntil([&] { return !(found = HostKit::findByName(cameras(), name, error)).isNull(); },
+              m_discovered ? 0 : timeoutMs);
+    if (found.isNull())
+    {
+        throw CRefusal(error);
+    }
+    return found;
+}
+
+QVector<HostKit::CameraInfoPtr> CSession::camerasCalled(const QStringList& names, int timeoutMs)
+{
+    QVector<HostKit::CameraInfoPtr> result;
+    if (names.isEmpty())
+    {
+        waitForDiscovery(timeoutMs);
+        result = cameras();
+        if (result.isEmpty())
+        {
+            throw CRefusal(tr("There is no camera."));
+        }
+        return result;
+    }
+    for (const QString& name : names)
+    {
+        const auto found = camera(name, timeoutMs);
+        if (!result.contains(found))
+        {
+            result.append(found);
+        }
+    }
+    return result;
+}
+
+void CSession::open(const HostKit::CameraInfoPtr& camera)
+{
+    camera->clearError();
+    if (!m_host.control().open(camera, false))
+    {
+        const QString reason = camera->errorString();
+        throw CRefusal(tr("%1 could not be opened: %2")
+                           .arg(camera->getFriendlyName(), reason.isEmpty() ? tr("it is in exclusive use.") : reason));
+    }
+}
+
+void CSession::close(const HostKit::CameraInfoPtr& camera)
+{
+    m_host.control().close(QSharedPointer<Plugin::CameraPool::IBaseInfo>(camera));
+}
+
+QSharedPointer<ParameterCollection::IParameterCollection> CSession::parameters(const HostKit::CameraInfoPtr& camera)
+{
+    auto collection = m_host.parameters().getParameterCollection(camera);
+    if (collection.isNull())
+    {
+        throw CRefusal(tr("%1 has no parameters.").arg(camera->getFriendlyName()));
+    }
+    return collection;
+}
+
+} // namespace PoolCli
