@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "camerapool/ibaseinfo.h"
+#include "parametercollection/iparametercollection.h"
+#include "servicecore/iservice.h"
+
+namespace Plugin::CameraPool
+{
+
+/** Finds the parameters of a device. Main thread. */
+class CAMERAPOOL_EXPORT IDeviceParameterService : public Core::Service::IService
+{
+    Q_OBJECT
+public:
+    using Core::Service::IService::IService;
+    ~IDeviceParameterService() override;
+    /** Null when no pool knows the device. */
+    virtual QSharedPointer<ParameterCollection::IParameterCollection>
+    getParameterCollection(QSharedPointer<IBaseInfo> deviceInfo) = 0;
+};
+
+} // namespace Plugin::CameraPool

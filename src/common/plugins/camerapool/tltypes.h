@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+
+namespace Plugin::CameraPool
+{
+
+/** Types of transport layers, as the SDK names them. */
+static const QString TLTypeGigE = QStringLiteral("GEV");
+static const QString TLTypeUSB = QStringLiteral("U3V");
+static const QString TLType1394 = QStringLiteral("IIDC");
+static const QString TLTypeQLNK = QStringLiteral("QLNK");
+static const QString TLTypeCL = QStringLiteral("CL");
+static const QString TLTypeCamEmu = QStringLiteral("CamEmu");
+static const QString TLTypeIPCam = QStringLiteral("IPCam");
+static const QString TLTypeCXP = QStringLiteral("CXP");
+static const QString TLTypeCustom = QStringLiteral("Custom");
+
+} // namespace Plugin::CameraPool
