@@ -20,6 +20,19 @@ function(project_link_public_headers root prefix)
   endforeach()
 endfunction()
 
+# Makes moc run again when files were added or removed: Ninja does not see that by itself.
+function(project_refresh_moc name files)
+  set(list "${CMAKE_CURRENT_BINARY_DIR}/${name}_moc_sources.txt")
+  set(before "")
+  if(EXISTS "${list}")
+    file(READ "${list}" before)
+  endif()
+  if(NOT before STREQUAL "${files}")
+    file(WRITE "${list}" "${files}")
+    file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp")
+  endif()
+endfunction()
+
 # project_add_module(<name> LAYER <n> FAMILY framework|sdk|plugin|app [QT] [PREFIX <include prefix>]
 #                    [PUBLIC <targets>] [PRIVATE <targets>])
 #
@@ -64,8 +77,8 @@ function(project_add_module name)
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE project_flags ${ARG_PRIVATE} Threads::Threads)
   if(ARG_QT)
     target_link_libraries(${name} PUBLIC Qt5::Core)
-    # The explicit dependencies make moc run again when files are added.
-    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOGEN_TARGET_DEPENDS "${sources}")
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    project_refresh_moc(${name} "${sources}")
     
   endif()
   set_target_properties(${name} PROPERTIES PROJECT_LAYER "${ARG_LAYER}" PROJECT_FAMILY "${ARG_FAMILY}")
