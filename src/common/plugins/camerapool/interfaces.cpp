@@ -15,17 +15,9 @@ namespace Plugin::CameraPool
 {
 
 // Defined here so that each interface's run-time information exists once in the process.
-IBaseInfo::IBaseInfo(QObject* parent) : Plugin::AppCore::IInfo(parent) {}
-
-ICameraInfo::ICameraInfo(QObject* parent) : IBaseInfo(parent) {}
-
 IInterfaceInfo::IInterfaceInfo(QObject* parent) : IBaseInfo(parent) {}
 
 ITransportLayerInfo::ITransportLayerInfo(QObject* parent) : QObject(parent) {}
-
-IDevice::IDevice(QObject* parent) : QObject(parent) {}
-
-ICamera::ICamera(QObject* parent) : IDevice(parent) {}
 
 IInterface::IInterface(QObject* parent) : IDevice(parent) {}
 
