@@ -71,12 +71,12 @@ bool CDataProcessingGraph::removeNode(const ANodeDataModelPtr& node)
         return false;
     }
     const ANodeDataModelPtr kept = node; // the argument may be the graph's own reference
-    const QVector<SLink> links = m_links;
-    for (const SLink& link : links)
+    const QMap<quint64, SNodeConnection> links = m_links;
+    for (auto link = links.begin(); link != links.end(); ++link)
     {
-        if (link.connection.source == kept || link.connection.consumer == kept)
+        if (link->source == kept || link->consumer == kept)
         {
-            cut(link.serial);
+            cut(link.key());
         }
     }
     kept->disconnect(this);
@@ -109,16 +109,16 @@ void CDataProcessingGraph::checkPort(const ANodeDataModelPtr& node, ENodePortTyp
 
 void CDataProcessingGraph::checkFree(const SNodeConnection& wanted) const
 {
-    for (const SLink& link : m_links)
+    for (const SNodeConnection& existing : m_links)
     {
-        if (link.connection.consumer == wanted.consumer && link.connection.inPort == wanted.inPort)
+        if (existing.consumer == wanted.consumer && existing.inPort == wanted.inPort)
         {
             throw Core::Exception::InvalidOperationException(
                 tr("Input port %1 of the node \"%2\" is connected already.")
                     .arg(wanted.inPort)
                     .arg(wanted.consumer->caption()));
         }
-        if (link.connection.source == wanted.source && link.connection.outPort == wanted.outPort &&
+        if (existing.source == wanted.source && existing.outPort == wanted.outPort &&
             wanted.source->portOutConnectionPolicy(wanted.outPort) == ENodeConnectionPolicy::One)
         {
             throw Core::Exception::InvalidOperationException(
@@ -178,7 +178,7 @@ void CDataProcessingGraph::connectPorts(const ANodeDataModelPtr& source, int out
                 .arg(source->caption(), consumer->caption()));
     }
     const SLink link{connection, ++m_lastSerial};
-    m_links.append(link);
+    m_links.insert(link.serial, connection);
     m_linksOfSource[source.data()].append(link);
     if (const CNodeDataPtr data = source->outData(outPort))
     {
@@ -189,12 +189,11 @@ void CDataProcessingGraph::connectPorts(const ANodeDataModelPtr& source, int out
 bool CDataProcessingGraph::disconnectPorts(const ANodeDataModelPtr& source, int outPort,
                                            const ANodeDataModelPtr& consumer, int inPort)
 {
-    for (const SLink& link : qAsConst(m_links))
+    for (auto link = m_links.cbegin(); link != m_links.cend(); ++link)
     {
-        const SNodeConnection& c = link.connection;
-        if (c.source == source && c.outPort == outPort && c.consumer == consumer && c.inPort == inPort)
+        if (link->source == source && link->outPort == outPort && link->consumer == consumer && link->inPort == inPort)
         {
-            cut(link.serial);
+            cut(link.key());
             return true;
         }
     }
@@ -203,36 +202,23 @@ bool CDataProcessingGraph::disconnectPorts(const ANodeDataModelPtr& source, int 
 
 QVector<SNodeConnection> CDataProcessingGraph::connections() const
 {
-    QVector<SNodeConnection> result;
-    result.reserve(m_links.size());
-    for (const SLink& link : m_links)
-    {
-        result.append(link.connection);
-    }
-    return result;
-}
-
-bool CDataProcessingGraph::isConnected(quint64 serial) const
-{
-    return std::any_of(m_links.begin(), m_links.end(), [serial](const SLink& link) { return link.serial == serial; });
+    return m_links.values().toVector();
 }
 
 void CDataProcessingGraph::cut(quint64 serial)
 {
-    const auto sameSerial = [serial](const SLink& link)
-    {
-        return link.serial == serial;
-    };
-    const auto found = std::find_if(m_links.begin(), m_links.end(), sameSerial);
+    const auto found = m_links.find(serial);
     if (found == m_links.end())
     {
         return;
     }
-    const SLink link = *found;
+    const SLink link{*found, serial};
     m_links.erase(found);
     ANodeDataModel* pSource = link.connection.source.data();
     QVector<SLink>& ofSource = m_linksOfSource[pSource];
-    ofSource.erase(std::remove_if(ofSource.begin(), ofSource.end(), sameSerial), ofSource.end());
+    ofSource.erase(std::remove_if(ofSource.begin(), ofSource.end(),
+                                  [serial](const SLink& other) { return other.serial == serial; }),
+                   ofSource.end());
     if (ofSource.isEmpty())
     {
         m_linksOfSource.remove(pSource);
@@ -251,7 +237,7 @@ void CDataProcessingGraph::distribute(ANodeDataModel* source, int outPort, bool 
     const CNodeDataPtr data = valid ? source->outData(outPort) : CNodeDataPtr();
     for (const SLink& link : links)
     {
-        if (link.connection.outPort == outPort && isConnected(link.serial))
+        if (link.connection.outPort == outPort && m_links.contains(link.serial))
         {
             deliver(link, data);
         }

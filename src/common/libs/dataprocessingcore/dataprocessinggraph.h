@@ -6,6 +6,7 @@
 #include "dataprocessingcore/anodedatamodel.h"
 
 #include <QHash>
+#include <QMap>
 #include <QObject>
 #include <QSet>
 #include <QVector>
@@ -79,10 +80,9 @@ private:
     void deliver(const SLink& link, const CNodeDataPtr& data);
     void reportFailure(const SLink& link, const QString& reason);
     void cut(quint64 serial);
-    bool isConnected(quint64 serial) const;
 
     QVector<ANodeDataModelPtr> m_nodes;
-    QVector<SLink> m_links;
+    QMap<quint64, SNodeConnection> m_links;                 // by serial, that is in the order in which they were made
     QHash<ANodeDataModel*, QVector<SLink>> m_linksOfSource; // the same links by source, in the same order
     QSet<quint64> m_failed;                                 // serials of links whose consumer threw last time
     quint64 m_lastSerial = 0;

@@ -37,6 +37,7 @@ public:
     virtual CObjectState objectState() const = 0;
 
 signals:
+    /** The node map can be used already. Both signals are emitted with the lock of the object state held. */
     void nodeMapAttached(const QString& path);
     /** Emitted before the node map goes away; receivers in the emitting thread let go of its nodes here. */
     void nodeMapDetaching(const QString& path);

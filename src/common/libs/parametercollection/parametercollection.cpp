@@ -7,6 +7,8 @@
 
 #include <QVector>
 
+#include <algorithm>
+
 namespace ParameterCollection
 {
 
@@ -19,20 +21,16 @@ struct CParameterCollection::SPrivate
     struct SEntry
     {
         QString path;
-        GenApi::INodeMap* pNodeMap;
+        GenApi::INodeMap* pNodeMap = nullptr;
+        bool isDetaching = false;
     };
 
     explicit SPrivate(const CObjectState& s) : state(s) {}
-    const SEntry* find(const QString& path) const
+    int indexOf(const QString& path) const
     {
-        for (const SEntry& entry : entries)
-        {
-            if (entry.path == path)
-            {
-                return &entry;
-            }
-        }
-        return nullptr;
+        const auto found =
+            std::find_if(entries.begin(), entries.end(), [&](const SEntry& entry) { return entry.path == path; });
+        return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
     }
 
     CObjectState state;
@@ -49,25 +47,42 @@ CParameterCollection::~CParameterCollection() = default;
 void CParameterCollection::announceNodeMap(const QString& path)
 {
     const CScopedObjectStateLock lock(m_p->state);
-    if (m_p->find(path) == nullptr)
+    if (m_p->indexOf(path) < 0)
     {
-        m_p->entries.append({path, nullptr});
+        m_p->entries.append({path, nullptr, false});
     }
 }
 
+// The signals are emitted under the lock: no other thread sees the node map between a receiver's letting go of its
+// nodes and the node map's going away. Entries are never removed, so an index outlives what receivers announce
+// meanwhile.
 void CParameterCollection::attachNodeMap(const QString& path, GenApi::INodeMap* pNodeMap)
 {
     const CScopedObjectStateLock lock(m_p->state);
-    auto* pEntry = const_cast<SPrivate::SEntry*>(m_p->find(path));
-    if (pEntry == nullptr)
+    const int index = m_p->indexOf(path);
+    if (index < 0)
     {
         throw Core::Exception::ArgumentException(tr("No node map has been announced under %1.").arg(path));
     }
-    if (pEntry->pNodeMap != nullptr)
+    if (m_p->entries.at(index).pNodeMap == pNodeMap)
     {
-        emit nodeMapDetaching(path);
+        return;
     }
-    pEntry->pNodeMap = pNodeMap;
+    if (m_p->entries.at(index).isDetaching)
+    {
+        if (pNodeMap != nullptr)
+        {
+            throw Core::Exception::InvalidOperationException(tr("The node map under %1 is being detached.").arg(path));
+        }
+        return;
+    }
+    if (m_p->entries.at(index).pNodeMap != nullptr)
+    {
+        m_p->entries[index].isDetaching = true;
+        emit nodeMapDetaching(path);
+        m_p->entries[index].isDetaching = false;
+    }
+    m_p->entries[index].pNodeMap = pNodeMap;
     if (pNodeMap != nullptr)
     {
         emit nodeMapAttached(path);
@@ -103,8 +118,8 @@ QStringList CParameterCollection::paths() const
 GenApi::INodeMap* CParameterCollection::nodeMap(const QString& path) const
 {
     const CScopedObjectStateLock lock(m_p->state);
-    const auto* pEntry = m_p->find(path);
-    return pEntry == nullptr ? nullptr : pEntry->pNodeMap;
+    const int index = m_p->indexOf(path);
+    return index < 0 ? nullptr : m_p->entries.at(index).pNodeMap;
 }
 
 GenApi::INode* CParameterCollection::node(const QString& name) const

@@ -20,7 +20,9 @@ public:
 
     /** Makes a path known. Announcing it again changes nothing. */
     void announceNodeMap(const QString& path);
-    /** Null detaches. Throws Core::Exception::ArgumentException when the path was not announced. */
+    /** Null detaches; a node map that is attached already stays without signals, another one is detached first. Throws
+     *  Core::Exception::ArgumentException when the path was not announced, InvalidOperationException when a receiver of
+     *  nodeMapDetaching attaches under the path being detached. */
     void attachNodeMap(const QString& path, GenApi::INodeMap* pNodeMap);
     void detachNodeMap(const QString& path);
     void detachAllNodeMaps();

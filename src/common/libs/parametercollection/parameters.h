@@ -23,6 +23,8 @@ class PARAMETERCOLLECTION_EXPORT CParameter
 {
 public:
     CParameter(QSharedPointer<const IParameterCollection> collection, QString name);
+    CParameter(const CParameter&);
+    CParameter& operator=(const CParameter&);
     virtual ~CParameter();
     QString name() const { return m_name; }
     /** There is such a node and it is of this kind. */

@@ -13,8 +13,9 @@ namespace Core::Plugin
 /**
  * A plugin with translations of its own, compiled into its resources as ":/translation/<name>_<language>.qm".
  *
- * setLanguage("ja_JP") tries "ja_JP", then "ja", then "en". The translator is installed in the application while the
- * plugin lives. Main thread.
+ * setLanguage("ja_JP") tries "ja_JP", then "ja", then "en"; with none of them the language stays. The translator is
+ * installed in the application while the plugin lives; every change of language reaches the application as
+ * QEvent::LanguageChange, at once or through the event loop. Main thread.
  */
 class PLUGINCORE_EXPORT ALocalizedPlugin : public IPlugin
 {
@@ -28,9 +29,12 @@ public:
     QString language() const { return m_language; }
 
 private:
+    bool load(const QString& file);
+
     QString m_catalogueName;
     QString m_language;
     QTranslator m_translator;
+    bool m_isInstalled = false;
 };
 
 } // namespace Core::Plugin
