@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QStringList>
+#include <QtGlobal>
+
+#include <algorithm>
+
+namespace Test
+{
+
+/** Keeps what is logged while it lives. Threads: any may log; the rest from one at a time. */
+class CMessageLog
+{
+public:
+    CMessageLog()
+    {
+        s_pCurrent = this;
+        m_previous = qInstallMessageHandler(&CMessageLog::handle);
+    }
+    ~CMessageLog()
+    {
+        qInstallMessageHandler(m_previous);
+        s_pCurrent = nullptr;
+    }
+    CMessageLog(const CMessageLog&) = delete;
+    CMessageLog& operator=(const CMessageLog&) = delete;
+
+    QStringList lines() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_lines;
+    }
+    int count(const QString& line) const { return lines().count(line); }
+    bool contains(const QString& line) const { return count(line) > 0; }
+    /** True when some line begins like that. */
+    bool containsStart(const QString& start) const
+    {
+        const QStringList all = lines();
+        return std::any_of(all.cbegin(), all.cend(), [&](const QString& line) { return line.startsWith(start); });
+    }
+    void clear()
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_lines.clear();
+    }
+
+private:
+    static void handle(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text)
+    {
+        const QMutexLocker lock(&s_pCurrent->m_mutex);
+        s_pCurrent->m_lines.append(text);
+    }
+
+    static inline CMessageLog* s_pCurrent = nullptr;
+    mutable QMutex m_mutex; // guards m_lines
+    QStringList m_lines;
+    QtMessageHandler m_previous = nullptr;
+};
+
+/** Serves the event loop until the condition holds; false when it does not within the time. */
+template <class Condition> bool waitUntil(Condition&& condition, int timeoutMs = 10000)
+{
+    const QDeadlineTimer deadline(timeoutMs);
+    while (!condition())
+    {
+        if (deadline.hasExpired())
+        {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+    }
+    return true;
+}
+
+} // namespace Test
