@@ -124,7 +124,10 @@ private:
 class CGigETransportLayerHandle final : public CTransportLayerHandle<IGigETransportLayer>
 {
 public:
-    using CTransportLayerHandle<IGigETransportLayer>::CTransportLayerHandle;
+    CGigETransportLayerHandle(std::shared_ptr<Transport::ITransport> transport, Transport::IGigEExtension& extension)
+        : CTransportLayerHandle(std::move(transport)), m_extension(extension)
+    {
+    }
 
     int EnumerateAllDevices(DeviceInfoList& list, bool addToList) override
     {
@@ -135,31 +138,28 @@ public:
 
     bool AnnounceRemoteDevice(const CDeviceInfo& info) override
     {
-        const auto transport = Get();
-        Transport::IGigEExtension* pExtension = transport->GetGigEExtension();
-        return pExtension != nullptr && pExtension->AnnounceRemoteDevice(info);
+        const auto alive = Get();
+        return m_extension.AnnounceRemoteDevice(info);
     }
-};
 
-template <class Handle>
-std::unique_ptr<ITransportLayer> Make(std::shared_ptr<Transport::ITransport> transport,
-                                      ITransportLayerHandle*& pDetachable)
-{
-    auto handle = std::make_unique<Handle>(std::move(transport));
-    pDetachable = handle.get();
-    return handle;
-}
+private:
+    Transport::IGigEExtension& m_extension; // part of the transport
+};
 
 } // namespace
 
 std::unique_ptr<ITransportLayer> MakeTransportLayerHandle(std::shared_ptr<Transport::ITransport> transport,
                                                           ITransportLayerHandle*& pDetachable)
 {
-    if (transport->GetGigEExtension() != nullptr)
+    if (Transport::IGigEExtension* pExtension = transport->GetGigEExtension())
     {
-        return Make<CGigETransportLayerHandle>(std::move(transport), pDetachable);
+        auto handle = std::make_unique<CGigETransportLayerHandle>(std::move(transport), *pExtension);
+        pDetachable = handle.get();
+        return handle;
     }
-    return Make<CTransportLayerHandle<ITransportLayer>>(std::move(transport), pDetachable);
+    auto handle = std::make_unique<CTransportLayerHandle<ITransportLayer>>(std::move(transport));
+    pDetachable = handle.get();
+    return handle;
 }
 
 } // namespace Velmo::Internal
