@@ -4,7 +4,6 @@
 #include "genapi/internal/formulamath.h"
 
 #include <cmath>
-#include <limits>
 #include <stdexcept>
 
 namespace GenApi
@@ -16,7 +15,6 @@ namespace FormulaMath
 namespace
 {
 
-constexpr std::int64_t kMinimum = std::numeric_limits<std::int64_t>::min();
 constexpr double kTwoToThe63 = 9223372036854775808.0;
 
 [[noreturn]] void Overflow()
