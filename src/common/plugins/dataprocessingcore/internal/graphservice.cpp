@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "dataprocessingcoreplugin/internal/graphservice.h"
+
+namespace Plugin::DataProcessingCore::Internal
+{
+
+CGraphService::CGraphService(QObject* parent)
+    : IGraphService(parent), m_graph(QSharedPointer<CDataProcessingGraph>::create())
+{
+}
+
+CGraphService::~CGraphService() = default;
+
+} // namespace Plugin::DataProcessingCore::Internal
