@@ -7,6 +7,7 @@
 #include "camerapool/ibaseinfo.h"
 #include "transport/infos.h"
 
+#include <QSharedPointer>
 #include <QVector>
 
 namespace Plugin::CameraPool
@@ -17,22 +18,26 @@ namespace Internal
 class CCameraInfo;
 }
 
-/** Camera records in the order of discovery. Enumeration thread: the static functions; any: a copy. */
+/** Camera records in the order of the SDK; implicitly shared. */
 class CAMERAPOOL_EXPORT CCameraInfoList : public QVector<QSharedPointer<Internal::CCameraInfo>>
 {
 public:
-    CCameraInfoList() = default;
+    using QVector<QSharedPointer<Internal::CCameraInfo>>::QVector;
 
     /** The same records in the same order, as the device pools take them. */
     QVector<QSharedPointer<IBaseInfo>> toBaseInfoVector() const;
 
     /**
-     * The records of the SDK's devices: the known record of a full name seen before, refreshed in place when a name
-     * that people see has changed (then changed is true, otherwise false), else a new one.
+     * The records of the SDK's cameras: for each the one that the process keeps for its full name, made anew for a
+     * name never seen. A known record whose friendly or user-defined name has changed is refreshed.
+     * changed: whether any was. Threads: the enumeration thread only.
      */
     static CCameraInfoList fromDeviceInfoList(Velmo::DeviceInfoList devices, bool& changed);
 
-    /** Every record ever made, in the order of first sighting; null before the first. */
+private:
+    static QVector<QSharedPointer<Internal::CCameraInfo>>& knownCameras();
+
+    /** Every record ever made; grows only. */
     static QVector<QSharedPointer<Internal::CCameraInfo>>* m_pKnownCameras;
 };
 

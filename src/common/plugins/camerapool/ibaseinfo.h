@@ -14,9 +14,9 @@ namespace Plugin::CameraPool
 {
 
 /**
- * What is known of a device, whatever its kind; one record per device for the life of the process.
+ * What is known of one device: base of the camera and the interface records.
  *
- * Threads: refreshed by the enumeration, read on the main thread.
+ * One record per device for the life of the process; records are compared by pointer. Threads: getters from any.
  */
 class CAMERAPOOL_EXPORT IBaseInfo : public Plugin::AppCore::IInfo
 {
@@ -28,13 +28,20 @@ public:
     virtual QString getFriendlyName() const = 0;
     virtual QString getFullName() const = 0;
     virtual QString getVendorName() const = 0;
-    /** One of the transport-layer types. */
+    /** One of the constants of tltypes.h. */
     virtual QString getTLType() const = 0;
-    /** The kind of record: 0 camera, 2 interface. */
+    /** The kind of record: RecordType_Camera or RecordType_Interface. */
     virtual int getType() const = 0;
-    /** The last error recorded against this device; "" when none. */
+    /** The last error of this device; "" when there is none. */
     virtual QString errorString() const = 0;
     virtual void clearError() = 0;
+};
+
+/** Values of IBaseInfo::getType(); no kind of record uses 1. */
+enum ERecordType
+{
+    RecordType_Camera = 0,
+    RecordType_Interface = 2
 };
 
 using BaseInfoPtr = QSharedPointer<IBaseInfo>;

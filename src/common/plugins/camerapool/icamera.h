@@ -4,6 +4,7 @@
 #pragma once
 
 #include "camerapool/compressionstatistic.h"
+#include "camerapool/icamerainfo.h"
 #include "camerapool/idevice.h"
 #include "velmo/grabresult.h"
 
@@ -15,10 +16,10 @@ namespace Plugin::CameraPool
 {
 
 /**
- * A camera.
+ * One camera.
  *
- * Threads: functions on the main thread. Signals marked [grab] are emitted on the SDK's grab or event thread;
- * receivers in other threads get them queued.
+ * Threads: functions on the main thread; signals marked [grab] are emitted on the SDK's grab thread, and
+ * cameraConnectionLost on a thread of the SDK.
  */
 class CAMERAPOOL_EXPORT ICamera : public IDevice
 {
@@ -28,30 +29,27 @@ public:
     ~ICamera() override;
 
     virtual bool isGrabbing() const = 0;
-    /** Open, and only watching what another application controls. */
+    /** Open, and opened in monitor mode. */
     virtual bool isMonitorModeActive() const = 0;
 
-public slots:
-    /** Grabs until stopped. Failures are logged and kept in the record's error string. */
-    virtual void startGrabbing() = 0;
-    virtual void stopGrabbing() = 0;
-    /** Grabs one image; timeout in milliseconds. */
-    virtual void singleShot(unsigned int timeout) = 0;
-
 signals:
-    /** A grab is about to start. */
     void cameraGrabStart();
     void cameraGrabStarted();
     void cameraGrabStopped();
-    /** [grab] Once per opening. */
     void cameraConnectionLost();
-    /** [grab] Failed results too. */
-    void cameraImageGrabbed(Velmo::CGrabResultPtr grabResult);
+    /** [grab] Also for results whose grab failed. */
+    void cameraImageGrabbed(Velmo::CGrabResultPtr);
     /** [grab] */
     void cameraImageGrabFailed();
-    /** [grab] Also from the main thread while a stream stalls. bps in bytes per second. */
+    /** [grab], and on the main thread while the stream stalls. fps: frames per second; bps: bytes per second. */
     void cameraStatisticChanged(int imagesGrabbedCount, int imagesFailedCount, double fps, uint64_t bps,
                                 CCompressionStatistic compressionStatistic);
+
+public slots:
+    virtual void startGrabbing() = 0;
+    virtual void stopGrabbing() = 0;
+    /** Grabs one image; the timeout is in milliseconds. */
+    virtual void singleShot(unsigned int timeout) = 0;
 };
 
 } // namespace Plugin::CameraPool

@@ -10,20 +10,22 @@
 namespace Plugin::CameraPool
 {
 
-/** Takes cameras for exclusive use and makes remote ones known. Main thread. */
+/** Service: opens and closes devices, and takes cameras for exclusive use. Main thread. */
 class CAMERAPOOL_EXPORT ICameraControlService : public IDeviceControlService
 {
     Q_OBJECT
 public:
-    using IDeviceControlService::IDeviceControlService;
+    explicit ICameraControlService(QObject* parent = nullptr);
     ~ICameraControlService() override;
-    /** Opens a closed camera and locks it; null when it is open already or cannot be opened. */
+
+    /** Opens a closed camera for the caller alone until unlock(); null when that is not possible. */
     virtual QSharedPointer<ICamera> openCameraExclusive(QSharedPointer<ICameraInfo> info) = 0;
-    /** Locks an open camera: from now on its signals reach only the caller. Null when that cannot be. */
+    /** Takes an open camera for the caller alone until unlock(); null when that is not possible. */
     virtual QSharedPointer<ICamera> tryLock(QSharedPointer<ICameraInfo> info) = 0;
-    /** False when the camera is not locked. */
+    /** False when the camera was not locked. */
     virtual bool unlock(QSharedPointer<ICamera> camera) = 0;
-    /** Throws Core::Exception::BaseException when no camera answers there. */
+    /** Makes a GigE camera of another subnet known to later enumerations. Throws Core::Exception::BaseException when
+     *  it is not found. */
     virtual void addRemoteGigECamera(const QString& ipAddress) = 0;
 };
 

@@ -9,7 +9,7 @@
 namespace Plugin::CameraPool
 {
 
-/** What is known of a camera. */
+/** One camera: names, serial number, version, and the SDK's record that opening needs. Threads: getters from any. */
 class CAMERAPOOL_EXPORT ICameraInfo : public IBaseInfo
 {
     Q_OBJECT
@@ -21,8 +21,9 @@ public:
     virtual QString getCameraVersion() const = 0;
     virtual QString getModelName() const = 0;
     virtual QString getSerialNumber() const = 0;
+    /** "" when the camera has none. */
     virtual QString getUserDefinedName() const = 0;
-    /** The SDK's own record. */
+    /** Valid and unchanged as long as this record; a renamed camera gives another one on the next call. */
     virtual const Velmo::CDeviceInfo& getVelmoDeviceInfo() const = 0;
 };
 

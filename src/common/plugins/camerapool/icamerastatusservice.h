@@ -3,41 +3,41 @@
 
 #pragma once
 
-#include "camerapool/compressionstatistic.h"
+#include "camerapool/icamera.h"
 #include "camerapool/icamerainfo.h"
 #include "camerapool/idevicestatusservice.h"
-#include "velmo/grabresult.h"
-
-#include <cstdint>
 
 namespace Plugin::CameraPool
 {
 
-/** Tells of all cameras but those in exclusive use. Main thread. */
+/** Service: tells what happens to devices and cameras. A camera in exclusive use is silent between cameraDetached and
+ *  cameraAttached. Main thread. */
 class CAMERAPOOL_EXPORT ICameraStatusService : public IDeviceStatusService
 {
     Q_OBJECT
 public:
-    using IDeviceStatusService::IDeviceStatusService;
+    explicit ICameraStatusService(QObject* parent = nullptr);
     ~ICameraStatusService() override;
+
     virtual bool isCameraOpenExclusive(QSharedPointer<ICameraInfo> info) = 0;
     virtual bool isCameraGrabbing(QSharedPointer<ICameraInfo> info) = 0;
+    /** Without those in exclusive use. */
     virtual int getCountGrabbing() = 0;
 
 signals:
-    void cameraGrabStart(QSharedPointer<ICameraInfo> info);
-    void cameraGrabStarted(QSharedPointer<ICameraInfo> info);
-    void cameraGrabStopped(QSharedPointer<ICameraInfo> info);
-    /** The pixels are shared, never copied; hold the result only as long as they are needed. */
-    void cameraImageGrabbed(QSharedPointer<ICameraInfo> info, const Velmo::CGrabResultPtr& grabResult);
-    void cameraImageGrabFailed(QSharedPointer<ICameraInfo> info);
-    void cameraStatisticUpdated(QSharedPointer<ICameraInfo> info, int imagesGrabbedCount, int imagesFailedCount,
-                                double fps, uint64_t bps, CCompressionStatistic compressionStatistic);
-    void cameraDetached(QSharedPointer<ICameraInfo> info);
-    void cameraAttached(QSharedPointer<ICameraInfo> info);
-    void cameraConnectionLost(QSharedPointer<ICameraInfo> info);
-    void deviceConnected(QSharedPointer<IBaseInfo> info);
-    void deviceDisconnected(QSharedPointer<IBaseInfo> info);
+    void cameraGrabStart(CameraInfoPtr info);
+    void cameraGrabStarted(CameraInfoPtr info);
+    void cameraGrabStopped(CameraInfoPtr info);
+    void cameraImageGrabbed(CameraInfoPtr info, const Velmo::CGrabResultPtr& grabResult);
+    void cameraImageGrabFailed(CameraInfoPtr info);
+    /** fps: frames per second; bps: bytes per second. */
+    void cameraStatisticUpdated(CameraInfoPtr info, int imagesGrabbedCount, int imagesFailedCount, double fps,
+                                uint64_t bps, CCompressionStatistic compressionStatistic);
+    void cameraDetached(CameraInfoPtr info);
+    void cameraAttached(CameraInfoPtr info);
+    void cameraConnectionLost(CameraInfoPtr info);
+    void deviceConnected(BaseInfoPtr info);
+    void deviceDisconnected(BaseInfoPtr info);
 };
 
 } // namespace Plugin::CameraPool

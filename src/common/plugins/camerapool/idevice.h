@@ -13,7 +13,7 @@
 namespace Plugin::CameraPool
 {
 
-/** A device of any kind that can be opened. Threads: main. */
+/** A device that can be opened: a camera or an interface. Made and owned by its pool. Main thread. */
 class CAMERAPOOL_EXPORT IDevice : public QObject
 {
     Q_OBJECT
@@ -21,15 +21,16 @@ public:
     explicit IDevice(QObject* parent = nullptr);
     ~IDevice() override;
 
+    /** The record the device was made for. */
     virtual QSharedPointer<Plugin::AppCore::IInfo> getInfo() const = 0;
-    /** Open, and not removed since. */
     virtual bool isConnected() const = 0;
     virtual bool isOpen() const = 0;
     virtual QSharedPointer<ParameterCollection::IParameterCollection> getParameterCollection() const = 0;
 
 public slots:
-    /** True when the device is open on return; on failure the record's error string says why. */
+    /** False when it could not be opened: the reason is the record's error string. */
     virtual bool open(bool monitorMode) = 0;
+    /** Nothing when it is not open. */
     virtual void close() = 0;
 
 signals:

@@ -10,19 +10,21 @@
 namespace Plugin::CameraPool
 {
 
-/** Opens and closes devices. Main thread. */
+/** Service: opens and closes devices. Main thread. */
 class CAMERAPOOL_EXPORT IDeviceControlService : public Core::Service::IService
 {
     Q_OBJECT
 public:
-    using Core::Service::IService::IService;
+    explicit IDeviceControlService(QObject* parent = nullptr);
     ~IDeviceControlService() override;
-    /** False when it cannot be opened; the record's errorString() says why. */
+
+    /** False when the device could not be opened; the reason is the record's error string. */
     virtual bool open(QSharedPointer<IBaseInfo> info, bool monitorMode) = 0;
     virtual void close(QSharedPointer<IDevice> device) = 0;
     virtual void close(QSharedPointer<IBaseInfo> info) = 0;
-    /** The active device. */
+    /** The active device; false when there is none. */
     virtual bool open(bool monitorMode) = 0;
+    /** The active device. */
     virtual void close() = 0;
 };
 

@@ -10,14 +10,15 @@
 namespace Plugin::CameraPool
 {
 
-/** Finds the parameters of a device. Main thread. */
+/** Service: finds the parameters of a device. Main thread. */
 class CAMERAPOOL_EXPORT IDeviceParameterService : public Core::Service::IService
 {
     Q_OBJECT
 public:
-    using Core::Service::IService::IService;
+    explicit IDeviceParameterService(QObject* parent = nullptr);
     ~IDeviceParameterService() override;
-    /** Null when no pool knows the device. */
+
+    /** Null when no device is known for that record. */
     virtual QSharedPointer<ParameterCollection::IParameterCollection>
     getParameterCollection(QSharedPointer<IBaseInfo> deviceInfo) = 0;
 };

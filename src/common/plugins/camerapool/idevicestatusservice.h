@@ -9,24 +9,25 @@
 namespace Plugin::CameraPool
 {
 
-/** Tells of all devices, and keeps the active one. Main thread. */
+/** Service: tells what happens to devices, and keeps the active one. Main thread. */
 class CAMERAPOOL_EXPORT IDeviceStatusService : public Core::Service::IService
 {
     Q_OBJECT
 public:
-    using Core::Service::IService::IService;
+    explicit IDeviceStatusService(QObject* parent = nullptr);
     ~IDeviceStatusService() override;
+
     virtual bool isDeviceOpen(QSharedPointer<IBaseInfo> info) = 0;
     /** Null: no device is active. */
     virtual void setActiveDevice(QSharedPointer<IBaseInfo> info) = 0;
     virtual QSharedPointer<IBaseInfo> getActiveDevice() = 0;
 
 signals:
-    void deviceOpening(QSharedPointer<IBaseInfo> info);
-    void deviceOpened(QSharedPointer<IBaseInfo> info);
-    void deviceClosing(QSharedPointer<IBaseInfo> info);
-    void deviceClosed(QSharedPointer<IBaseInfo> info);
-    void activeDeviceChanged(QSharedPointer<IBaseInfo> info);
+    void deviceOpening(BaseInfoPtr info);
+    void deviceOpened(BaseInfoPtr info);
+    void deviceClosing(BaseInfoPtr info);
+    void deviceClosed(BaseInfoPtr info);
+    void activeDeviceChanged(BaseInfoPtr info);
 };
 
 } // namespace Plugin::CameraPool

@@ -4,11 +4,12 @@
 #pragma once
 
 #include "camerapool/idevice.h"
+#include "camerapool/iinterfaceinfo.h"
 
 namespace Plugin::CameraPool
 {
 
-/** An interface that can be opened to reach its parameters. Main thread. */
+/** One interface as a device: opened to show and change its own parameters. Main thread. */
 class CAMERAPOOL_EXPORT IInterface : public IDevice
 {
     Q_OBJECT

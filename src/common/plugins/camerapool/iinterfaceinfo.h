@@ -9,16 +9,20 @@
 namespace Plugin::CameraPool
 {
 
-/** What is known of one interface: a network adapter, a frame-grabber port. */
+/** One interface of a transport layer: a network adapter, a frame-grabber port. */
 class CAMERAPOOL_EXPORT IInterfaceInfo : public IBaseInfo
 {
     Q_OBJECT
 public:
     explicit IInterfaceInfo(QObject* parent = nullptr);
     ~IInterfaceInfo() override;
+
+    /** What tells one interface from another. */
     virtual QString getInterfaceId() const = 0;
-    /** The SDK's record, from which the interface object is made. */
+    /** Valid as long as this record. */
     virtual Velmo::CInterfaceInfo& getVelmoInterfaceInfo() = 0;
 };
+
+using InterfaceInfoPtr = QSharedPointer<IInterfaceInfo>;
 
 } // namespace Plugin::CameraPool

@@ -7,6 +7,7 @@
 #include "camerapool/ibaseinfo.h"
 #include "transport/infos.h"
 
+#include <QSharedPointer>
 #include <QVector>
 
 namespace Plugin::CameraPool
@@ -17,19 +18,25 @@ namespace Internal
 class CInterfaceInfo;
 }
 
-/** Interface records in the order of discovery. Enumeration thread: the static functions; any: a copy. */
+/** Interface records in the order of the SDK; implicitly shared. */
 class CAMERAPOOL_EXPORT CInterfaceInfoList : public QVector<QSharedPointer<Internal::CInterfaceInfo>>
 {
 public:
-    CInterfaceInfoList() = default;
+    using QVector<QSharedPointer<Internal::CInterfaceInfo>>::QVector;
 
     /** The same records in the same order, as the device pools take them. */
     QVector<QSharedPointer<IBaseInfo>> toBaseInfoVector() const;
 
-    /** The records of the SDK's interfaces: the known record of an ID seen before, as it was, else a new one. */
+    /**
+     * The records of the SDK's interfaces: for each the one that the process keeps for its interface ID, as it was
+     * made, or a new one. Threads: the enumeration thread only.
+     */
     static CInterfaceInfoList fromInterfaceInfoList(Velmo::InterfaceInfoList interfaces);
 
-    /** Every record ever made, in the order of first sighting; null before the first. */
+private:
+    static QVector<QSharedPointer<Internal::CInterfaceInfo>>& knownInterfaces();
+
+    /** Every record ever made; grows only. */
     static QVector<QSharedPointer<Internal::CInterfaceInfo>>* m_pKnownInterfaces;
 };
 

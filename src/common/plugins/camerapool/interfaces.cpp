@@ -4,32 +4,73 @@
 #include "camerapool/icamera.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
+#include "camerapool/icamerainfo.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iinterface.h"
 #include "camerapool/iinterfaceinfo.h"
+#include "camerapool/internal/camerainfo.h"
+#include "camerapool/internal/interfaceinfo.h"
 #include "camerapool/itransportlayerinfo.h"
 
 namespace Plugin::CameraPool
 {
 
-// Defined here so that each interface's run-time information exists once in the process.
+IBaseInfo::IBaseInfo(QObject* parent) : IInfo(parent) {}
+
+IBaseInfo::~IBaseInfo() = default;
+
+ICameraInfo::ICameraInfo(QObject* parent) : IBaseInfo(parent) {}
+
+ICameraInfo::~ICameraInfo() = default;
+
 IInterfaceInfo::IInterfaceInfo(QObject* parent) : IBaseInfo(parent) {}
+
+IInterfaceInfo::~IInterfaceInfo() = default;
 
 ITransportLayerInfo::ITransportLayerInfo(QObject* parent) : QObject(parent) {}
 
+ITransportLayerInfo::~ITransportLayerInfo() = default;
+
+IDevice::IDevice(QObject* parent) : QObject(parent) {}
+
+IDevice::~IDevice() = default;
+
+ICamera::ICamera(QObject* parent) : IDevice(parent) {}
+
+ICamera::~ICamera() = default;
+
 IInterface::IInterface(QObject* parent) : IDevice(parent) {}
 
-IInterfaceInfo::~IInterfaceInfo() = default;
-ITransportLayerInfo::~ITransportLayerInfo() = default;
 IInterface::~IInterface() = default;
+
+IDeviceControlService::IDeviceControlService(QObject* parent) : IService(parent) {}
+
 IDeviceControlService::~IDeviceControlService() = default;
+
+ICameraControlService::ICameraControlService(QObject* parent) : IDeviceControlService(parent) {}
+
 ICameraControlService::~ICameraControlService() = default;
+
+IDeviceStatusService::IDeviceStatusService(QObject* parent) : IService(parent) {}
+
 IDeviceStatusService::~IDeviceStatusService() = default;
+
+ICameraStatusService::ICameraStatusService(QObject* parent) : IDeviceStatusService(parent) {}
+
 ICameraStatusService::~ICameraStatusService() = default;
-IDeviceParameterService::~IDeviceParameterService() = default;
+
+ICameraStreamControlService::ICameraStreamControlService(QObject* parent) : IService(parent) {}
+
 ICameraStreamControlService::~ICameraStreamControlService() = default;
+
+IDeviceParameterService::IDeviceParameterService(QObject* parent) : IService(parent) {}
+
+IDeviceParameterService::~IDeviceParameterService() = default;
+
+ICameraEnumerationService::ICameraEnumerationService(QObject* parent) : IService(parent) {}
+
 ICameraEnumerationService::~ICameraEnumerationService() = default;
 
 } // namespace Plugin::CameraPool

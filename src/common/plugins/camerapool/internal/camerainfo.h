@@ -6,10 +6,14 @@
 #include "camerapool/camerapool_testexport.h"
 #include "camerapool/icamerainfo.h"
 
+#include <QMutex>
+
+#include <list>
+
 namespace Plugin::CameraPool::Internal
 {
 
-/** The record of one camera, filled from the SDK's. Threads: refreshed by the enumeration, read on the main thread. */
+/** The one kind of camera record. Written by the enumeration thread and, as to the error, by any; read by any. */
 class CAMERAPOOL_TEST_EXPORT CCameraInfo : public ICameraInfo
 {
     Q_OBJECT
@@ -18,31 +22,38 @@ public:
     ~CCameraInfo() override;
 
     static QSharedPointer<CCameraInfo> fromDeviceInfo(const Velmo::CDeviceInfo& info);
-    /** Reads all anew but the identifier; the error string stays. */
+    /** Takes over everything but the identifier and the error. */
     void updateFromDeviceInfo(const Velmo::CDeviceInfo& info);
+    void setErrorString(QString text);
 
-    QString getFriendlyName() const override;
-    QString getFullName() const override { return m_fullName; }
-    QString getVendorName() const override { return m_vendorName; }
-    QString getTLType() const override { return m_tlType; }
-    int getType() const override { return 0; }
-    QString errorString() const override { return m_errorString; }
-    void clearError() override { m_errorString = QString(); }
-    void setErrorString(const QString& text) { m_errorString = text; }
-
-    QString getTransportLayerName() const override { return m_transportLayerName; }
-    QString getCameraVersion() const override { return m_cameraVersion; }
-    QString getModelName() const override { return m_modelName; }
-    QString getSerialNumber() const override { return m_serialNumber; }
-    QString getUserDefinedName() const override { return m_userDefinedName; }
-    const Velmo::CDeviceInfo& getVelmoDeviceInfo() const override { return m_deviceInfo; }
-
-    /** Both by way of UTF-8. */
+    /** Both by way of UTF-8; invalid bytes are replaced. */
     static QString qString(const GenICam::gcstring& text);
     static GenICam::gcstring velmoString(const QString& text);
+    /** The friendly name that a record made of info would have. */
+    static QString friendlyName(const Velmo::CDeviceInfo& info);
+
+    QString getTransportLayerName() const override;
+    QString getCameraVersion() const override;
+    QString getModelName() const override;
+    QString getSerialNumber() const override;
+    QString getUserDefinedName() const override;
+    const Velmo::CDeviceInfo& getVelmoDeviceInfo() const override;
+
+    QString getFriendlyName() const override;
+    QString getFullName() const override;
+    QString getVendorName() const override;
+    QString getTLType() const override;
+    int getType() const override;
+    QString errorString() const override;
+    void clearError() override;
 
 private:
-    Velmo::CDeviceInfo m_deviceInfo;
+    void read();
+    QString locked(const QString& member) const;
+
+    mutable QMutex m_mutex; // guards all members; nothing is called while it is held
+    // The last one is in force. Earlier ones stay, since getVelmoDeviceInfo() has handed out references to them.
+    std::list<Velmo::CDeviceInfo> m_deviceInfos;
     QString m_transportLayerName;
     QString m_cameraVersion;
     QString m_friendlyName;
@@ -55,7 +66,7 @@ private:
     QString m_errorString;
 };
 
-/** Keeps the text as the record's error string; nothing when there is no record or it is another class's. */
+/** Sets the error of a record that is a CCameraInfo, nothing for any other or null. Null text clears it. */
 CAMERAPOOL_TEST_EXPORT void setErrorStringHelper(const QSharedPointer<ICameraInfo>& info, const char* text);
 
 } // namespace Plugin::CameraPool::Internal

@@ -3,11 +3,13 @@
 
 #include "camerapool/internal/devicepool.h"
 
+#include "camerapool/iinterfaceinfo.h"
 #include "velmo/velmo.h"
 
 #include <QMutexLocker>
+#include <QSet>
 
-#include <algorithm>
+#include <utility>
 
 namespace Plugin::CameraPool::Internal
 {
@@ -16,60 +18,61 @@ QSharedPointer<IBaseInfo> ADevicePool::m_ptrActiveDevice;
 
 ADevicePool::ADevicePool(QObject* parent) : QObject(parent)
 {
-    qRegisterMetaType<BaseInfoPtr>("Plugin::CameraPool::BaseInfoPtr");
-    qRegisterMetaType<BaseInfoPtr>("BaseInfoPtr");
+    qRegisterMetaType<QSharedPointer<IBaseInfo>>("Plugin::CameraPool::BaseInfoPtr");
+    qRegisterMetaType<QSharedPointer<IBaseInfo>>("BaseInfoPtr");
     Velmo::VelmoInitialize();
 }
 
 ADevicePool::~ADevicePool()
 {
     m_announced.clear();
-    m_devices.clear();
+    releaseDevices();
     Velmo::VelmoTerminate(true);
 }
 
 QSharedPointer<IDevice> ADevicePool::findDevice(QSharedPointer<IBaseInfo> info) const
 {
-    if (info.isNull())
+    int position = -1;
+    if (const auto* pInterface = qobject_cast<const IInterfaceInfo*>(info.data()))
     {
-        return {};
+        position = m_interfaceIndex.value(pInterface->getInterfaceId(), -1);
     }
-    for (const auto& device : m_devices)
+    else if (info && info->getType() == RecordType_Camera)
     {
-        const auto known = qSharedPointerObjectCast<IBaseInfo>(device->getInfo());
-        if (!known.isNull() && known->getType() == info->getType() && known->getFullName() == info->getFullName())
-        {
-            return device;
-        }
+        position = m_cameraIndex.value(info->getFullName(), -1);
     }
-    return {};
+    return position < 0 ? QSharedPointer<IDevice>() : m_devices.at(position);
 }
 
 bool ADevicePool::openDevice(QSharedPointer<IBaseInfo> info, bool monitorMode)
 {
     auto device = findDevice(info);
-    if (device.isNull())
+    if (!device)
     {
         device = createDevice(info);
     }
-    return !device.isNull() && device->open(monitorMode);
+    return device && device->open(monitorMode);
 }
 
 bool ADevicePool::openDevice(bool monitorMode)
 {
-    const QMutexLocker lock(&m_mutex);
-    return !m_ptrActiveDevice.isNull() && openDevice(m_ptrActiveDevice, monitorMode);
+    const QMutexLocker locker(&m_mutex);
+    return m_ptrActiveDevice && openDevice(m_ptrActiveDevice, monitorMode);
 }
 
 bool ADevicePool::isDeviceOpen(QSharedPointer<IBaseInfo> info) const
 {
+    if (!info)
+    {
+        return false;
+    }
     const auto device = findDevice(info);
-    return !device.isNull() && device->isOpen();
+    return device && device->isOpen();
 }
 
 void ADevicePool::closeDevice(QSharedPointer<IDevice> device)
 {
-    if (!device.isNull())
+    if (device)
     {
         device->close();
     }
@@ -77,9 +80,9 @@ void ADevicePool::closeDevice(QSharedPointer<IDevice> device)
 
 void ADevicePool::closeDevice(QSharedPointer<IBaseInfo> info)
 {
-    const QMutexLocker lock(&m_mutex);
+    const QMutexLocker locker(&m_mutex);
     const auto device = findDevice(info);
-    if (!device.isNull())
+    if (device)
     {
         closeDevice(device);
     }
@@ -87,7 +90,7 @@ void ADevicePool::closeDevice(QSharedPointer<IBaseInfo> info)
 
 void ADevicePool::closeDevice()
 {
-    if (!m_ptrActiveDevice.isNull())
+    if (m_ptrActiveDevice)
     {
         closeDevice(m_ptrActiveDevice);
     }
@@ -95,11 +98,11 @@ void ADevicePool::closeDevice()
 
 void ADevicePool::announceDevice(QSharedPointer<IBaseInfo> info)
 {
-    if (info.isNull())
+    if (!info)
     {
         return;
     }
-    if (findDevice(info).isNull())
+    if (!findDevice(info))
     {
         emit deviceConnected(info);
     }
@@ -122,27 +125,46 @@ void ADevicePool::beginAnnounce()
 
 void ADevicePool::endAnnounce()
 {
-    const auto isGone = [this](const QSharedPointer<IDevice>& device)
+    QSet<const QObject*> announced;
+    announced.reserve(m_announced.size());
+    for (const auto& info : qAsConst(m_announced))
     {
-        return !m_announced.contains(qSharedPointerObjectCast<IBaseInfo>(device->getInfo()));
-    };
-    QVector<QSharedPointer<IDevice>> gone;
-    std::copy_if(m_devices.cbegin(), m_devices.cend(), std::back_inserter(gone), isGone);
-    m_devices.erase(std::remove_if(m_devices.begin(), m_devices.end(), isGone), m_devices.end());
-    for (const auto& device : qAsConst(gone))
+        announced.insert(info.data());
+    }
+    QVector<QSharedPointer<IDevice>> kept;
+    QVector<QSharedPointer<IDevice>> removed;
+    kept.reserve(m_devices.size());
+    for (const auto& device : qAsConst(m_devices))
     {
-        emit deviceDisconnected(qSharedPointerObjectCast<IBaseInfo>(device->getInfo()));
+        (announced.contains(device->getInfo().data()) ? kept : removed).append(device);
+    }
+    if (removed.isEmpty())
+    {
+        return;
+    }
+    m_devices.swap(kept);
+    rebuildIndex();
+    m_removedDevices += removed;
+    QMetaObject::invokeMethod(
+        this, [this] { m_removedDevices.clear(); }, Qt::QueuedConnection);
+    for (const auto& device : qAsConst(removed))
+    {
+        emit deviceDisconnected(device->getInfo().objectCast<IBaseInfo>());
     }
 }
 
-bool ADevicePool::isDeviceOpenExclusive(QSharedPointer<IBaseInfo> /*info*/) const
+bool ADevicePool::isDeviceOpenExclusive(QSharedPointer<IBaseInfo>) const
 {
     return false;
 }
 
 void ADevicePool::setActiveDevice(QSharedPointer<IBaseInfo> info)
 {
-    m_ptrActiveDevice = info;
+    if (m_ptrActiveDevice && m_ptrActiveDevice == info)
+    {
+        return;
+    }
+    m_ptrActiveDevice = std::move(info);
 }
 
 QSharedPointer<IBaseInfo> ADevicePool::getActiveDeviceInfo()
@@ -150,11 +172,63 @@ QSharedPointer<IBaseInfo> ADevicePool::getActiveDeviceInfo()
     return m_ptrActiveDevice;
 }
 
+void ADevicePool::appendDevice(const QSharedPointer<IDevice>& device)
+{
+    m_devices.append(device);
+    addToIndex(m_devices.size() - 1);
+}
+
+void ADevicePool::releaseDevices()
+{
+    m_cameraIndex.clear();
+    m_interfaceIndex.clear();
+    m_removedDevices.clear();
+    // Taken out first: a device that closes while it goes may make a slot look for it here.
+    const auto devices = std::exchange(m_devices, {});
+}
+
+void ADevicePool::addToIndex(int position)
+{
+    const auto info = m_devices.at(position)->getInfo();
+    auto& index = qobject_cast<const IInterfaceInfo*>(info.data()) ? m_interfaceIndex : m_cameraIndex;
+    QString key;
+    if (const auto* pInterface = qobject_cast<const IInterfaceInfo*>(info.data()))
+    {
+        key = pInterface->getInterfaceId();
+    }
+    else if (const auto* pInfo = qobject_cast<const IBaseInfo*>(info.data()))
+    {
+        if (pInfo->getType() != RecordType_Camera)
+        {
+            return;
+        }
+        key = pInfo->getFullName();
+    }
+    else
+    {
+        return;
+    }
+    if (!index.contains(key))
+    {
+        index.insert(key, position);
+    }
+}
+
+void ADevicePool::rebuildIndex()
+{
+    m_cameraIndex.clear();
+    m_interfaceIndex.clear();
+    for (int i = 0; i < m_devices.size(); ++i)
+    {
+        addToIndex(i);
+    }
+}
+
 void ADevicePool::onDeviceOpened()
 {
     if (const auto* pDevice = qobject_cast<IDevice*>(sender()))
     {
-        emit deviceOpened(qSharedPointerObjectCast<IBaseInfo>(pDevice->getInfo()));
+        emit deviceOpened(pDevice->getInfo().objectCast<IBaseInfo>());
     }
 }
 
@@ -162,7 +236,7 @@ void ADevicePool::onDeviceClosed()
 {
     if (const auto* pDevice = qobject_cast<IDevice*>(sender()))
     {
-        emit deviceClosed(qSharedPointerObjectCast<IBaseInfo>(pDevice->getInfo()));
+        emit deviceClosed(pDevice->getInfo().objectCast<IBaseInfo>());
     }
 }
 

@@ -1,0 +1,277 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/transportlayerlist.h"
+
+#include "camerapool/deviceclasses.h"
+#include "camerapool/internal/camerainfo.h"
+#include "camerapool/internal/enumerationlog.h"
+#include "camerapool/internal/interfaceinfo.h"
+#include "camerapool/internal/recordthread.h"
+#include "camerapool/internal/transportlayerinfo.h"
+#include "velmo/tlfactory.h"
+
+#include <QHash>
+#include <QSettings>
+
+#include <algorithm>
+
+namespace Plugin::CameraPool
+{
+
+namespace
+{
+
+using Internal::enumerationLog;
+using KnownTransportLayers = QVector<QSharedPointer<Internal::CTransportLayerInfo>>;
+
+constexpr int ExpectedTransportLayers = 5;
+
+struct SEnumerationSettings
+{
+    bool allDevicesDisabled = false;
+    bool cxpProducerKept = true;
+};
+
+/** A value that is no truth value, as QSettings would make one of any text, counts as not there. */
+bool readBool(const QSettings& settings, const QString& key, bool defaultValue)
+{
+    const auto value = settings.value(key, defaultValue);
+    if (value.type() != QVariant::String)
+    {
+        return value.canConvert<bool>() ? value.toBool() : defaultValue;
+    }
+    const auto text = value.toString().trimmed().toLower();
+    if (text == QLatin1String("true") || text == QLatin1String("1"))
+    {
+        return true;
+    }
+    if (text == QLatin1String("false") || text == QLatin1String("0"))
+    {
+        return false;
+    }
+    return defaultValue;
+}
+
+SEnumerationSettings readSettings()
+{
+    QSettings settings;
+    settings.beginGroup(QStringLiteral("Enumeration"));
+    SEnumerationSettings result;
+    result.allDevicesDisabled = readBool(settings, QStringLiteral("DisableEnumerateAllDevices"), false);
+    result.cxpProducerKept = readBool(settings, QStringLiteral("ReleaseTeskCXPProducer"), true);
+    return result;
+}
+
+bool isGigE(const GenICam::gcstring& deviceClass)
+{
+    return deviceClass == DeviceClass::GigE || deviceClass == DeviceClass::GenTlGigE;
+}
+
+QSharedPointer<Internal::CTransportLayerInfo> recordFor(const Velmo::CTlInfo& velmoInfo, KnownTransportLayers& known)
+{
+    const auto fullName = Internal::CCameraInfo::qString(velmoInfo.GetFullName());
+    const auto found = std::find_if(known.cbegin(), known.cend(),
+                                    [&fullName](const auto& record) { return record->getFullName() == fullName; });
+    if (found != known.cend())
+    {
+        return *found;
+    }
+    const auto record = Internal::CTransportLayerInfo::fromVelmoTransportLayer(velmoInfo);
+    Internal::moveToMainThread(*record);
+    known.append(record);
+    return record;
+}
+
+void refreshInterfaces(Velmo::ITransportLayer& tl, Internal::CTransportLayerInfo& record)
+{
+    Velmo::InterfaceInfoList velmoInterfaces;
+    tl.EnumerateInterfaces(velmoInterfaces, false);
+    const auto interfaces = CInterfaceInfoList::fromInterfaceInfoList(velmoInterfaces);
+    const auto isReal = [](const auto& info)
+    {
+        return info->getInterfaceId() != QLatin1String("DefaultInterface");
+    };
+    if (std::any_of(interfaces.cbegin(), interfaces.cend(), isReal))
+    {
+        record.setInterfaceInfoList(interfaces);
+    }
+}
+
+void refreshCameras(Velmo::ITransportLayer& tl, bool allDevicesDisabled, Internal::CTransportLayerInfo& record)
+{
+    Velmo::DeviceInfoList velmoDevices;
+    auto* const pGigE = dynamic_cast<Velmo::IGigETransportLayer*>(&tl);
+    if (pGigE && !allDevicesDisabled)
+    {
+        pGigE->EnumerateAllDevices(velmoDevices, false);
+    }
+    else
+    {
+        tl.EnumerateDevices(velmoDevices, false);
+    }
+    bool recordsUpdated = false;
+    const auto cameras = CCameraInfoList::fromDeviceInfoList(std::move(velmoDevices), recordsUpdated);
+    record.replaceCameraInfoList(cameras, recordsUpdated);
+}
+
+/** Returns how many cameras the record had before. */
+int refresh(Velmo::ITransportLayer& tl, bool allDevicesDisabled, Internal::CTransportLayerInfo& record)
+{
+    int countBefore = record.cameraInfoList().size();
+    try
+    {
+        refreshInterfaces(tl, record);
+        countBefore = record.cameraInfoList().size();
+        refreshCameras(tl, allDevicesDisabled, record);
+    }
+    catch (const std::exception& e)
+    {
+        qCDebug(enumerationLog, "CTransportLayerList::refreshTransportLayerList failed: %s", e.what());
+    }
+    catch (...)
+    {
+        qCDebug(enumerationLog, "CTransportLayerList::refreshTransportLayerList: Unknown exception occured");
+    }
+    return countBefore;
+}
+
+void logResult(const Internal::CTransportLayerInfo& record, int countBefore)
+{
+    if (!enumerationLog().isDebugEnabled())
+    {
+        return;
+    }
+    const auto cameras = record.cameraInfoList();
+    qCDebug(enumerationLog, "Enumerated '%s' and found %d new devices.", record.getFriendlyName().toUtf8().constData(),
+            cameras.size() - countBefore);
+    for (const auto& camera : cameras)
+    {
+        qCDebug(enumerationLog, "    Found '%s'", camera->getFriendlyName().toUtf8().constData());
+    }
+}
+
+} // namespace
+
+QVector<QSharedPointer<Internal::CTransportLayerInfo>>* CTransportLayerList::m_pKnownTransportLayers = nullptr;
+Velmo::ITransportLayer* CTransportLayerList::m_pCxpTransportLayer = nullptr;
+
+QVector<QSharedPointer<Internal::CTransportLayerInfo>>& CTransportLayerList::knownTransportLayers()
+{
+    if (!m_pKnownTransportLayers)
+    {
+        m_pKnownTransportLayers = new KnownTransportLayers;
+    }
+    return *m_pKnownTransportLayers;
+}
+
+namespace
+{
+
+bool enumerateTransportLayers(Velmo::TlInfoList& list)
+{
+    try
+    {
+        Velmo::CTlFactory::GetInstance().EnumerateTls(list);
+        return true;
+    }
+    catch (const std::exception& e)
+    {
+        qCDebug(enumerationLog, "CTransportLayerList::refreshTransportLayerList failed: %s", e.what());
+    }
+    catch (...)
+    {
+        qCDebug(enumerationLog, "CTransportLayerList::refreshTransportLayerList: Unknown exception occured");
+    }
+    return false;
+}
+
+Velmo::ITransportLayer* createTransportLayer(const Velmo::CTlInfo& velmoInfo)
+{
+    try
+    {
+        return Velmo::CTlFactory::GetInstance().CreateTl(velmoInfo);
+    }
+    catch (...)
+    {
+        return nullptr; // as when it cannot be created: its record is listed as it was
+    }
+}
+
+void releaseTransportLayer(const Velmo::ITransportLayer* pTl)
+{
+    try
+    {
+        Velmo::CTlFactory::GetInstance().ReleaseTl(pTl);
+    }
+    catch (const std::exception& e)
+    {
+        qCDebug(enumerationLog, "A transport layer could not be released: %s", e.what());
+    }
+}
+
+} // namespace
+
+void CTransportLayerList::refreshTransportLayerList(CTransportLayerList& list, bool gigEOnly, bool transportLayersOnly,
+                                                    bool logResults)
+{
+    CTransportLayerList result;
+    result.reserve(ExpectedTransportLayers);
+    Velmo::TlInfoList velmoInfos;
+    if (!enumerateTransportLayers(velmoInfos))
+    {
+        return;
+    }
+    const auto settings = readSettings();
+    if (settings.allDevicesDisabled)
+    {
+        qCDebug(enumerationLog, "EnumerateAllDevices is disabled. Falling back to EnumerateDevices");
+    }
+    for (const auto& velmoInfo : velmoInfos)
+    {
+        const auto deviceClass = velmoInfo.GetDeviceClass();
+        if (gigEOnly && !isGigE(deviceClass))
+        {
+            continue;
+        }
+        const auto record = recordFor(velmoInfo, knownTransportLayers());
+        record->setHaveContainedCamerasChanged(false);
+        if (!transportLayersOnly)
+        {
+            const bool isKept = settings.cxpProducerKept && deviceClass == DeviceClass::GenTlCxp;
+            auto* pTl = isKept ? m_pCxpTransportLayer : nullptr;
+            if (pTl == nullptr)
+            {
+                pTl = createTransportLayer(velmoInfo);
+            }
+            if (isKept)
+            {
+                m_pCxpTransportLayer = pTl;
+            }
+            if (pTl != nullptr)
+            {
+                const int countBefore = refresh(*pTl, settings.allDevicesDisabled, *record);
+                if (logResults)
+                {
+                    logResult(*record, countBefore);
+                }
+                if (pTl != m_pCxpTransportLayer)
+                {
+                    releaseTransportLayer(pTl);
+                }
+            }
+        }
+        result.append(record);
+    }
+    list.swap(result);
+}
+
+void CTransportLayerList::releaseTeskProducer()
+{
+    if (m_pCxpTransportLayer != nullptr)
+    {
+        releaseTransportLayer(std::exchange(m_pCxpTransportLayer, nullptr));
+    }
+}
+
+} // namespace Plugin::CameraPool
