@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "hostkit/interrupt.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include <csignal>
+
+namespace
+{
+
+constexpr int limitMs = 5000;
+
+TEST(Interrupt, ctrlCBecomesOneSignalOfTheMainThread)
+{
+    HostKit::CInterrupt interrupt;
+    QSignalSpy spy(&interrupt, &HostKit::CInterrupt::raised);
+    std::raise(SIGINT);
+    ASSERT_TRUE(spy.count() == 1 || spy.wait(limitMs));
+    EXPECT_TRUE(interrupt.wasRaised());
+}
+
+TEST(Interrupt, aRequestToTerminateCountsToo)
+{
+    HostKit::CInterrupt interrupt;
+    QSignalSpy spy(&interrupt, &HostKit::CInterrupt::raised);
+    std::raise(SIGTERM);
+    EXPECT_TRUE(spy.count() == 1 || spy.wait(limitMs));
+}
+
+TEST(Interrupt, theHandlersAreGoneAfterwards)
+{
+    {
+        const HostKit::CInterrupt interrupt;
+    }
+    struct sigaction action = {};
+    ASSERT_EQ(sigaction(SIGINT, nullptr, &action), 0);
+    EXPECT_EQ(action.sa_handler, SIG_DFL);
+}
+
+} // namespace
