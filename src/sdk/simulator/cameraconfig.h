@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "simulator/simulator_export.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -46,5 +48,8 @@ struct SCameraConfig
     std::map<std::string, std::string> features; // initial values by feature name, as text
     SFaults faults;
 };
+
+SIMULATOR_EXPORT bool operator==(const SFaults& left, const SFaults& right);
+SIMULATOR_EXPORT bool operator==(const SCameraConfig& left, const SCameraConfig& right);
 
 } // namespace Simulator
