@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "genapi/internal/numbersource.h"
+
+namespace GenApi
+{
+namespace Internal
+{
+
+/** What SwissKnives and converters share: evaluating a formula over the values of other nodes. */
+class CFormulaSource : public CNumberSource
+{
+public:
+    using CNumberSource::CNumberSource;
+
+protected:
+    /** own is the value a converter converts. Errors name the node. */
+    SFormulaValue Evaluate(const SBoundFormula& formula, const SFormulaValue& own, bool ignoreCache);
+    EAccessMode VariablesMode(const SBoundFormula& formula);
+
+private:
+    SFormulaValue ValueOf(const SVariable& variable, const SFormulaValue& own, bool ignoreCache);
+};
+
+/** A value computed by a formula. */
+class CSwissKnifeSource final : public CFormulaSource
+{
+public:
+    using CFormulaSource::CFormulaSource;
+    SFormulaValue Read(bool ignoreCache) override;
+    void Write(const SFormulaValue& value, bool verify) override;
+    EAccessMode Mode() override;
+    bool IsCacheValid() override { return m_isCached; }
+    void Drop() override { m_isCached = false; }
+
+private:
+    bool m_isCached = false;
+    SFormulaValue m_cached;
+};
+
+/** Another node's value, converted by one formula for reading and one for writing. */
+class CConverterSource final : public CFormulaSource
+{
+public:
+    using CFormulaSource::CFormulaSource;
+    SFormulaValue Read(bool ignoreCache) override;
+    void Write(const SFormulaValue& value, bool verify) override;
+    SFormulaValue Min() override { return Limit(false); }
+    SFormulaValue Max() override { return Limit(true); }
+    EAccessMode Mode() override;
+    bool IsLocked() override;
+    bool IsCacheValid() override { return m_isCached; }
+    void Drop() override { m_isCached = false; }
+
+private:
+    CNumberNode& Converted();
+    /** The limit of the other node, converted; the widest there is where the formula has no value for it. */
+    SFormulaValue Limit(bool isMax);
+
+    bool m_isCached = false;
+    SFormulaValue m_cached;
+};
+
+} // namespace Internal
+} // namespace GenApi
