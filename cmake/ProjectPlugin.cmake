@@ -6,6 +6,7 @@
 # Puts the libraries into the folder from which the hosts load the plugins of the application.
 function(project_output_to_plugin_folder)
   set_target_properties(${ARGN} PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${CAMERAPOOL_PLUGIN_DIR}")
+  add_dependencies(plugins ${ARGN})
 endfunction()
 
 # project_add_plugin(<name> LAYER <n> [PREFIX <include prefix>] [PUBLIC <targets>] [PRIVATE <targets>])
