@@ -183,7 +183,7 @@ PROTOCOLS_EXPORT Bytes EncodeReadMemAck(std::uint16_t ackId, EStatus status, std
 /** The index is the number of bytes written, or of the one that failed. */
 PROTOCOLS_EXPORT Bytes EncodeWriteMemAck(std::uint16_t ackId, EStatus status, std::uint16_t index);
 PROTOCOLS_EXPORT Bytes EncodePendingAck(std::uint16_t ackId, std::uint16_t timeToCompletionMs);
-/** A refusal without payload of any kind of command. */
+/** A refusal of any kind of command as a whole. */
 PROTOCOLS_EXPORT Bytes EncodeErrorAck(std::uint16_t ackId, ECommand answer, EStatus status);
 
 // Datagrams into headers. Bytes behind the announced payload are ignored.

@@ -209,7 +209,10 @@ Bytes EncodePendingAck(std::uint16_t ackId, std::uint16_t timeToCompletionMs)
 
 Bytes EncodeErrorAck(std::uint16_t ackId, ECommand answer, EStatus status)
 {
-    return Acknowledge(answer, status, 0, ackId).Take();
+    // Acknowledges of writes carry the index of what failed, whatever their status.
+    const bool hasIndex = answer == ECommand::WriteRegAck || answer == ECommand::WriteMemAck;
+    const std::size_t payloadBytes = hasIndex ? 4 : 0;
+    return Acknowledge(answer, status, payloadBytes, ackId).Zero(payloadBytes).Take();
 }
 
 } // namespace Velmo::Gvcp

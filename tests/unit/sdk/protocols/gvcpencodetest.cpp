@@ -66,10 +66,16 @@ TEST(GvcpEncode, pendingAcknowledgeHasTheTimeInMilliseconds)
               (Bytes{0x00, 0x00, 0x00, 0x89, 0x00, 0x04, 0x00, 0x06, 0x00, 0x00, 0x03, 0xE8}));
 }
 
-TEST(GvcpEncode, refusalIsAHeaderWithTheStatus)
+TEST(GvcpEncode, refusalOfAReadIsAHeaderWithTheStatus)
+{
+    EXPECT_EQ(EncodeErrorAck(9, ECommand::ReadRegAck, EStatus::AccessDenied),
+              (Bytes{0x80, 0x06, 0x00, 0x81, 0x00, 0x00, 0x00, 0x09}));
+}
+
+TEST(GvcpEncode, refusalOfAWriteSaysThatTheFirstFailed)
 {
     EXPECT_EQ(EncodeErrorAck(9, ECommand::WriteRegAck, EStatus::AccessDenied),
-              (Bytes{0x80, 0x06, 0x00, 0x83, 0x00, 0x00, 0x00, 0x09}));
+              (Bytes{0x80, 0x06, 0x00, 0x83, 0x00, 0x04, 0x00, 0x09, 0x00, 0x00, 0x00, 0x00}));
 }
 
 TEST(GvcpEncode, memoryOffTheFourByteGridIsRefused)
