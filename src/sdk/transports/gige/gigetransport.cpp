@@ -3,7 +3,10 @@
 
 #include "transports/gige/gigetransport.h"
 
+#include "transports/gige/internal/adapters.h"
 #include "transports/gige/internal/transport.h"
+
+#include <utility>
 
 namespace Velmo::GigE
 {
@@ -15,7 +18,7 @@ std::shared_ptr<Transport::ITransport> CreateTransport()
 
 void SetAdapters(std::vector<std::string> adapters)
 {
-    static_cast<void>(adapters);
+    Internal::SetWantedAdapters(std::move(adapters));
 }
 
 } // namespace Velmo::GigE

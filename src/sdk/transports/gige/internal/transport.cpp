@@ -4,12 +4,18 @@
 #include "transports/gige/internal/transport.h"
 
 #include "genapi/exceptions.h"
+#include "transport/log.h"
 #include "transports/gige/gigetransport.h"
+#include "transports/gige/internal/records.h"
+#include "transports/gige/internal/services.h"
+
+#include <algorithm>
 
 namespace Velmo::GigE::Internal
 {
 
-CGigETransport::CGigETransport() = default;
+CGigETransport::CGigETransport() : m_pServices(std::make_shared<SServices>()) {}
+
 CGigETransport::~CGigETransport() = default;
 
 CTlInfo CGigETransport::GetTlInfo() const
@@ -19,13 +25,113 @@ CTlInfo CGigETransport::GetTlInfo() const
     return info;
 }
 
-void CGigETransport::EnumerateInterfaces(InterfaceInfoList&) {}
+void CGigETransport::WarnOnce(const std::string& text)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (!m_warnings.insert(text).second)
+        {
+            return;
+        }
+    }
+    Log(ELogLevel::Warning, "velmo.gige", text);
+}
 
-void CGigETransport::EnumerateDevices(DeviceInfoList&, Transport::EDiscoveryScope) {}
+std::vector<SAdapter> CGigETransport::Adapters()
+{
+    std::vector<std::string> unknown;
+    std::vector<SAdapter> adapters = SelectAdapters(ListSystemAdapters(), WantedAdapters(), unknown);
+    for (const std::string& entry : unknown)
+    {
+        WarnOnce("The network adapter \"" + entry + "\" does not exist or is down; it is skipped.");
+    }
+    return adapters;
+}
+
+void CGigETransport::EnumerateInterfaces(InterfaceInfoList& list)
+{
+    const std::vector<SAdapter> adapters = Adapters();
+    for (const SAdapter& adapter : adapters)
+    {
+        list.push_back(MakeInterfaceInfo(adapter));
+    }
+    if (adapters.empty())
+    {
+        list.push_back(MakeDefaultInterfaceInfo());
+    }
+}
+
+std::vector<std::uint32_t> CGigETransport::AddressesToAsk()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return {m_remoteAddresses.begin(), m_remoteAddresses.end()};
+}
+
+void CGigETransport::Remember(const std::vector<SFoundDevice>& devices)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    for (const SFoundDevice& device : devices)
+    {
+        const CDeviceInfo info = MakeDeviceInfo(device);
+        m_known[info.GetFullName().str()] = info;
+    }
+}
+
+void CGigETransport::EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope scope)
+{
+    const SDiscoveryResult result = Discover(Adapters(), AddressesToAsk());
+    for (const SAdapterFailure& failure : result.failures)
+    {
+        WarnOnce("The network adapter \"" + failure.adapterId + "\" cannot be used: " + failure.reason +
+                 ". It is skipped.");
+    }
+    Remember(result.devices);
+    for (const SFoundDevice& device : result.devices)
+    {
+        const bool isUsable = device.access == EAccessStatus::Free || m_pServices->openCameras.Contains(device.ip);
+        if (scope == Transport::EDiscoveryScope::All || isUsable)
+        {
+            list.push_back(MakeDeviceInfo(device));
+        }
+    }
+}
+
+bool CGigETransport::FindRecord(const CDeviceInfo& info, CDeviceInfo& record)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!info.GetFullName().empty())
+    {
+        const auto found = m_known.find(info.GetFullName().str());
+        if (found != m_known.end())
+        {
+            record = found->second;
+        }
+        return found != m_known.end();
+    }
+    const auto found = std::find_if(m_known.begin(), m_known.end(),
+                                    [&info](const auto& known) { return info.IsSubset(known.second); });
+    if (info.GetIpAddress().empty() || found == m_known.end())
+    {
+        return false;
+    }
+    record = found->second;
+    return true;
+}
 
 std::unique_ptr<IVelmoDevice> CGigETransport::CreateDevice(const CDeviceInfo& info)
 {
-    GENICAM_THROW(RuntimeException, "There is no GigE Vision camera \"" + info.GetFullName().str() + "\".");
+    CDeviceInfo record;
+    if (!FindRecord(info, record))
+    {
+        DeviceInfoList ignored;
+        EnumerateDevices(ignored, Transport::EDiscoveryScope::All);
+        if (!FindRecord(info, record))
+        {
+            GENICAM_THROW(RuntimeException,
+                          "There is no GigE Vision camera \"" + info.GetFullName().str() + "\" on the network.");
+        }
+    }
+    GENICAM_THROW(RuntimeException, "GigE Vision cameras cannot be opened yet.");
 }
 
 std::unique_ptr<Transport::IInterface> CGigETransport::CreateInterface(const CInterfaceInfo& info)
@@ -36,6 +142,30 @@ std::unique_ptr<Transport::IInterface> CGigETransport::CreateInterface(const CIn
 GenApi::INodeMap* CGigETransport::GetNodeMap()
 {
     return nullptr;
+}
+
+Transport::IGigEExtension* CGigETransport::GetGigEExtension()
+{
+    return this;
+}
+
+bool CGigETransport::AnnounceRemoteDevice(const CDeviceInfo& info)
+{
+    std::uint32_t address = 0;
+    if (!Gvcp::ParseIp(info.GetIpAddress().str(), address))
+    {
+        GENICAM_THROW(InvalidArgumentException,
+                      "\"" + info.GetIpAddress().str() + "\" is no IPv4 address of a remote camera.");
+    }
+    const SDiscoveryResult result = DiscoverAddress(Adapters(), address);
+    if (result.devices.empty())
+    {
+        return false;
+    }
+    Remember(result.devices);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_remoteAddresses.insert(address);
+    return true;
 }
 
 } // namespace Velmo::GigE::Internal

@@ -4,22 +4,47 @@
 #pragma once
 
 #include "transport/transport.h"
+#include "transports/gige/internal/discovery.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
 
 namespace Velmo::GigE::Internal
 {
 
+struct SServices;
+
 /** The one implementation behind every handle on the GigE transport layer. Threads: any. */
-class CGigETransport : public Transport::ITransport
+class CGigETransport : public Transport::ITransport, public Transport::IGigEExtension
 {
 public:
     CGigETransport();
     ~CGigETransport() override;
     CTlInfo GetTlInfo() const override;
     void EnumerateInterfaces(InterfaceInfoList& list) override;
+    /** Usable are also cameras that this process has open: they can be opened by whoever has them here. */
     void EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope scope) override;
     std::unique_ptr<IVelmoDevice> CreateDevice(const CDeviceInfo& info) override;
     std::unique_ptr<Transport::IInterface> CreateInterface(const CInterfaceInfo& info) override;
     GenApi::INodeMap* GetNodeMap() override;
+    Transport::IGigEExtension* GetGigEExtension() override;
+    bool AnnounceRemoteDevice(const CDeviceInfo& info) override;
+
+private:
+    std::vector<SAdapter> Adapters();
+    void WarnOnce(const std::string& text);
+    std::vector<std::uint32_t> AddressesToAsk();
+    void Remember(const std::vector<SFoundDevice>& devices);
+    bool FindRecord(const CDeviceInfo& info, CDeviceInfo& record);
+
+    std::shared_ptr<SServices> m_pServices;
+    std::mutex m_mutex; // guards what follows; never held while the network is asked
+    std::set<std::string> m_warnings;
+    std::set<std::uint32_t> m_remoteAddresses;
+    std::map<std::string, CDeviceInfo> m_known; // newest record by full name
 };
 
 } // namespace Velmo::GigE::Internal

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "transports/gige/gige_testexport.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Velmo::GigE::Internal
+{
+
+/** One IPv4 address of a network adapter. Addresses in host byte order. */
+struct SAdapter
+{
+    std::string id;   // "eth0"; "eth0/192.168.1.5" for an adapter's further addresses
+    std::string name; // "eth0"
+    unsigned int index = 0;
+    std::uint32_t ip = 0;
+    std::uint32_t mask = 0;
+    std::array<std::uint8_t, 6> mac{};
+    bool isLoopback = false;
+
+    bool IsInSubnet(std::uint32_t address) const { return (address & mask) == (ip & mask); }
+    std::uint32_t DirectedBroadcast() const { return ip | ~mask; }
+};
+
+/** Every adapter of the system that is up and has an IPv4 address, in the system's order. */
+GIGE_TEST_EXPORT std::vector<SAdapter> ListSystemAdapters();
+
+/**
+ * Those of the system's adapters that are wanted, in the system's order: by name, identifier or address; "none" wants
+ * none, an empty list all but loopback ones. An address of the loopback network that is not configured stands for the
+ * loopback adapter with that address. Entries that match nothing are appended to unknown.
+ */
+GIGE_TEST_EXPORT std::vector<SAdapter> SelectAdapters(const std::vector<SAdapter>& system,
+                                                      const std::vector<std::string>& wanted,
+                                                      std::vector<std::string>& unknown);
+
+/** "a, b,,c" into its entries without blanks and empty ones. */
+GIGE_TEST_EXPORT std::vector<std::string> SplitList(const std::string& text);
+
+/** The process-wide list of SetAdapters(), or else the environment's. Threads: any. */
+GIGE_TEST_EXPORT std::vector<std::string> WantedAdapters();
+void SetWantedAdapters(std::vector<std::string> adapters);
+
+} // namespace Velmo::GigE::Internal

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "protocols/gvcp.h"
+#include "transports/gige/internal/adapters.h"
+
+#include <string>
+#include <vector>
+
+namespace Velmo::GigE::Internal
+{
+
+enum class EAccessStatus
+{
+    Free,
+    InUse,
+    Unreachable, // in another subnet, or it does not answer register reads
+};
+
+/** One camera that answered. */
+struct SFoundDevice
+{
+    Gvcp::SDiscoveryAck ack;
+    std::uint32_t ip = 0; // host byte order
+    SAdapter adapter;
+    bool isRemote = false; // it was asked by its address
+    EAccessStatus access = EAccessStatus::Unreachable;
+};
+
+/** An adapter that could not be used. */
+struct SAdapterFailure
+{
+    std::string adapterId;
+    std::string reason;
+};
+
+struct SDiscoveryResult
+{
+    std::vector<SFoundDevice> devices; // each once, by adapter and order of answers
+    std::vector<SAdapterFailure> failures;
+};
+
+/**
+ * Looks for cameras on all adapters at once by directed and limited broadcast, on loopback adapters by asking their
+ * addresses, and at the known addresses (host byte order); then asks those that can be reached whether they are free.
+ * Takes at most half a second. Threads: any; each call has sockets of its own.
+ */
+GIGE_TEST_EXPORT SDiscoveryResult Discover(const std::vector<SAdapter>& adapters,
+                                           const std::vector<std::uint32_t>& knownAddresses);
+
+/** Asks that one address through each adapter; the result is empty when nothing answers there. */
+GIGE_TEST_EXPORT SDiscoveryResult DiscoverAddress(const std::vector<SAdapter>& adapters, std::uint32_t address);
+
+} // namespace Velmo::GigE::Internal

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "transports/gige/internal/udpsocket.h"
+
+#include <chrono>
+
+namespace Velmo::GigE::Internal
+{
+
+enum class ERequest
+{
+    Answered, // with the value
+    Refused,  // with a status
+    Silent,   // no answer in time
+    NotSent   // the system refused to send
+};
+
+struct SRegisterAnswer
+{
+    ERequest result = ERequest::Silent;
+    std::uint32_t value = 0;
+    std::uint16_t status = 0;
+};
+
+/**
+ * Asks one camera without taking control of it: what the engine cannot do, or does only after it took control.
+ * Threads: one at a time.
+ */
+class CGvcpClient
+{
+public:
+    /** False when the adapter's address cannot be bound; GetError() says why. */
+    bool Open(std::uint32_t adapterIp, std::uint32_t deviceIp);
+    const std::string& GetError() const { return m_socket.GetError(); }
+    /** Up to attempts datagrams, each awaited for the time-out. */
+    SRegisterAnswer ReadRegister(std::uint32_t address, std::chrono::milliseconds timeout, int attempts);
+
+private:
+    bool Await(std::uint16_t requestId, std::chrono::milliseconds timeout, SRegisterAnswer& answer);
+
+    CUdpSocket m_socket;
+    std::uint32_t m_deviceIp = 0;
+    std::uint16_t m_requestId = 0;
+};
+
+} // namespace Velmo::GigE::Internal

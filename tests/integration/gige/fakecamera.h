@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "support/childprocess.h"
+
+#include <memory>
+#include <string>
+
+namespace Test
+{
+
+/**
+ * An independent GigE Vision camera at 127.0.0.1 of the test's network namespace, as a process. The constructor
+ * returns when it listens, and throws std::runtime_error when it does not come up.
+ */
+class CFakeCamera
+{
+public:
+    explicit CFakeCamera(std::string serialNumber = "GV77");
+    void Kill() { m_pProcess->Kill(); }
+    void Pause() { m_pProcess->Pause(); }
+    void Continue() { m_pProcess->Continue(); }
+    void Restart();
+
+private:
+    void Start();
+
+    std::string m_serialNumber;
+    std::unique_ptr<CChildProcess> m_pProcess;
+};
+
+} // namespace Test
