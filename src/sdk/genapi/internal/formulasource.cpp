@@ -14,6 +14,16 @@ namespace GenApi
 namespace Internal
 {
 
+namespace
+{
+
+bool IsLess(const SFormulaValue& left, const SFormulaValue& right)
+{
+    return left.isFloat || right.isFloat ? ToFloat(left) < ToFloat(right) : left.integer < right.integer;
+}
+
+} // namespace
+
 SFormulaValue CFormulaSource::ValueOf(const SVariable& variable, const SFormulaValue& own, bool ignoreCache)
 {
     if (variable.node == NoNode)
@@ -127,6 +137,19 @@ void CConverterSource::Write(const SFormulaValue& value, bool verify)
     Converted().WriteNumber(Evaluate(Description().formula->to, value, false), verify);
 }
 
+std::optional<SFormulaValue> CConverterSource::End(bool atMax)
+{
+    const SFormulaValue limit = atMax ? Converted().MaxNumber() : Converted().MinNumber();
+    try
+    {
+        return Evaluate(Description().formula->from, limit, false);
+    }
+    catch (const GenICam::RuntimeException&)
+    {
+        return std::nullopt; // 1000 / TO at 0, say
+    }
+}
+
 SFormulaValue CConverterSource::Limit(bool isMax)
 {
     const SFormulaValue widest = isMax ? CNumberSource::Max() : CNumberSource::Min();
@@ -135,23 +158,21 @@ SFormulaValue CConverterSource::Limit(bool isMax)
     {
         return widest;
     }
-    const SBoundFormula& formula = Description().formula->from;
-    try
-    {
-        if (slope == ESlope::Increasing || slope == ESlope::Decreasing)
-        {
-            const bool takesMax = isMax == (slope == ESlope::Increasing);
-            return Evaluate(formula, takesMax ? Converted().MaxNumber() : Converted().MinNumber(), false);
-        }
-        const SFormulaValue first = Evaluate(formula, Converted().MinNumber(), false);
-        const SFormulaValue second = Evaluate(formula, Converted().MaxNumber(), false);
-        const bool isFirstLess = first.isFloat ? first.real < second.real : first.integer < second.integer;
-        return isFirstLess == isMax ? second : first;
-    }
-    catch (const GenICam::RuntimeException&)
+    const std::optional<SFormulaValue> first = End(false);
+    const std::optional<SFormulaValue> second = End(true);
+    if (slope == ESlope::Automatic && !(first && second))
     {
         return widest;
     }
+    const bool isFalling = first && second && IsLess(*second, *first);
+    const bool isRising = first && second && IsLess(*first, *second);
+    // A formula that runs against its declared slope has a pole between the ends: then they limit nothing.
+    if ((slope == ESlope::Increasing && isFalling) || (slope == ESlope::Decreasing && isRising))
+    {
+        return widest;
+    }
+    const bool takesSecond = isMax != (slope == ESlope::Decreasing || isFalling);
+    return (takesSecond ? second : first).value_or(widest);
 }
 
 EAccessMode CConverterSource::Mode()

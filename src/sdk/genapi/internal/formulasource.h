@@ -5,6 +5,8 @@
 
 #include "genapi/internal/numbersource.h"
 
+#include <optional>
+
 namespace GenApi
 {
 namespace Internal
@@ -57,7 +59,9 @@ public:
 
 private:
     CNumberNode& Converted();
-    /** The limit of the other node, converted; the widest there is where the formula has no value for it. */
+    /** The other node's limit, converted; empty where the formula has no value for it. */
+    std::optional<SFormulaValue> End(bool atMax);
+    /** The end that is this limit; the widest there is where the ends say nothing. */
     SFormulaValue Limit(bool isMax);
 
     bool m_isCached = false;
