@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "appcoreplugin/internal/appcoreplugin.h"
+#include "appcore/internal/appcoreplugin.h"
 
 namespace Plugin::AppCore::Internal
 {

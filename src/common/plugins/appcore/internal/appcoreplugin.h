@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "appcoreplugin/internal/context.h"
+#include "appcore/internal/context.h"
 #include "plugincore/iplugin.h"
 
 namespace Plugin::AppCore::Internal

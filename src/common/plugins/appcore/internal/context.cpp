@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "appcoreplugin/internal/context.h"
+#include "appcore/internal/context.h"
 
 namespace Plugin::AppCore::Internal
 {

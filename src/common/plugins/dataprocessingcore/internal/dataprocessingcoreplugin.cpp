@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "dataprocessingcoreplugin/internal/dataprocessingcoreplugin.h"
+#include "dataprocessingcore/internal/dataprocessingcoreplugin.h"
 
 namespace Plugin::DataProcessingCore::Internal
 {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "dataprocessingcore/noderegistry.h"
-#include "dataprocessingcoreplugin/internal/graphservice.h"
+#include "dataprocessingcore/internal/graphservice.h"
 #include "plugincore/iplugin.h"
 
 namespace Plugin::DataProcessingCore::Internal

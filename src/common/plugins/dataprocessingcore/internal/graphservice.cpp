@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "dataprocessingcoreplugin/internal/graphservice.h"
+#include "dataprocessingcore/internal/graphservice.h"
 
 namespace Plugin::DataProcessingCore::Internal
 {
