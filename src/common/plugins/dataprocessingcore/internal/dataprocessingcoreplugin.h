@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "dataprocessingcore/noderegistry.h"
 #include "dataprocessingcore/internal/graphservice.h"
+#include "dataprocessingcore/noderegistry.h"
 #include "plugincore/iplugin.h"
 
 namespace Plugin::DataProcessingCore::Internal
