@@ -56,7 +56,6 @@ struct CCameraModel::SPrivate
     SPrivate(const SCameraConfig& config_, std::shared_ptr<SFlash> flash_, const IClock& clock_)
         : config(config_), flash(flash_ == nullptr ? std::make_shared<SFlash>() : std::move(flash_)), clock(clock_),
           hash(HashOf(config_.serialNumber)), settings(config, flash),
-          description(Internal::MakeDescription(config, settings.GetFeatures())),
           cameraClock(clock_.NowNs(), config_.clockOffsetNs, config_.clockDriftPpm), faults(config_.faults)
     {
     }
@@ -87,7 +86,6 @@ struct CCameraModel::SPrivate
 
     mutable std::mutex mutex; // guards all below; taken last, never held while calling out
     CSettings settings;
-    std::string description;
     CCameraClock cameraClock;
     SFaults faults; // texts; numbers live in registers
     CFrameSchedule schedule;
@@ -320,9 +318,9 @@ const std::shared_ptr<SFlash>& CCameraModel::GetFlash() const
     return m_p->flash;
 }
 
-const std::string& CCameraModel::GetDescription() const
+std::string CCameraModel::GetDescription() const
 {
-    return m_p->description;
+    return Internal::MakeDescription(m_p->config, m_p->settings.GetFeatures());
 }
 
 void CCameraModel::Read(void* buffer, std::int64_t address, std::int64_t length)

@@ -42,8 +42,8 @@ public:
 
     const SCameraConfig& GetConfig() const;
     const std::shared_ptr<SFlash>& GetFlash() const;
-    /** The GenICam description, XML. */
-    const std::string& GetDescription() const;
+    /** The GenICam description, XML; made anew at each call. */
+    std::string GetDescription() const;
 
     /** Registers are big-endian; a range may cover several whole registers. */
     void Read(void* buffer, std::int64_t address, std::int64_t length);

@@ -4,10 +4,16 @@
 #include "transports/emulation/emulationtransport.h"
 
 #include "genapi/exceptions.h"
-#include "transports/emulation/internal/cameradata.h"
+#include "transport/log.h"
+#include "transports/emulation/internal/camerarack.h"
+#include "transports/emulation/internal/emulationdevice.h"
+#include "transports/emulation/internal/emulationinterface.h"
 #include "transports/emulation/internal/records.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <mutex>
+#include <thread>
 
 namespace Velmo::Emulation
 {
@@ -17,63 +23,151 @@ IEmulationControl::~IEmulationControl() = default;
 namespace
 {
 
+using Internal::CCameraRack;
+
+constexpr std::size_t DefaultCameras = 2;
+constexpr std::size_t MaxCameras = 10000;
+
 class CEmulationTransport final : public Transport::ITransport
 {
 public:
-    explicit CEmulationTransport(Internal::SRackData data) : m_data(std::move(data)) { Internal::CheckData(m_data); }
+    explicit CEmulationTransport(std::shared_ptr<CCameraRack> rack)
+        : m_rack(std::move(rack)), m_notifier(std::make_shared<Internal::CNotifier>())
+    {
+    }
+
+    const std::shared_ptr<CCameraRack>& GetRack() const { return m_rack; }
 
     CTlInfo GetTlInfo() const override { return Internal::MakeTlInfo(); }
-    void EnumerateInterfaces(InterfaceInfoList& list) override
-    {
-        for (const Internal::SInterfaceData& interface : m_data.interfaces)
-        {
-            list.push_back(Internal::MakeInterfaceInfo(interface));
-        }
-    }
-    void EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope) override
-    {
-        for (const Simulator::SCameraConfig& camera : m_data.cameras)
-        {
-            list.push_back(Internal::MakeDeviceInfo(camera, camera.userDefinedName));
-        }
-    }
-    std::unique_ptr<IVelmoDevice> CreateDevice(const CDeviceInfo& info) override
-    {
-        GENICAM_THROW(RuntimeException, "There is no emulated camera '" + info.GetFullName().str() + "' to open.");
-    }
-    std::unique_ptr<Transport::IInterface> CreateInterface(const CInterfaceInfo& info) override
-    {
-        GENICAM_THROW(RuntimeException,
-                      "There is no emulated interface '" + info.GetInterfaceID().str() + "' to open.");
-    }
+    void EnumerateInterfaces(InterfaceInfoList& list) override;
+    void EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope scope) override;
+    std::unique_ptr<IVelmoDevice> CreateDevice(const CDeviceInfo& info) override;
+    std::unique_ptr<Transport::IInterface> CreateInterface(const CInterfaceInfo& info) override;
     GenApi::INodeMap* GetNodeMap() override { return nullptr; }
 
 private:
-    const Internal::SRackData m_data;
+    const std::shared_ptr<CCameraRack> m_rack;
+    const std::shared_ptr<Internal::CNotifier> m_notifier;
 };
+
+void CEmulationTransport::EnumerateInterfaces(InterfaceInfoList& list)
+{
+    m_rack->Refresh();
+    for (const Internal::SInterfaceData& interface : m_rack->GetInterfaces())
+    {
+        list.push_back(Internal::MakeInterfaceInfo(interface));
+    }
+}
+
+void CEmulationTransport::EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope)
+{
+    m_rack->Refresh();
+    const auto cameras = m_rack->GetCameras();
+    std::uint32_t delayMs = 0;
+    for (const auto& camera : cameras)
+    {
+        delayMs = std::max(delayMs, camera->GetModel()->GetFaults().discoveryDelayMs);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(delayMs)); // the slowest answer
+    for (const auto& camera : cameras)
+    {
+        list.push_back(camera->GetInfo());
+    }
+}
+
+std::unique_ptr<IVelmoDevice> CEmulationTransport::CreateDevice(const CDeviceInfo& info)
+{
+    m_rack->Refresh();
+    auto camera = m_rack->FindByFullName(info.GetFullName().str());
+    if (camera == nullptr)
+    {
+        GENICAM_THROW(RuntimeException, "There is no emulated camera '" + info.GetFullName().str() + "'.");
+    }
+    return std::make_unique<Internal::CEmulationDevice>(std::move(camera), m_notifier);
+}
+
+std::unique_ptr<Transport::IInterface> CEmulationTransport::CreateInterface(const CInterfaceInfo& info)
+{
+    m_rack->Refresh();
+    const auto interfaces = m_rack->GetInterfaces();
+    const auto found =
+        std::find_if(interfaces.begin(), interfaces.end(),
+                     [&](const Internal::SInterfaceData& data) { return data.id == info.GetInterfaceID().str(); });
+    if (found == interfaces.end())
+    {
+        GENICAM_THROW(RuntimeException, "There is no emulated interface '" + info.GetInterfaceID().str() + "'.");
+    }
+    return std::make_unique<Internal::CEmulationInterface>(m_rack, *found);
+}
+
+struct SCurrent
+{
+    std::mutex mutex; // guards rack
+    std::weak_ptr<CCameraRack> rack;
+};
+
+SCurrent& Current()
+{
+    static SCurrent current;
+    return current;
+}
+
+std::shared_ptr<Transport::ITransport> Make(Internal::SRackData data, const std::string& file)
+{
+    auto rack = std::make_shared<CCameraRack>(std::move(data), file);
+    SCurrent& current = Current();
+    const std::lock_guard<std::mutex> lock(current.mutex);
+    current.rack = rack;
+    return std::make_shared<CEmulationTransport>(std::move(rack));
+}
+
+/** The number in the environment; the default and a line in the log when it is none. */
+std::size_t CountFromEnvironment()
+{
+    const char* text = std::getenv(CountVariable);
+    if (text == nullptr || *text == '\0')
+    {
+        return DefaultCameras;
+    }
+    char* end = nullptr;
+    const unsigned long count = std::strtoul(text, &end, 10);
+    if (*end != '\0' || *text < '0' || *text > '9' || count > MaxCameras)
+    {
+        Log(ELogLevel::Error, "velmo.emulation",
+            std::string(CountVariable) + " must be a number from 0 to " + std::to_string(MaxCameras) + ", not '" +
+                text + "'; " + std::to_string(DefaultCameras) + " cameras are emulated.");
+        return DefaultCameras;
+    }
+    return count;
+}
 
 } // namespace
 
 std::shared_ptr<Transport::ITransport> CreateTransport()
 {
-    return std::make_shared<CEmulationTransport>(Internal::MakeDefaultData(2));
+    const char* file = std::getenv(FileVariable);
+    const bool hasFile = file != nullptr && *file != '\0';
+    return Make(Internal::MakeDefaultData(hasFile ? 0 : CountFromEnvironment()), hasFile ? file : "");
 }
 
 std::shared_ptr<Transport::ITransport> CreateTransport(const std::vector<Simulator::SCameraConfig>& cameras)
 {
     Internal::SRackData data = Internal::MakeDefaultData(0);
     data.cameras = cameras;
-    return std::make_shared<CEmulationTransport>(std::move(data));
+    return Make(std::move(data), "");
 }
 
 std::shared_ptr<IEmulationControl> GetControl(const std::shared_ptr<Transport::ITransport>& transport)
 {
-    return std::dynamic_pointer_cast<IEmulationControl>(transport);
+    const auto emulation = std::dynamic_pointer_cast<CEmulationTransport>(transport);
+    return emulation == nullptr ? nullptr : emulation->GetRack();
 }
 
 std::shared_ptr<IEmulationControl> GetCurrentControl()
 {
-    return nullptr;
+    SCurrent& current = Current();
+    const std::lock_guard<std::mutex> lock(current.mutex);
+    return current.rack.lock();
 }
 
 } // namespace Velmo::Emulation

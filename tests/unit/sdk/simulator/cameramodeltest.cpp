@@ -246,7 +246,7 @@ TEST(CameraModel, timestampResetStartsFromZero)
 TEST(CameraModel, descriptionNamesEveryFeatureOnce)
 {
     SRig rig;
-    const std::string& xml = rig.camera.GetDescription();
+    const std::string xml = rig.camera.GetDescription();
     for (const char* name : {"Width", "PixelFormat", "AcquisitionStart", "UserSetSave", "FaultStall", "PayloadSize"})
     {
         const std::string attribute = std::string(" Name=\"") + name + "\"";

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "transports/emulation/internal/emulationdevice.h"
+
+#include "genapi/exceptions.h"
+
+namespace Velmo::Emulation::Internal
+{
+
+CModelPort::CModelPort(std::shared_ptr<Simulator::CCameraModel> camera, bool isReadOnly)
+    : m_camera(std::move(camera)), m_isReadOnly(isReadOnly)
+{
+}
+
+GenApi::EAccessMode CModelPort::GetAccessMode() const
+{
+    return m_isReadOnly ? GenApi::EAccessMode::RO : GenApi::EAccessMode::RW;
+}
+
+void CModelPort::Read(void* buffer, std::int64_t address, std::int64_t length)
+{
+    m_camera->Read(buffer, address, length);
+}
+
+void CModelPort::Write(const void* buffer, std::int64_t address, std::int64_t length)
+{
+    if (m_isReadOnly)
+    {
+        GENICAM_THROW(AccessException, "The emulated camera '" + m_camera->GetConfig().serialNumber +
+                                           "' is open as a monitor, which cannot write.");
+    }
+    m_camera->Write(buffer, address, length);
+}
+
+CEmulationDevice::CEmulationDevice(std::shared_ptr<CEmulatedCamera> camera, std::shared_ptr<CNotifier> notifier)
+    : m_camera(std::move(camera)), m_reporter(std::make_shared<CRemovalReporter>(std::move(notifier))),
+      m_info(m_camera->GetInfo()), m_stream(std::make_shared<CEmulationStream>(m_camera->GetModel()))
+{
+}
+
+CEmulationDevice::~CEmulationDevice()
+{
+    m_reporter->SetCallback(nullptr);
+    Close();
+}
+
+void CEmulationDevice::Open(EDeviceAccess access)
+{
+    if (m_isOpen)
+    {
+        GENICAM_THROW(LogicalErrorException,
+                      "The emulated camera '" + m_info.GetSerialNumber().str() + "' is open already.");
+    }
+    const bool wantsControl = access == EDeviceAccess::Control;
+    m_reporter->SetOpen(true); // first: the camera may vanish at any moment from now on
+    try
+    {
+        Connect(wantsControl);
+    }
+    catch (...)
+    {
+        m_reporter->SetOpen(false);
+        m_camera->RemoveUser(this);
+        m_nodeMap.reset();
+        m_port.reset();
+        throw;
+    }
+    m_stream->SetMonitor(!wantsControl);
+    m_hasControl = wantsControl;
+    m_isOpen = true;
+}
+
+void CEmulationDevice::Connect(bool wantsControl)
+{
+    const std::shared_ptr<Simulator::CCameraModel>& model = m_camera->GetModel();
+    m_camera->AddUser(this, wantsControl,
+                      [model, reporter = m_reporter, stream = m_stream]
+                      {
+                          stream->OnRemoved();
+                          reporter->SetRemoved(model->GetFaults().removalReports);
+                      });
+    m_port = std::make_unique<CModelPort>(model, !wantsControl);
+    const std::string description = model->GetDescription();
+    m_nodeMap = GenApi::CNodeMapFactory::FromData(description.data(), description.size()).CreateNodeMap();
+    m_nodeMap->Connect(m_port.get());
+}
+
+void CEmulationDevice::Close()
+{
+    if (!m_isOpen)
+    {
+        return;
+    }
+    m_reporter->SetOpen(false);
+    m_stream->Close();
+    if (m_hasControl)
+    {
+        // A camera that loses its controller stops sending.
+        m_camera->GetModel()->SetFeature("AcquisitionStop", "1");
+    }
+    m_camera->RemoveUser(this);
+    m_nodeMap.reset();
+    m_port.reset();
+    m_isOpen = false;
+}
+
+bool CEmulationDevice::IsRemoved() const
+{
+    return m_reporter->IsRemoved() || m_camera->GetModel()->IsRemoved();
+}
+
+Transport::IStream* CEmulationDevice::GetStream(unsigned int index)
+{
+    return index == 0 ? m_stream.get() : nullptr;
+}
+
+void CEmulationDevice::SetRemovalCallback(std::function<void()> callback)
+{
+    m_reporter->SetCallback(std::move(callback));
+}
+
+} // namespace Velmo::Emulation::Internal
