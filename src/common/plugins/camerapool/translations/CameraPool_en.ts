@@ -1,0 +1,46 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="en_US">
+<context>
+    <name>Plugin::CameraPool::Internal::CCamera</name>
+    <message>
+        <source>Camera object has been disposed.</source>
+        <translation>Camera object has been disposed.</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The camera instance is in use.</source>
+        <translation>Action cannot be performed. The camera instance is in use.</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The stream grabber is still in use.</source>
+        <translation>Action cannot be performed. The stream grabber is still in use.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CCameraPool</name>
+    <message>
+        <source>No camera found for the provided camera info.</source>
+        <translation>No camera found for the provided camera info.</translation>
+    </message>
+    <message>
+        <source>No active camera available at the moment.</source>
+        <translation>No active camera available at the moment.</translation>
+    </message>
+    <message>
+        <source>The camera with the provided info is not available because it has been opened in exclusive mode.</source>
+        <translation>The camera with the provided info is not available because it has been opened in exclusive mode.</translation>
+    </message>
+    <message>
+        <source>No GigE transport layer found.</source>
+        <translation>No GigE transport layer found.</translation>
+    </message>
+    <message>
+        <source>Failed to find camera. Check the IP configuration.</source>
+        <translation>Failed to find camera. Check the IP configuration.</translation>
+    </message>
+    <message>
+        <source>The image grab failed.</source>
+        <translation>The image grab failed.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,46 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja_JP" sourcelanguage="en_US">
+<context>
+    <name>Plugin::CameraPool::Internal::CCamera</name>
+    <message>
+        <source>Camera object has been disposed.</source>
+        <translation>カメラ オブジェクトは破棄されています。</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The camera instance is in use.</source>
+        <translation>操作を実行できません。カメラ インスタンスは使用中です。</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The stream grabber is still in use.</source>
+        <translation>操作を実行できません。ストリーム グラバーはまだ使用中です。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CCameraPool</name>
+    <message>
+        <source>No camera found for the provided camera info.</source>
+        <translation>指定されたカメラ情報に対応するカメラが見つかりません。</translation>
+    </message>
+    <message>
+        <source>No active camera available at the moment.</source>
+        <translation>現在、アクティブなカメラはありません。</translation>
+    </message>
+    <message>
+        <source>The camera with the provided info is not available because it has been opened in exclusive mode.</source>
+        <translation>指定されたカメラは排他モードで開かれているため、使用できません。</translation>
+    </message>
+    <message>
+        <source>No GigE transport layer found.</source>
+        <translation>GigE トランスポート層が見つかりません。</translation>
+    </message>
+    <message>
+        <source>Failed to find camera. Check the IP configuration.</source>
+        <translation>カメラが見つかりませんでした。IP 設定を確認してください。</translation>
+    </message>
+    <message>
+        <source>The image grab failed.</source>
+        <translation>画像の取得に失敗しました。</translation>
+    </message>
+</context>
+</TS>

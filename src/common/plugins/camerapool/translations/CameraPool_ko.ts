@@ -1,0 +1,46 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ko_KR" sourcelanguage="en_US">
+<context>
+    <name>Plugin::CameraPool::Internal::CCamera</name>
+    <message>
+        <source>Camera object has been disposed.</source>
+        <translation>카메라 개체가 이미 삭제되었습니다.</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The camera instance is in use.</source>
+        <translation>작업을 수행할 수 없습니다. 카메라 인스턴스가 사용 중입니다.</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The stream grabber is still in use.</source>
+        <translation>작업을 수행할 수 없습니다. 스트림 그래버가 아직 사용 중입니다.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CCameraPool</name>
+    <message>
+        <source>No camera found for the provided camera info.</source>
+        <translation>제공된 카메라 정보에 해당하는 카메라를 찾을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>No active camera available at the moment.</source>
+        <translation>현재 사용할 수 있는 활성 카메라가 없습니다.</translation>
+    </message>
+    <message>
+        <source>The camera with the provided info is not available because it has been opened in exclusive mode.</source>
+        <translation>제공된 정보의 카메라는 단독 모드로 열려 있어 사용할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>No GigE transport layer found.</source>
+        <translation>GigE 전송 계층을 찾을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Failed to find camera. Check the IP configuration.</source>
+        <translation>카메라를 찾지 못했습니다. IP 구성을 확인하십시오.</translation>
+    </message>
+    <message>
+        <source>The image grab failed.</source>
+        <translation>이미지 획득에 실패했습니다.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,46 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en_US">
+<context>
+    <name>Plugin::CameraPool::Internal::CCamera</name>
+    <message>
+        <source>Camera object has been disposed.</source>
+        <translation>相机对象已被释放。</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The camera instance is in use.</source>
+        <translation>无法执行操作。相机实例正在使用中。</translation>
+    </message>
+    <message>
+        <source>Action cannot be performed. The stream grabber is still in use.</source>
+        <translation>无法执行操作。流抓取器仍在使用中。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CCameraPool</name>
+    <message>
+        <source>No camera found for the provided camera info.</source>
+        <translation>找不到与所提供的相机信息对应的相机。</translation>
+    </message>
+    <message>
+        <source>No active camera available at the moment.</source>
+        <translation>目前没有可用的活动相机。</translation>
+    </message>
+    <message>
+        <source>The camera with the provided info is not available because it has been opened in exclusive mode.</source>
+        <translation>所提供信息对应的相机已以独占模式打开，因此不可用。</translation>
+    </message>
+    <message>
+        <source>No GigE transport layer found.</source>
+        <translation>找不到 GigE 传输层。</translation>
+    </message>
+    <message>
+        <source>Failed to find camera. Check the IP configuration.</source>
+        <translation>未找到相机。请检查 IP 配置。</translation>
+    </message>
+    <message>
+        <source>The image grab failed.</source>
+        <translation>图像采集失败。</translation>
+    </message>
+</context>
+</TS>
