@@ -35,7 +35,8 @@ public:
     /** Major, minor, sub-minor of the standard's schema the description follows. */
     virtual void GetSchemaVersion(std::uint16_t& major, std::uint16_t& minor, std::uint16_t& subMinor) const = 0;
     virtual void GetDeviceVersion(std::uint16_t& major, std::uint16_t& minor, std::uint16_t& subMinor) const = 0;
-    /** The lock of all nodes; for several accesses that belong together. */
+    /** The lock of all nodes; for several accesses that belong together. Change callbacks of accesses made while the
+     *  caller holds it run with it held, too. */
     virtual std::recursive_mutex& GetLock() const = 0;
 
     /** Attaches the bytes of an event's or chunk's data to the Port nodes with that ID (hexadecimal text) as 'EventID'

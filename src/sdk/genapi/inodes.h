@@ -67,8 +67,12 @@ public:
     virtual bool GetProperty(const GenICam::gcstring& name, GenICam::gcstring& value) const = 0;
     /** Drops the cached value of this node and of all that depend on it, and fires their callbacks. */
     virtual void InvalidateNode() = 0;
-    /** Never called with the node map's lock held. */
+    /** Called once for each change, also for changes of what the node depends on. Never called with the node map's lock
+     *  held, unless the caller of the change holds it by INodeMap::GetLock(). What the callback throws reaches the
+     *  caller of the change after all other callbacks ran. */
     virtual CallbackHandle RegisterCallback(std::function<void(INode*)> callback) = 0;
+    /** Returns after a call running on another thread has ended; the callback is not called again. False when there is
+     *  no such callback. Must not be called with a lock held that the callback takes. */
     virtual bool DeregisterCallback(CallbackHandle handle) = 0;
 };
 

@@ -7,8 +7,6 @@
 #include "genapi/internal/numbernode.h"
 #include "genapi/internal/registeraccess.h"
 
-#include <array>
-
 namespace GenApi
 {
 namespace Internal
@@ -56,29 +54,54 @@ SFormulaValue CFormulaSource::ValueOf(const SVariable& variable, const SFormulaV
     }
 }
 
-SFormulaValue CFormulaSource::Evaluate(const SBoundFormula& formula, const SFormulaValue& own, bool ignoreCache)
+void CFormulaSource::Gather(const SBoundFormula& formula, const SFormulaValue& own, bool ignoreCache, SValues& values)
 {
-    std::array<SFormulaValue, 8> few;
-    std::vector<SFormulaValue> many;
     const std::size_t count = formula.variables.size();
-    SFormulaValue* values = few.data();
-    if (count > few.size())
+    SFormulaValue* data = values.few.data();
+    if (count > values.few.size())
     {
-        many.resize(count);
-        values = many.data();
+        values.many.resize(count);
+        data = values.many.data();
     }
     for (std::size_t i = 0; i < count; ++i)
     {
-        values[i] = ValueOf(formula.variables[i], own, ignoreCache);
+        data[i] = ValueOf(formula.variables[i], own, ignoreCache);
     }
+    values.data = data;
+}
+
+SFormulaValue CFormulaSource::Compute(const SBoundFormula& formula, const SValues& values) const
+{
+    const std::size_t count = formula.variables.size();
+    return IsFloat() ? SFormulaValue::FromFloat(formula.formula.EvaluateFloat(values.data, count))
+                     : SFormulaValue::FromInteger(formula.formula.EvaluateInteger(values.data, count));
+}
+
+SFormulaValue CFormulaSource::Evaluate(const SBoundFormula& formula, const SFormulaValue& own, bool ignoreCache)
+{
+    SValues values;
+    Gather(formula, own, ignoreCache, values);
     try
     {
-        return IsFloat() ? SFormulaValue::FromFloat(formula.formula.EvaluateFloat(values, count))
-                         : SFormulaValue::FromInteger(formula.formula.EvaluateInteger(values, count));
+        return Compute(formula, values);
     }
     catch (const GenICam::RuntimeException& e)
     {
         GENICAM_THROW(RuntimeException, "Node '" + Description().name + "': " + e.GetDescription());
+    }
+}
+
+std::optional<SFormulaValue> CFormulaSource::TryEvaluate(const SBoundFormula& formula, const SFormulaValue& own)
+{
+    SValues values;
+    Gather(formula, own, false, values);
+    try
+    {
+        return Compute(formula, values);
+    }
+    catch (const GenICam::RuntimeException&)
+    {
+        return std::nullopt; // 1000 / TO at 0, say
     }
 }
 
@@ -139,15 +162,8 @@ void CConverterSource::Write(const SFormulaValue& value, bool verify)
 
 std::optional<SFormulaValue> CConverterSource::End(bool atMax)
 {
-    const SFormulaValue limit = atMax ? Converted().MaxNumber() : Converted().MinNumber();
-    try
-    {
-        return Evaluate(Description().formula->from, limit, false);
-    }
-    catch (const GenICam::RuntimeException&)
-    {
-        return std::nullopt; // 1000 / TO at 0, say
-    }
+    // What fails to be read is an error; only a formula without a value there leaves the end open.
+    return TryEvaluate(Description().formula->from, atMax ? Converted().MaxNumber() : Converted().MinNumber());
 }
 
 SFormulaValue CConverterSource::Limit(bool isMax)

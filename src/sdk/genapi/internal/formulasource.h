@@ -5,7 +5,9 @@
 
 #include "genapi/internal/numbersource.h"
 
+#include <array>
 #include <optional>
+#include <vector>
 
 namespace GenApi
 {
@@ -21,9 +23,20 @@ public:
 protected:
     /** own is the value a converter converts. Errors name the node. */
     SFormulaValue Evaluate(const SBoundFormula& formula, const SFormulaValue& own, bool ignoreCache);
+    /** As Evaluate(); empty where the formula itself has no value, as a division by zero has none. */
+    std::optional<SFormulaValue> TryEvaluate(const SBoundFormula& formula, const SFormulaValue& own);
     EAccessMode VariablesMode(const SBoundFormula& formula);
 
 private:
+    /** The values of a formula's variables; most formulas have few. */
+    struct SValues
+    {
+        std::array<SFormulaValue, 8> few;
+        std::vector<SFormulaValue> many;
+        const SFormulaValue* data = nullptr;
+    };
+    void Gather(const SBoundFormula& formula, const SFormulaValue& own, bool ignoreCache, SValues& values);
+    SFormulaValue Compute(const SBoundFormula& formula, const SValues& values) const;
     SFormulaValue ValueOf(const SVariable& variable, const SFormulaValue& own, bool ignoreCache);
 };
 
