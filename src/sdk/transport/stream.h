@@ -80,7 +80,7 @@ public:
     virtual void QueueBuffer(void* pContext) = 0;
     /** Ready to receive; the caller starts the device's acquisition afterwards. */
     virtual void Start() = 0;
-    /** Ends receiving; every queued buffer is then delivered by RetrieveResult as Canceled. */
+    /** Ends receiving; every queued buffer is then delivered by RetrieveResult as Canceled. Also without a Start. */
     virtual void Stop() = 0;
     /** Waits up to timeoutMs for a result (0: looks only). False: none, or woken up. */
     virtual bool RetrieveResult(SStreamResult& result, unsigned int timeoutMs) = 0;

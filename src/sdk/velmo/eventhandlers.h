@@ -12,6 +12,11 @@ namespace Velmo
 
 class CInstantCamera;
 
+namespace Internal
+{
+class CHandlerRegistration;
+}
+
 enum ERegistrationMode
 {
     RegistrationMode_Append = 0,
@@ -36,11 +41,12 @@ protected:
     virtual ~CEventHandlerBase();
 
 private:
-    friend class CInstantCamera;
+    friend class Internal::CHandlerRegistration;
     std::atomic<int> m_registrations{0};
 };
 
-/** Told of images. All calls on the grab loop thread, in registration order of the handlers. */
+/** Told of images. All calls on the grab loop thread (the caller of RetrieveResult with a loop of the user's own), in
+ *  registration order of the handlers. An exception thrown here is reported to OnGrabError. */
 class VELMO_EXPORT CImageEventHandler : public virtual CEventHandlerBase
 {
 public:
@@ -55,7 +61,12 @@ public:
  * Told of what happens to the camera. Calls come on the thread that caused them: attach, open, close and grab start
  * on the caller's; OnGrabStopped on the stopping caller's or the grab loop thread; OnGrabError on the grab loop
  * thread; OnCameraDeviceRemoved on a thread of the transport.
- * An exception thrown by a handler before the act (OnAttach, OnOpen, OnGrabStart ...) is passed on to the caller.
+ * An exception thrown by a handler before the act (OnAttach, OnOpen, OnGrabStart ...) is passed on to the caller, and
+ * the act is not done; but after the device was removed, and where the camera acts by itself, it is only logged. One
+ * thrown after the act is logged.
+ * OnDetach and OnDetached come whenever a device leaves the camera; between OnDestroy and OnDestroyed, too.
+ * When the device is removed during a grab with a loop of the camera's own, OnGrabError is called once, then
+ * OnGrabStop and OnGrabStopped. Results cancelled by the removal are not delivered.
  */
 class VELMO_EXPORT CConfigurationEventHandler : public virtual CEventHandlerBase
 {

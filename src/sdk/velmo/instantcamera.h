@@ -39,7 +39,11 @@ enum ETimeoutHandling
  * state with a device and leaves a device that only Close, DetachDevice and DestroyDevice accept.
  * Threads: every function from any thread, serialised by the camera; handlers are called with no lock held, so they
  * may call back (StopGrabbing from OnImageGrabbed included). See eventhandlers.h for the threads of the callbacks.
- * Errors: GenICam exceptions; LogicalErrorException for a call in the wrong state.
+ * Where a handler calls StopGrabbing, Close or DestroyDevice while another thread stops, closes or destroys the camera
+ * and waits for that very handler, the call returns at once and the other thread does what was asked. It must not be
+ * destroyed from within its handlers.
+ * Errors: GenICam exceptions; LogicalErrorException for a call in the wrong state. Close and DestroyDevice log what
+ * fails on the device instead of throwing it.
  */
 class VELMO_EXPORT CInstantCamera
 {
@@ -76,7 +80,9 @@ public:
                        EGrabLoop loop = GrabLoop_ProvidedByUser);
     void StopGrabbing();
     bool IsGrabbing() const;
-    /** True when a result was taken (a failed grab is a result). Only with GrabLoop_ProvidedByUser. */
+    /** True when a result was taken (a failed grab is a result). Only with GrabLoop_ProvidedByUser; false when nothing
+     *  is grabbed or the grab is stopped meanwhile. After a removal what has arrived is still given out, then
+     *  RuntimeException is thrown and the grab ends. */
     bool RetrieveResult(unsigned int timeoutMs, CGrabResultPtr& result,
                         ETimeoutHandling timeoutHandling = TimeoutHandling_ThrowException);
 
@@ -87,7 +93,8 @@ public:
     void RegisterImageEventHandler(CImageEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup);
     bool DeregisterImageEventHandler(CImageEventHandler* pHandler);
 
-    /** Of the camera; throws LogicalErrorException when not open. */
+    /** Of the camera; throws LogicalErrorException when not open. Where the camera has no such node map the answer is
+     * one without features. */
     GenApi::INodeMap& GetNodeMap();
     GenApi::INodeMap& GetTLNodeMap();
     GenApi::INodeMap& GetStreamGrabberNodeMap();
