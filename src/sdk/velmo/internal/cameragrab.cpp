@@ -222,6 +222,7 @@ void CCameraCore::JoinLoops()
     {
         m_retiredLoops.push_back(std::move(m_loop));
     }
+    m_gate->AwaitCallbacks(CallbackKind_Loop); // a retired one may still be in a handler that wants the camera
     std::vector<std::thread> own;
     for (std::thread& loop : m_retiredLoops)
     {
