@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/internal/camerainfo.h"
+#include "unit/common/plugins/camerapool/testing/records.h"
+
+#include <gtest/gtest.h>
+
+#include <QPointer>
+
+namespace
+{
+
+using namespace Plugin::CameraPool;
+using namespace Plugin::CameraPool::Internal;
+
+Velmo::CDeviceInfo genTlCamera()
+{
+    return ::Test::deviceInfo("gentl/1", "KorvelGTC/Korvel/CXP");
+}
+
+TEST(CameraInfo, readsEveryFieldOfTheSdkRecord)
+{
+    auto velmoInfo = ::Test::deviceInfo("camera/fields");
+    velmoInfo.SetUserDefinedName("Left");
+    const auto record = CCameraInfo::fromDeviceInfo(velmoInfo);
+    EXPECT_EQ(record->getTransportLayerName(), QStringLiteral("KorvelGigE/Factory"));
+    EXPECT_EQ(record->getCameraVersion(), QStringLiteral("1.5"));
+    EXPECT_EQ(record->getFullName(), QStringLiteral("camera/fields"));
+    EXPECT_EQ(record->getModelName(), QStringLiteral("Model"));
+    EXPECT_EQ(record->getSerialNumber(), QStringLiteral("4711"));
+    EXPECT_EQ(record->getUserDefinedName(), QStringLiteral("Left"));
+    EXPECT_EQ(record->getVendorName(), QStringLiteral("Vendor"));
+    EXPECT_EQ(record->getTLType(), QStringLiteral("GEV"));
+    EXPECT_EQ(record->errorString(), QString());
+    EXPECT_TRUE(record->getVelmoDeviceInfo() == velmoInfo);
+}
+
+TEST(CameraInfo, isOfTypeZero)
+{
+    EXPECT_EQ(::Test::cameraRecord("camera/type")->getType(), 0);
+}
+
+TEST(CameraInfo, readsTextsAsUtf8)
+{
+    auto velmoInfo = ::Test::deviceInfo("camera/utf8");
+    velmoInfo.SetUserDefinedName("\xC3\x84"
+                                 "rger");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getUserDefinedName(), QString::fromUtf8("\xC3\x84"
+                                                                                              "rger"));
+}
+
+TEST(CameraInfo, invalidUtf8IsReplaced)
+{
+    auto velmoInfo = ::Test::deviceInfo("camera/invalid");
+    velmoInfo.SetUserDefinedName("a\xFFz");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getUserDefinedName(), QStringLiteral("a\uFFFDz"));
+}
+
+TEST(CameraInfo, emptySdkRecordGivesEmptyTexts)
+{
+    const auto record = CCameraInfo::fromDeviceInfo(Velmo::CDeviceInfo());
+    EXPECT_TRUE(record->getFullName().isEmpty());
+    EXPECT_TRUE(record->getFriendlyName().isEmpty());
+    EXPECT_TRUE(record->getUserDefinedName().isEmpty());
+}
+
+TEST(CameraInfo, hasOneIdentifierOfClassVendorModelAndSerialNumber)
+{
+    const auto ids = ::Test::cameraRecord("camera/id")->ids();
+    ASSERT_EQ(ids.size(), 1);
+    EXPECT_EQ(ids.first(), Core::CId("KorvelGigEVendorModel4711"));
+}
+
+TEST(CameraInfo, updateKeepsIdentifierAndError)
+{
+    const auto record = ::Test::cameraRecord("camera/update");
+    record->setErrorString(QStringLiteral("broken"));
+    auto renamed = ::Test::deviceInfo("camera/update");
+    renamed.SetSerialNumber("4712");
+    renamed.SetUserDefinedName("Right");
+    record->updateFromDeviceInfo(renamed);
+    EXPECT_EQ(record->getSerialNumber(), QStringLiteral("4712"));
+    EXPECT_EQ(record->getUserDefinedName(), QStringLiteral("Right"));
+    EXPECT_TRUE(record->getVelmoDeviceInfo() == renamed);
+    EXPECT_EQ(record->id(), Core::CId("KorvelGigEVendorModel4711"));
+    EXPECT_EQ(record->errorString(), QStringLiteral("broken"));
+}
+
+TEST(CameraInfo, sdkRecordHandedOutOutlivesAnUpdate)
+{
+    const auto record = ::Test::cameraRecord("camera/reference");
+    const auto& before = record->getVelmoDeviceInfo();
+    auto renamed = ::Test::deviceInfo("camera/reference");
+    renamed.SetUserDefinedName("Other");
+    record->updateFromDeviceInfo(renamed);
+    EXPECT_TRUE(before == ::Test::deviceInfo("camera/reference"));
+}
+
+TEST(CameraInfo, clearErrorEmptiesTheError)
+{
+    const auto record = ::Test::cameraRecord("camera/clear");
+    record->setErrorString(QStringLiteral("broken"));
+    record->clearError();
+    EXPECT_EQ(record->errorString(), QString());
+}
+
+TEST(CameraInfo, cameraOfAnOwnProducerShowsTheSdksFriendlyName)
+{
+    auto velmoInfo = ::Test::deviceInfo("camera/friendly");
+    velmoInfo.SetUserDefinedName("Left");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getFriendlyName(), QStringLiteral("Friendly camera/friendly"));
+}
+
+TEST(CameraInfo, genTlCameraShowsUserDefinedNameAndSerialNumber)
+{
+    auto velmoInfo = genTlCamera();
+    velmoInfo.SetUserDefinedName("Left");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getFriendlyName(), QStringLiteral("Left (4711)"));
+}
+
+TEST(CameraInfo, genTlCameraShowsItsUserDefinedNameUntrimmed)
+{
+    auto velmoInfo = genTlCamera();
+    velmoInfo.SetUserDefinedName(" Left ");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getFriendlyName(), QStringLiteral(" Left  (4711)"));
+}
+
+TEST(CameraInfo, genTlCameraWithABlankNameShowsVendorModelAndSerialNumber)
+{
+    auto velmoInfo = genTlCamera();
+    velmoInfo.SetUserDefinedName("   ");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getFriendlyName(), QStringLiteral("Vendor Model (4711)"));
+}
+
+TEST(CameraInfo, genTlCameraWithoutANameShowsVendorModelAndSerialNumber)
+{
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(genTlCamera())->getFriendlyName(), QStringLiteral("Vendor Model (4711)"));
+}
+
+TEST(CameraInfo, placeholdersInNamesAreNotFilledIn)
+{
+    auto velmoInfo = genTlCamera();
+    velmoInfo.SetUserDefinedName("%2 %1");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getFriendlyName(), QStringLiteral("%2 %1 (4711)"));
+}
+
+TEST(CameraInfo, genTlConsumerIsFoundAnywhereInTheDeviceClass)
+{
+    const auto velmoInfo = ::Test::deviceInfo("gentl/inside", "My/KorvelGTC");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->getFriendlyName(), QStringLiteral("Vendor Model (4711)"));
+}
+
+TEST(CameraInfo, guardedPointersToARecordWork)
+{
+    auto record = ::Test::cameraRecord("camera/guarded");
+    const QPointer<QObject> guard(record.data());
+    const QWeakPointer<CCameraInfo> weak = record;
+    EXPECT_EQ(guard.data(), record.data());
+    record.reset();
+    EXPECT_TRUE(guard.isNull());
+    EXPECT_TRUE(weak.isNull());
+}
+
+TEST(CameraInfo, stringsConvertThereAndBack)
+{
+    const QString text = QString::fromUtf8("\xE3\x82\xAB\xE3\x83\xA1\xE3\x83\xA9");
+    EXPECT_EQ(CCameraInfo::qString(CCameraInfo::velmoString(text)), text);
+    EXPECT_EQ(CCameraInfo::qString(GenICam::gcstring(nullptr)), QString());
+}
+
+TEST(SetErrorStringHelper, setsTheErrorOfACameraRecord)
+{
+    const auto record = ::Test::cameraRecord("camera/helper");
+    QSharedPointer<ICameraInfo> info = record;
+    setErrorStringHelper(info, "reason");
+    EXPECT_EQ(record->errorString(), QStringLiteral("reason"));
+}
+
+TEST(SetErrorStringHelper, nullTextClearsTheError)
+{
+    const auto record = ::Test::cameraRecord("camera/helpernull");
+    QSharedPointer<ICameraInfo> info = record;
+    setErrorStringHelper(info, "reason");
+    setErrorStringHelper(info, nullptr);
+    EXPECT_TRUE(record->errorString().isEmpty());
+}
+
+TEST(SetErrorStringHelper, nullRecordIsLeftAlone)
+{
+    QSharedPointer<ICameraInfo> info;
+    setErrorStringHelper(info, "reason");
+    EXPECT_TRUE(info.isNull());
+}
+
+} // namespace
