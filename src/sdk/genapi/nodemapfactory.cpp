@@ -22,6 +22,8 @@ struct CNodeMapFactory::SPrivate
 namespace
 {
 
+using DescriptionPtr = std::shared_ptr<const Internal::SDescription>;
+
 /** Parsed descriptions by the bytes they were made from. */
 class CDescriptionCache
 {
@@ -32,37 +34,61 @@ public:
         return cache;
     }
 
-    std::shared_ptr<const Internal::SDescription> Get(std::string_view bytes)
+    DescriptionPtr Get(std::string_view bytes)
     {
+        const std::size_t hash = std::hash<std::string_view>()(bytes);
         {
             const std::lock_guard<std::mutex> lock(m_mutex);
-            const auto known = m_descriptions.find(std::string(bytes));
-            if (known != m_descriptions.end())
+            if (DescriptionPtr known = Find(hash, bytes))
             {
-                return known->second;
+                return known;
             }
         }
         // Parsed outside the lock: other descriptions need not wait. Two threads with the same new one share the first.
-        auto description = Internal::ReadDescription(Internal::UnpackDescription(bytes));
+        DescriptionPtr description = Internal::ReadDescription(Internal::UnpackDescription(bytes));
         const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_descriptions.emplace(std::string(bytes), std::move(description)).first->second;
+        if (DescriptionPtr known = Find(hash, bytes))
+        {
+            return known;
+        }
+        m_entries.emplace(hash, SEntry{std::string(bytes), description});
+        return description;
     }
 
     void Clear()
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_descriptions.clear();
+        m_entries.clear();
     }
 
     std::size_t Size()
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_descriptions.size();
+        return m_entries.size();
     }
 
 private:
+    struct SEntry
+    {
+        std::string bytes;
+        DescriptionPtr description;
+    };
+
+    DescriptionPtr Find(std::size_t hash, std::string_view bytes) const
+    {
+        const auto range = m_entries.equal_range(hash);
+        for (auto entry = range.first; entry != range.second; ++entry)
+        {
+            if (entry->second.bytes == bytes)
+            {
+                return entry->second.description;
+            }
+        }
+        return nullptr;
+    }
+
     std::mutex m_mutex; // guards the map; nothing is called with it held
-    std::unordered_map<std::string, std::shared_ptr<const Internal::SDescription>> m_descriptions;
+    std::unordered_multimap<std::size_t, SEntry> m_entries;
 };
 
 } // namespace
