@@ -179,7 +179,7 @@ struct SEnumerationPart
 {
     NodeIndices entries;
     std::unordered_map<std::string, NodeIndex> bySymbolic;
-    std::unordered_map<std::int64_t, NodeIndex> byValue;
+    std::unordered_map<std::int64_t, NodeIndices> byValue; // of one value: in the order of the description
 };
 
 struct SEntryPart

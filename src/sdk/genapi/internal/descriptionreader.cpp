@@ -222,7 +222,7 @@ void LinkEntries(SDescription& description)
             {
                 ThrowDescriptionError(node.name, "there is more than one entry '" + entry.entry->symbolic + "'");
             }
-            node.enumeration->byValue.emplace(entry.entry->value, index);
+            node.enumeration->byValue[entry.entry->value].push_back(index);
         }
     }
 }

@@ -15,7 +15,18 @@ namespace Internal
 CEnumEntryNode* CEnumerationNode::FindEntry(std::int64_t value)
 {
     const auto found = Part().byValue.find(value);
-    return found == Part().byValue.end() ? nullptr : static_cast<CEnumEntryNode*>(&Map().Node(found->second));
+    if (found == Part().byValue.end())
+    {
+        return nullptr;
+    }
+    // Descriptions for several models give one value several names, of which the model at hand has one.
+    const NodeIndices& entries = found->second;
+    const auto isAvailable = [this](NodeIndex entry)
+    {
+        return IsAvailable(Map().Node(entry).AvailableMode());
+    };
+    const auto chosen = entries.size() == 1 ? entries.end() : std::find_if(entries.begin(), entries.end(), isAvailable);
+    return static_cast<CEnumEntryNode*>(&Map().Node(chosen == entries.end() ? entries.front() : *chosen));
 }
 
 EAccessMode CEnumerationNode::SourceMode()
@@ -32,6 +43,15 @@ EAccessMode CEnumerationNode::SourceMode()
     return CNumberNode::SourceMode();
 }
 
+void CEnumerationNode::RequireAvailable(CNode& entry) const
+{
+    if (!IsAvailable(entry.AvailableMode()))
+    {
+        GENICAM_THROW(AccessException, "Node '" + Description().name + "': the entry '" +
+                                           entry.Description().entry->symbolic + "' is not available");
+    }
+}
+
 void CEnumerationNode::WriteNumber(const SFormulaValue& value, bool verify)
 {
     const std::int64_t number = ToInteger(value, *this);
@@ -41,10 +61,9 @@ void CEnumerationNode::WriteNumber(const SFormulaValue& value, bool verify)
         GENICAM_THROW(InvalidArgumentException,
                       "Node '" + Description().name + "' has no entry of value " + std::to_string(number));
     }
-    if (verify && !IsAvailable(entry->AvailableMode()))
+    if (verify)
     {
-        GENICAM_THROW(AccessException, "Node '" + Description().name + "': the entry '" +
-                                           entry->Description().entry->symbolic + "' is not available");
+        RequireAvailable(*entry);
     }
     CNumberNode::WriteNumber(value, verify);
     if (entry != nullptr && entry->Description().entry->isSelfClearing)
@@ -129,7 +148,16 @@ void CEnumerationNode::FromString(const GenICam::gcstring& text, bool verify)
     {
         GENICAM_THROW(InvalidArgumentException, "Node '" + Description().name + "' has no entry '" + text.str() + "'");
     }
-    SetIntValue(Map().Description().nodes[static_cast<std::size_t>(found->second)].entry->value, verify);
+    WriteAccess(*this, verify,
+                [&]
+                {
+                    CNode& entry = Map().Node(found->second);
+                    if (verify)
+                    {
+                        RequireAvailable(entry);
+                    }
+                    WriteNumber(SFormulaValue::FromInteger(entry.Description().entry->value), verify);
+                });
 }
 
 } // namespace Internal

@@ -35,6 +35,7 @@ protected:
 
 private:
     CEnumEntryNode* FindEntry(std::int64_t value);
+    void RequireAvailable(CNode& entry) const;
 
     const SEnumerationPart& Part() const { return *Description().enumeration; }
 };

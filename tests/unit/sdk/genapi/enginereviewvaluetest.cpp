@@ -158,6 +158,24 @@ TEST(EngineReviewValue, entryThatIsNotAvailableIsRefused)
     EXPECT_EQ(map.port.memory[0], 0);
 }
 
+TEST(EngineReviewValue, ofTwoEntriesWithOneValueTheAvailableOneCounts)
+{
+    CReviewMap map(Plain("IsNew", 1) + Plain("IsOld", 0) + Register("R", 0) +
+                   "<Enumeration Name=\"E\"><EnumEntry Name=\"OldName\"><pIsImplemented>IsOld</pIsImplemented>"
+                   "<Value>1</Value></EnumEntry><EnumEntry Name=\"NewName\"><pIsImplemented>IsNew</pIsImplemented>"
+                   "<Value>1</Value></EnumEntry><pValue>R</pValue></Enumeration>\n");
+    EXPECT_NO_THROW(map.Enumeration("E")->FromString("NewName"));
+    EXPECT_EQ(map.port.memory[0], 1);
+    EXPECT_EQ(map.Enumeration("E")->ToString(), "NewName");
+    EXPECT_EQ(map.Enumeration("E")->GetCurrentEntry()->GetSymbolic(), "NewName");
+    EXPECT_NO_THROW(map.Enumeration("E")->SetIntValue(1));
+    EXPECT_THROW(map.Enumeration("E")->FromString("OldName"), GenICam::AccessException);
+    map.Integer("IsOld")->SetValue(1);
+    map.Integer("IsNew")->SetValue(0);
+    EXPECT_EQ(map.Enumeration("E")->ToString(), "OldName");
+    EXPECT_THROW(map.Enumeration("E")->FromString("NewName"), GenICam::AccessException);
+}
+
 TEST(EngineReviewValue, unknownEntriesAreRefused)
 {
     CReviewMap map(Register("R", 0) + "<Enumeration Name=\"E\">" + kModes + "<pValue>R</pValue></Enumeration>\n");
