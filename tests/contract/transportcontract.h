@@ -1,0 +1,289 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "transport/transport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <ostream>
+#include <string>
+#include <vector>
+
+/**
+ * What every transport must do, as tests that run on any of them.
+ *
+ * To run them on a transport: a folder below tests/contract with a CMakeLists.txt that calls
+ * project_add_test(contract_<name>
+ * ...) and one *test.cpp that includes this header and instantiates the suite with a harness of that transport:
+ *
+ *     INSTANTIATE_TEST_SUITE_P(Name, TransportContract, ::testing::Values(SHarnessFactory{"Name", MakeHarness}));
+ */
+namespace Contract
+{
+
+/** One transport with at least one camera that can be opened, and what a test does to that camera from outside. */
+class IHarness
+{
+public:
+    virtual ~IHarness() = default;
+    virtual std::shared_ptr<Velmo::Transport::ITransport> GetTransport() = 0;
+    /** The record of the camera to use. */
+    virtual Velmo::CDeviceInfo GetCamera() = 0;
+    /** Has the camera send at least one image into the started stream (free-running ones need do nothing). */
+    virtual void SendImage() = 0;
+    /** Unplugs the camera; false where the harness cannot. */
+    virtual bool Unplug() = 0;
+    /** How long the transport may take to notice it. */
+    virtual std::chrono::seconds RemovalLimit() const { return std::chrono::seconds(3); }
+};
+
+struct SHarnessFactory
+{
+    std::string name;
+    std::function<std::unique_ptr<IHarness>()> make;
+    friend std::ostream& operator<<(std::ostream& stream, const SHarnessFactory& factory)
+    {
+        return stream << factory.name;
+    }
+};
+
+class TransportContract : public ::testing::TestWithParam<SHarnessFactory>
+{
+protected:
+    static constexpr unsigned int WaitMs = 10000;
+    static constexpr std::size_t BufferCount = 4;
+
+    void SetUp() override
+    {
+        harness = GetParam().make();
+        transport = harness->GetTransport();
+    }
+    void TearDown() override
+    {
+        device.reset();
+        transport.reset();
+        harness.reset();
+    }
+    void Open()
+    {
+        device = transport->CreateDevice(harness->GetCamera());
+        device->Open(Velmo::EDeviceAccess::Control);
+    }
+    Velmo::Transport::IStream& StartStream()
+    {
+        auto& stream = *device->GetStream(0);
+        stream.Open();
+        const std::size_t bytes = stream.GetPayloadBytes();
+        memory.assign(BufferCount, std::vector<std::uint8_t>(bytes));
+        for (auto& buffer : memory)
+        {
+            stream.AnnounceBuffer(buffer.data(), bytes, &buffer);
+            stream.QueueBuffer(&buffer);
+        }
+        stream.Start();
+        Command("AcquisitionStart");
+        return stream;
+    }
+    void Command(const char* name)
+    {
+        const GenApi::CCommandPtr command(device->GetNodeMap()->GetNode(name));
+        if (command.IsValid())
+        {
+            command->Execute();
+        }
+    }
+    /** Everything that comes out until as many buffers are back as were out. */
+    void TakeBack(Velmo::Transport::IStream& stream, std::size_t count)
+    {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::milliseconds(WaitMs);
+        Velmo::Transport::SStreamResult result;
+        while (count > 0 && std::chrono::steady_clock::now() < limit)
+        {
+            count -= stream.RetrieveResult(result, 100) ? 1 : 0;
+        }
+        EXPECT_EQ(0U, count);
+    }
+    void RevokeAndClose(Velmo::Transport::IStream& stream)
+    {
+        for (auto& buffer : memory)
+        {
+            EXPECT_NO_THROW(stream.RevokeBuffer(&buffer));
+        }
+        EXPECT_NO_THROW(stream.Close());
+    }
+
+    std::unique_ptr<IHarness> harness;
+    std::shared_ptr<Velmo::Transport::ITransport> transport;
+    std::vector<std::vector<std::uint8_t>> memory;
+    std::unique_ptr<Velmo::IVelmoDevice> device;
+};
+
+TEST_P(TransportContract, describesItself)
+{
+    const Velmo::CTlInfo info = transport->GetTlInfo();
+    EXPECT_FALSE(info.GetDeviceClass().empty());
+    EXPECT_FALSE(info.GetTLType().empty());
+    EXPECT_FALSE(info.GetFullName().empty());
+    EXPECT_FALSE(info.GetFriendlyName().empty());
+}
+
+TEST_P(TransportContract, recordsAreCompleteAndUnique)
+{
+    Velmo::DeviceInfoList list;
+    transport->EnumerateDevices(list, Velmo::Transport::EDiscoveryScope::Usable);
+    ASSERT_FALSE(list.empty());
+    std::vector<GenICam::gcstring> names;
+    for (const auto& info : list)
+    {
+        for (const char* key : {Velmo::Key::DeviceClass, Velmo::Key::TLType, Velmo::Key::FullName,
+                                Velmo::Key::FriendlyName, Velmo::Key::VendorName, Velmo::Key::ModelName,
+                                Velmo::Key::SerialNumber, Velmo::Key::DeviceVersion, Velmo::Key::DeviceFactory})
+        {
+            EXPECT_TRUE(info.GetPropertyAvailable(key)) << key;
+        }
+        EXPECT_EQ(transport->GetTlInfo().GetDeviceClass(), info.GetDeviceClass());
+        for (const auto& name : names)
+        {
+            EXPECT_NE(name, info.GetFullName());
+        }
+        names.push_back(info.GetFullName());
+    }
+}
+
+TEST_P(TransportContract, enumerationsAppend)
+{
+    Velmo::DeviceInfoList devices(1);
+    transport->EnumerateDevices(devices, Velmo::Transport::EDiscoveryScope::All);
+    EXPECT_GT(devices.size(), 1U);
+    Velmo::InterfaceInfoList interfaces;
+    transport->EnumerateInterfaces(interfaces);
+    ASSERT_FALSE(interfaces.empty());
+    EXPECT_FALSE(interfaces.front().GetInterfaceID().empty());
+}
+
+TEST_P(TransportContract, unknownDeviceIsRefused)
+{
+    Velmo::CDeviceInfo info = harness->GetCamera();
+    info.SetFullName("no such device");
+    info.SetSerialNumber("no such serial number");
+    info.SetIpAddress("127.255.255.254");
+    EXPECT_THROW(transport->CreateDevice(info), GenICam::RuntimeException);
+}
+
+TEST_P(TransportContract, nodeMapIsThereWhileOpenOnly)
+{
+    Open();
+    ASSERT_TRUE(device->IsOpen());
+    ASSERT_NE(nullptr, device->GetNodeMap());
+    EXPECT_NE(nullptr, device->GetNodeMap()->GetNode("AcquisitionStart"));
+    device->Close();
+    EXPECT_FALSE(device->IsOpen());
+    EXPECT_EQ(nullptr, device->GetNodeMap());
+    device->Open(Velmo::EDeviceAccess::Control);
+    EXPECT_NE(nullptr, device->GetNodeMap());
+}
+
+TEST_P(TransportContract, cameraUnderControlIsBusy)
+{
+    Open();
+    const auto second = transport->CreateDevice(harness->GetCamera());
+    EXPECT_THROW(second->Open(Velmo::EDeviceAccess::Control), GenICam::AccessException);
+    EXPECT_FALSE(second->IsOpen());
+    device->Close();
+    EXPECT_NO_THROW(second->Open(Velmo::EDeviceAccess::Control));
+}
+
+TEST_P(TransportContract, streamsBeyondTheirNumberAreNull)
+{
+    Open();
+    ASSERT_GE(device->GetNumStreams(), 1U);
+    EXPECT_NE(nullptr, device->GetStream(0));
+    EXPECT_EQ(nullptr, device->GetStream(device->GetNumStreams()));
+}
+
+TEST_P(TransportContract, imageArrivesInAnAnnouncedBuffer)
+{
+    Open();
+    auto& stream = StartStream();
+    harness->SendImage();
+    Velmo::Transport::SStreamResult result;
+    ASSERT_TRUE(stream.RetrieveResult(result, WaitMs));
+    const auto found =
+        std::any_of(memory.begin(), memory.end(), [&](auto& buffer) { return &buffer == result.pContext; });
+    EXPECT_TRUE(found);
+    EXPECT_EQ(Velmo::Transport::EResultStatus::Ok, result.status);
+    EXPECT_GT(result.payloadBytes, 0U);
+    EXPECT_LE(result.payloadBytes, memory.front().size());
+    Command("AcquisitionStop");
+    stream.Stop();
+    TakeBack(stream, BufferCount - 1);
+    RevokeAndClose(stream);
+}
+
+TEST_P(TransportContract, stopReturnsEveryBufferAndTheStreamStartsAgain)
+{
+    Open();
+    for (int round = 0; round < 2; ++round)
+    {
+        auto& stream = StartStream();
+        Command("AcquisitionStop");
+        stream.Stop();
+        TakeBack(stream, BufferCount);
+        RevokeAndClose(stream);
+    }
+}
+
+TEST_P(TransportContract, wakeUpEndsTheNextWait)
+{
+    Open();
+    auto& stream = *device->GetStream(0);
+    stream.Open();
+    stream.Start();
+    stream.WakeUp();
+    Velmo::Transport::SStreamResult result;
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(stream.RetrieveResult(result, WaitMs));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(WaitMs / 2));
+    stream.Stop();
+    stream.Close();
+}
+
+TEST_P(TransportContract, removalIsReportedOnceAndEverythingStillCloses)
+{
+    Open();
+    std::mutex mutex;
+    std::condition_variable changed;
+    int reports = 0;
+    device->SetRemovalCallback(
+        [&]
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            ++reports;
+            changed.notify_all();
+        });
+    auto& stream = StartStream();
+    if (!harness->Unplug())
+    {
+        GTEST_SKIP() << "the harness of " << GetParam().name << " cannot unplug its camera";
+    }
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        ASSERT_TRUE(changed.wait_for(lock, harness->RemovalLimit(), [&] { return reports > 0; }));
+    }
+    EXPECT_TRUE(device->IsRemoved());
+    EXPECT_NO_THROW(stream.Stop());
+    RevokeAndClose(stream);
+    EXPECT_NO_THROW(device->Close());
+    device->SetRemovalCallback(nullptr);
+    EXPECT_EQ(1, reports);
+}
+
+} // namespace Contract
