@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include "transports/gige/internal/lifeprobe.h"
 #include "transports/gige/internal/openlist.h"
+#include "transports/gige/internal/reaper.h"
 
 namespace Velmo::GigE::Internal
 {
@@ -12,6 +14,8 @@ namespace Velmo::GigE::Internal
 struct SServices
 {
     COpenList openCameras;
+    CReaper reaper;
+    CLifeProbe probe;
 };
 
 } // namespace Velmo::GigE::Internal

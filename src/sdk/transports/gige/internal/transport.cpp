@@ -6,6 +6,8 @@
 #include "genapi/exceptions.h"
 #include "transport/log.h"
 #include "transports/gige/gigetransport.h"
+#include "transports/gige/internal/adapterinterface.h"
+#include "transports/gige/internal/gigedevice.h"
 #include "transports/gige/internal/records.h"
 #include "transports/gige/internal/services.h"
 
@@ -131,11 +133,20 @@ std::unique_ptr<IVelmoDevice> CGigETransport::CreateDevice(const CDeviceInfo& in
                           "There is no GigE Vision camera \"" + info.GetFullName().str() + "\" on the network.");
         }
     }
-    GENICAM_THROW(RuntimeException, "GigE Vision cameras cannot be opened yet.");
+    return std::make_unique<CGigEDevice>(std::move(record), m_pServices);
 }
 
 std::unique_ptr<Transport::IInterface> CGigETransport::CreateInterface(const CInterfaceInfo& info)
 {
+    InterfaceInfoList interfaces;
+    EnumerateInterfaces(interfaces);
+    for (CInterfaceInfo& record : interfaces)
+    {
+        if (record.GetInterfaceID() == info.GetInterfaceID())
+        {
+            return std::make_unique<CAdapterInterface>(std::move(record));
+        }
+    }
     GENICAM_THROW(RuntimeException, "There is no network adapter \"" + info.GetInterfaceID().str() + "\".");
 }
 

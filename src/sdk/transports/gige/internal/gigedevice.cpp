@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "transports/gige/internal/gigedevice.h"
+
+#include "protocols/gvbsregisters.h"
+#include "protocols/gvcp.h"
+#include "transports/gige/internal/gvcpclient.h"
+
+#include <utility>
+
+namespace Velmo::GigE::Internal
+{
+
+namespace
+{
+
+using std::chrono::milliseconds;
+
+ObjectPtr<GInetAddress> MakeAddress(std::uint32_t ip)
+{
+    return ObjectPtr<GInetAddress>(g_inet_address_new_from_string(Gvcp::IpText(ip).c_str()));
+}
+
+/** The engine's word that control was lost; on the engine's thread. */
+void OnControlLost(ArvGvDevice*, gpointer pUser)
+{
+    (*static_cast<std::shared_ptr<CRemoval>*>(pUser))->MarkLost();
+}
+
+void DeleteHandlerData(gpointer pUser, GClosure*)
+{
+    delete static_cast<std::shared_ptr<CRemoval>*>(pUser);
+}
+
+} // namespace
+
+CGigEDevice::CGigEDevice(CDeviceInfo info, std::shared_ptr<SServices> pServices)
+    : m_info(std::move(info)), m_pServices(std::move(pServices)), m_pRemoval(std::make_shared<CRemoval>()),
+      m_stream(m_pServices->reaper)
+{
+    Gvcp::ParseIp(m_info.GetIpAddress().str(), m_deviceIp);
+    Gvcp::ParseIp(m_info.Get(Key::Interface).str(), m_adapterIp);
+}
+
+CGigEDevice::~CGigEDevice()
+{
+    SetRemovalCallback(nullptr);
+    Close();
+}
+
+std::string CGigEDevice::Name() const
+{
+    return "\"" + m_info.GetFriendlyName().str() + "\" at " + m_info.GetIpAddress().str();
+}
+
+void CGigEDevice::CheckFree() const
+{
+    CGvcpClient client;
+    if (!client.Open(m_adapterIp, m_deviceIp))
+    {
+        GENICAM_THROW(RuntimeException, "The camera " + Name() + " cannot be opened: the network adapter's address " +
+                                            Gvcp::IpText(m_adapterIp) + " cannot be used: " + client.GetError() + ".");
+    }
+    constexpr int attempts = 3;
+    const SRegisterAnswer privilege = client.ReadRegister(Gvbs::ControlChannelPrivilege, milliseconds(200), attempts);
+    if (privilege.result == ERequest::Silent || privilege.result == ERequest::NotSent)
+    {
+        GENICAM_THROW(RuntimeException, "The camera " + Name() + " cannot be opened: it does not answer.");
+    }
+    constexpr std::uint32_t held = Gvbs::CcpExclusiveAccess | Gvbs::CcpControlAccess;
+    if (privilege.result == ERequest::Answered && (privilege.value & held) == 0)
+    {
+        return;
+    }
+    const SRegisterAnswer owner = client.ReadRegister(Gvbs::PrimaryApplicationIpAddress, milliseconds(200), attempts);
+    const bool isNamed = owner.result == ERequest::Answered && owner.value != 0;
+    GENICAM_THROW(
+        AccessException,
+        "The camera " + Name() + " is in use by " +
+            (isNamed ? "the application at " + Gvcp::IpText(owner.value) : std::string("another application")) + ".");
+}
+
+ObjectPtr<ArvDevice> CGigEDevice::OpenEngine() const
+{
+    const ObjectPtr<GInetAddress> pAdapter = MakeAddress(m_adapterIp);
+    const ObjectPtr<GInetAddress> pCamera = MakeAddress(m_deviceIp);
+    CEngineError error;
+    ObjectPtr<ArvDevice> pEngine(arv_gv_device_new(pAdapter.get(), pCamera.get(), error.Receive()));
+    if (pEngine == nullptr || error.IsSet())
+    {
+        error.Throw("The camera " + Name() + " cannot be opened");
+    }
+    if (!arv_gv_device_is_controller(ARV_GV_DEVICE(pEngine.get())))
+    {
+        GENICAM_THROW(AccessException, "The camera " + Name() + " was taken by another application.");
+    }
+    arv_gv_device_set_packet_size_adjustment(ARV_GV_DEVICE(pEngine.get()), ARV_GV_PACKET_SIZE_ADJUSTMENT_NEVER);
+    return pEngine;
+}
+
+std::unique_ptr<SOpenCamera> CGigEDevice::OpenCamera()
+{
+    CheckFree();
+    auto pCamera = std::make_unique<SOpenCamera>();
+    pCamera->name = Name();
+    constexpr std::uint32_t loopbackNetwork = 127;
+    pCamera->isLoopback = m_adapterIp >> 24 == loopbackNetwork;
+    pCamera->pRemoval = m_pRemoval;
+    pCamera->isAnswering = [this]
+    {
+        return IsAnswering();
+    };
+    pCamera->pEngine = OpenEngine();
+    std::size_t bytes = 0;
+    const char* xml = arv_device_get_genicam_xml(pCamera->pEngine.get(), &bytes);
+    if (xml == nullptr || bytes == 0)
+    {
+        GENICAM_THROW(RuntimeException, "The camera " + Name() + " has no description of its features.");
+    }
+    pCamera->pPort = std::make_unique<CDevicePort>(Name(), pCamera->pEngine.get(), m_pRemoval);
+    pCamera->pNodeMap = GenApi::CNodeMapFactory::FromData(xml, bytes).CreateNodeMap();
+    pCamera->pNodeMap->Connect(pCamera->pPort.get());
+    pCamera->packetSettingAtOpen = pCamera->pPort->ReadRegister(Gvbs::StreamChannelPacketSize);
+    return pCamera;
+}
+
+void CGigEDevice::Open(EDeviceAccess access)
+{
+    if (access == EDeviceAccess::Monitor)
+    {
+        GENICAM_THROW(RuntimeException, "The camera " + Name() +
+                                            " cannot be opened as a monitor: watching a camera that another "
+                                            "application controls is not supported for GigE Vision cameras.");
+    }
+    if (IsRemoved())
+    {
+        GENICAM_THROW(RuntimeException, "The camera " + Name() + " was removed.");
+    }
+    if (IsOpen())
+    {
+        return;
+    }
+    if (!m_pServices->openCameras.Add(m_deviceIp))
+    {
+        GENICAM_THROW(AccessException, "The camera " + Name() + " is in use by this application already.");
+    }
+    try
+    {
+        m_pCamera = OpenCamera();
+        m_pParameters = MakeParameters();
+        m_stream.Attach(m_pCamera.get());
+        Watch();
+    }
+    catch (...)
+    {
+        m_stream.Detach();
+        m_pParameters.reset();
+        m_pCamera.reset();
+        m_pServices->openCameras.Remove(m_deviceIp);
+        throw;
+    }
+}
+
+std::unique_ptr<CSoftwareNodeMap> CGigEDevice::MakeParameters()
+{
+    CDevicePort* pPort = m_pCamera->pPort.get();
+    auto pParameters = std::make_unique<CSoftwareNodeMap>("GigETransportLayer");
+    CSoftwareNodeMap::SInteger heartbeat;
+    heartbeat.name = "HeartbeatTimeout";
+    heartbeat.toolTip = "Time after which the camera gives up an application that fell silent.";
+    heartbeat.unit = "ms";
+    heartbeat.min = 2500; // the engine says that it lives once a second
+    heartbeat.max = 600000;
+    heartbeat.getter = [pPort]
+    {
+        return std::int64_t{pPort->ReadRegister(Gvbs::HeartbeatTimeout)};
+    };
+    heartbeat.setter = [pPort](std::int64_t value)
+    {
+        pPort->WriteRegister(Gvbs::HeartbeatTimeout, static_cast<std::uint32_t>(value));
+    };
+    pParameters->Add(std::move(heartbeat));
+    pParameters->Build();
+    return pParameters;
+}
+
+void CGigEDevice::Watch()
+{
+    m_pRemoval->Arm([this] { m_stream.OnRemoved(); });
+    m_probeId = m_pServices->probe.Watch(m_adapterIp, m_deviceIp, m_pRemoval);
+    if (m_probeId == 0)
+    {
+        m_pRemoval->Disarm();
+        GENICAM_THROW(RuntimeException, "The camera " + Name() + " cannot be watched: no socket is left.");
+    }
+    m_lostHandler =
+        g_signal_connect_data(m_pCamera->pEngine.get(), "control-lost", G_CALLBACK(&OnControlLost),
+                              new std::shared_ptr<CRemoval>(m_pRemoval), &DeleteHandlerData, GConnectFlags(0));
+}
+
+void CGigEDevice::Close()
+{
+    if (!IsOpen())
+    {
+        return;
+    }
+    m_pRemoval->Disarm();
+    m_pServices->probe.Forget(m_probeId);
+    m_stream.Detach();
+    m_pParameters.reset();
+    g_signal_handler_disconnect(m_pCamera->pEngine.get(), m_lostHandler);
+    ObjectPtr<ArvDevice> pEngine = std::move(m_pCamera->pEngine);
+    m_pCamera->pNodeMap.reset();
+    m_pCamera.reset();
+    ReleaseEngine(std::move(pEngine));
+    m_pServices->openCameras.Remove(m_deviceIp);
+}
+
+bool CGigEDevice::IsAnswering() const
+{
+    CGvcpClient client;
+    constexpr int attempts = 2;
+    return client.Open(m_adapterIp, m_deviceIp) &&
+           client.ReadRegister(Gvbs::Version, milliseconds(150), attempts).result != ERequest::Silent;
+}
+
+void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const
+{
+    // Giving up control of a camera that does not answer takes seconds.
+    if (!IsRemoved() && IsAnswering())
+    {
+        return;
+    }
+    m_pServices->reaper.Add([pObject = pEngine.release()] { g_object_unref(pObject); });
+}
+
+GenApi::INodeMap* CGigEDevice::GetNodeMap()
+{
+    return IsOpen() ? m_pCamera->pNodeMap.get() : nullptr;
+}
+
+GenApi::INodeMap* CGigEDevice::GetTLNodeMap()
+{
+    return m_pParameters == nullptr ? nullptr : m_pParameters->Get();
+}
+
+void CGigEDevice::SetRemovalCallback(std::function<void()> callback)
+{
+    m_pRemoval->SetHandler(std::move(callback));
+}
+
+void CGigEDevice::DestroyChunkParser(IChunkParser*) {}
+
+} // namespace Velmo::GigE::Internal

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "transport/stream.h"
+#include "transports/gige/internal/engine.h"
+
+namespace Velmo::GigE::Internal
+{
+
+/** What the engine says of a buffer that it filled, or could not fill. */
+Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer);
+/** The result of a buffer that was never filled. */
+Transport::SStreamResult MakeCanceledResult(void* pContext);
+
+} // namespace Velmo::GigE::Internal
