@@ -1,0 +1,327 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/internal/devicepool.h"
+#include "unit/common/plugins/camerapool/testing/records.h"
+#include "velmo/velmo.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+#include <iostream>
+
+namespace
+{
+
+using namespace Plugin::CameraPool;
+using namespace Plugin::CameraPool::Internal;
+
+class CFakeDevice : public IDevice
+{
+public:
+    explicit CFakeDevice(QSharedPointer<IBaseInfo> info) : IDevice(nullptr), m_info(std::move(info)) {}
+    QSharedPointer<Plugin::AppCore::IInfo> getInfo() const override { return m_info; }
+    bool isConnected() const override { return m_isOpen; }
+    bool isOpen() const override { return m_isOpen; }
+    QSharedPointer<ParameterCollection::IParameterCollection> getParameterCollection() const override { return {}; }
+    bool open(bool monitorMode) override
+    {
+        m_monitorMode = monitorMode;
+        m_isOpen = true;
+        emit deviceOpened();
+        return true;
+    }
+    void close() override
+    {
+        m_isOpen = false;
+        emit deviceClosed();
+    }
+
+    bool m_monitorMode = false;
+
+private:
+    QSharedPointer<IBaseInfo> m_info;
+    bool m_isOpen = false;
+};
+
+class CFakePool : public ADevicePool
+{
+public:
+    CFakePool() : ADevicePool(nullptr) {}
+    ~CFakePool() override { releaseDevices(); }
+    using ADevicePool::closeDevice;
+    using ADevicePool::devices;
+    using ADevicePool::openDevice;
+    QSharedPointer<IDevice> createDevice(QSharedPointer<IBaseInfo> info) override
+    {
+        if (auto known = findDevice(info))
+        {
+            return known;
+        }
+        const QSharedPointer<CFakeDevice> device(new CFakeDevice(info));
+        appendDevice(device);
+        connect(device.data(), &IDevice::deviceOpened, this, &CFakePool::onDeviceOpened);
+        connect(device.data(), &IDevice::deviceClosed, this, &CFakePool::onDeviceClosed);
+        return device;
+    }
+};
+
+class DevicePool : public ::testing::Test
+{
+protected:
+    ~DevicePool() override { ADevicePool::setActiveDevice({}); }
+    void announce(const QVector<QSharedPointer<IBaseInfo>>& infos)
+    {
+        m_pool.beginAnnounce();
+        m_pool.announceDevices(infos);
+        m_pool.endAnnounce();
+    }
+    static BaseInfoPtr infoOf(const QSignalSpy& spy, int index) { return spy.at(index).at(0).value<BaseInfoPtr>(); }
+
+    CFakePool m_pool;
+    const BaseInfoPtr m_camera = ::Test::cameraRecord("pool/1");
+    const BaseInfoPtr m_other = ::Test::cameraRecord("pool/2");
+};
+
+TEST_F(DevicePool, holdsOneInitializationOfTheSdk)
+{
+    const auto before = Velmo::VelmoInitializationCount();
+    {
+        const CFakePool another;
+        EXPECT_EQ(Velmo::VelmoInitializationCount(), before + 1);
+    }
+    EXPECT_EQ(Velmo::VelmoInitializationCount(), before);
+}
+
+TEST_F(DevicePool, registersTheMetatypesOfRecords)
+{
+    EXPECT_EQ(QMetaType::type("BaseInfoPtr"), qMetaTypeId<BaseInfoPtr>());
+    EXPECT_EQ(QMetaType::type("Plugin::CameraPool::BaseInfoPtr"), qMetaTypeId<BaseInfoPtr>());
+}
+
+TEST_F(DevicePool, variantOfARecordConvertsToTheObject)
+{
+    const auto variant = QVariant::fromValue(m_camera);
+    EXPECT_EQ(variant.value<QObject*>(), m_camera.data());
+}
+
+TEST_F(DevicePool, findsACameraByItsFullName)
+{
+    const auto device = m_pool.createDevice(m_camera);
+    m_pool.createDevice(m_other);
+    EXPECT_EQ(m_pool.findDevice(::Test::cameraRecord("pool/1")), device);
+}
+
+TEST_F(DevicePool, fullNamesAreCaseSensitive)
+{
+    m_pool.createDevice(m_camera);
+    EXPECT_TRUE(m_pool.findDevice(::Test::cameraRecord("POOL/1")).isNull());
+}
+
+TEST_F(DevicePool, findsAnInterfaceByItsInterfaceId)
+{
+    const auto device = m_pool.createDevice(::Test::interfaceRecord("eth0"));
+    m_pool.createDevice(::Test::interfaceRecord("eth1"));
+    EXPECT_EQ(m_pool.findDevice(::Test::interfaceRecord("eth0")), device);
+}
+
+TEST_F(DevicePool, findsNothingForNull)
+{
+    m_pool.createDevice(m_camera);
+    EXPECT_TRUE(m_pool.findDevice({}).isNull());
+}
+
+TEST_F(DevicePool, openingAnUnknownDeviceCreatesIt)
+{
+    EXPECT_TRUE(m_pool.openDevice(m_camera, true));
+    const auto device = m_pool.findDevice(m_camera);
+    ASSERT_FALSE(device.isNull());
+    EXPECT_TRUE(static_cast<CFakeDevice*>(device.data())->m_monitorMode);
+    EXPECT_TRUE(m_pool.isDeviceOpen(m_camera));
+}
+
+TEST_F(DevicePool, openingWithoutAnActiveDeviceFails)
+{
+    EXPECT_FALSE(m_pool.openDevice(false));
+}
+
+TEST_F(DevicePool, activeDeviceIsOpenedAndClosed)
+{
+    ADevicePool::setActiveDevice(m_camera);
+    EXPECT_TRUE(m_pool.openDevice(false));
+    EXPECT_TRUE(m_pool.isDeviceOpen(m_camera));
+    m_pool.closeDevice();
+    EXPECT_FALSE(m_pool.isDeviceOpen(m_camera));
+}
+
+TEST_F(DevicePool, nullIsNotOpenAndClosesNothing)
+{
+    EXPECT_FALSE(m_pool.isDeviceOpen({}));
+    m_pool.closeDevice(QSharedPointer<IDevice>());
+    m_pool.closeDevice(QSharedPointer<IBaseInfo>());
+    m_pool.closeDevice();
+    EXPECT_TRUE(m_pool.devices().isEmpty());
+}
+
+TEST_F(DevicePool, unknownDeviceIsNotOpen)
+{
+    EXPECT_FALSE(m_pool.isDeviceOpen(m_camera));
+}
+
+TEST_F(DevicePool, openAndCloseAreSignalledWithTheRecord)
+{
+    QSignalSpy opened(&m_pool, &ADevicePool::deviceOpened);
+    QSignalSpy closed(&m_pool, &ADevicePool::deviceClosed);
+    m_pool.openDevice(m_camera, false);
+    m_pool.closeDevice(m_camera);
+    ASSERT_EQ(opened.count(), 1);
+    ASSERT_EQ(closed.count(), 1);
+    EXPECT_EQ(infoOf(opened, 0), m_camera);
+    EXPECT_EQ(infoOf(closed, 0), m_camera);
+}
+
+TEST_F(DevicePool, announcingTwiceConnectsOnceAndCreatesOneDevice)
+{
+    QSignalSpy connected(&m_pool, &ADevicePool::deviceConnected);
+    m_pool.beginAnnounce();
+    m_pool.announceDevice(m_camera);
+    m_pool.announceDevice(m_camera);
+    m_pool.endAnnounce();
+    announce({m_camera});
+    ASSERT_EQ(connected.count(), 1);
+    EXPECT_EQ(infoOf(connected, 0), m_camera);
+    EXPECT_EQ(m_pool.devices().size(), 1);
+}
+
+TEST_F(DevicePool, announcingNullDoesNothing)
+{
+    QSignalSpy connected(&m_pool, &ADevicePool::deviceConnected);
+    m_pool.announceDevice({});
+    EXPECT_EQ(connected.count(), 0);
+    EXPECT_TRUE(m_pool.devices().isEmpty());
+}
+
+TEST_F(DevicePool, connectionIsSignalledBeforeTheDeviceExists)
+{
+    bool isFound = true;
+    QObject::connect(&m_pool, &ADevicePool::deviceConnected, &m_pool,
+                     [&](const BaseInfoPtr& info) { isFound = !m_pool.findDevice(info).isNull(); });
+    announce({m_camera});
+    EXPECT_FALSE(isFound);
+}
+
+TEST_F(DevicePool, emptyPassRemovesAllDevices)
+{
+    announce({m_camera, m_other});
+    QSignalSpy disconnected(&m_pool, &ADevicePool::deviceDisconnected);
+    announce({});
+    ASSERT_EQ(disconnected.count(), 2);
+    EXPECT_EQ(infoOf(disconnected, 0), m_camera);
+    EXPECT_EQ(infoOf(disconnected, 1), m_other);
+    EXPECT_TRUE(m_pool.devices().isEmpty());
+    EXPECT_TRUE(m_pool.findDevice(m_camera).isNull());
+}
+
+TEST_F(DevicePool, removalKeepsTheOrderOfTheOthers)
+{
+    const BaseInfoPtr third = ::Test::cameraRecord("pool/3");
+    announce({m_camera, m_other, third});
+    announce({third, m_camera});
+    ASSERT_EQ(m_pool.devices().size(), 2);
+    EXPECT_EQ(m_pool.devices().at(0)->getInfo(), m_camera);
+    EXPECT_EQ(m_pool.devices().at(1)->getInfo(), third);
+    EXPECT_EQ(m_pool.findDevice(third), m_pool.devices().at(1));
+}
+
+TEST_F(DevicePool, deviceOfAnotherRecordOfEqualNameIsRemoved)
+{
+    announce({m_camera});
+    QSignalSpy disconnected(&m_pool, &ADevicePool::deviceDisconnected);
+    announce({::Test::cameraRecord("pool/1")});
+    EXPECT_EQ(disconnected.count(), 1);
+}
+
+TEST_F(DevicePool, removedDeviceLivesUntilTheEventLoopRuns)
+{
+    announce({m_camera});
+    const QWeakPointer<IDevice> device = m_pool.findDevice(m_camera);
+    announce({});
+    EXPECT_FALSE(device.isNull());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(device.isNull());
+}
+
+TEST_F(DevicePool, removedDeviceLivesAsLongAsSomebodyHoldsIt)
+{
+    announce({m_camera});
+    const auto device = m_pool.findDevice(m_camera);
+    announce({});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(device->getInfo(), m_camera);
+}
+
+TEST_F(DevicePool, poolCanBeDestroyedWithRemovedDevicesPending)
+{
+    QWeakPointer<IDevice> device;
+    {
+        CFakePool pool;
+        pool.announceDevice(m_camera);
+        device = pool.findDevice(m_camera);
+        pool.beginAnnounce();
+        pool.endAnnounce();
+    }
+    EXPECT_TRUE(device.isNull());
+    QCoreApplication::processEvents();
+}
+
+TEST_F(DevicePool, activeDeviceIsCommonToAllPoolsAndSurvivesItsDevice)
+{
+    announce({m_camera});
+    ADevicePool::setActiveDevice(m_camera);
+    announce({});
+    EXPECT_EQ(ADevicePool::getActiveDeviceInfo(), m_camera);
+}
+
+TEST_F(DevicePool, settingTheActiveDeviceAgainChangesNothing)
+{
+    ADevicePool::setActiveDevice(m_camera);
+    ADevicePool::setActiveDevice(m_camera);
+    EXPECT_EQ(ADevicePool::getActiveDeviceInfo(), m_camera);
+    ADevicePool::setActiveDevice({});
+    EXPECT_TRUE(ADevicePool::getActiveDeviceInfo().isNull());
+}
+
+TEST_F(DevicePool, noDeviceIsOpenExclusive)
+{
+    m_pool.openDevice(m_camera, false);
+    EXPECT_FALSE(m_pool.isDeviceOpenExclusive(m_camera));
+}
+
+TEST_F(DevicePool, costOfAnnouncingADeviceDoesNotGrowWithTheirNumber)
+{
+    const auto measure = [](int count)
+    {
+        QVector<BaseInfoPtr> infos;
+        for (int i = 0; i < count; ++i)
+        {
+            infos.append(::Test::cameraRecord("many/" + std::to_string(i)));
+        }
+        CFakePool pool;
+        pool.announceDevices(infos);
+        QElapsedTimer timer;
+        timer.start();
+        pool.beginAnnounce();
+        pool.announceDevices(infos);
+        pool.endAnnounce();
+        return static_cast<double>(timer.nsecsElapsed()) / count;
+    };
+    const double few = measure(1000);
+    const double many = measure(20000);
+    std::cout << "ns per device: " << few << " of 1000, " << many << " of 20000\n";
+    EXPECT_LT(many, 12 * few); // a linear search would make it 20 times as much; caches make it a few times
+}
+
+} // namespace
