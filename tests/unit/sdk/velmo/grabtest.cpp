@@ -13,11 +13,11 @@ using Test::EStep;
 using Strings = std::vector<std::string>;
 
 // Huge requests answer null instead of ending the program.
-extern "C" const char* __asan_default_options()
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options()
 {
     return "allocator_may_return_null=1";
 }
-extern "C" const char* __tsan_default_options()
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options()
 {
     return "allocator_may_return_null=1";
 }
