@@ -215,7 +215,7 @@ TEST_F(Grab, grabOfSomeImagesStopsByItself)
 {
     Open();
     camera->StartGrabbing(2, GrabStrategy_OneByOne, GrabLoop_ProvidedByInstantCamera);
-    EXPECT_EQ(5U, transport->DeliverImages(serial, 5));
+    EXPECT_LE(2U, transport->DeliverImages(serial, 5)); // those after the second may find the stream stopped
     ASSERT_TRUE(recorder.WaitFor("GrabStopped"));
     EXPECT_EQ(2U, recorder.Count("ImageGrabbed"));
     EXPECT_EQ(0U, recorder.Count("GrabError"));
