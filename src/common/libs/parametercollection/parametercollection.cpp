@@ -5,6 +5,7 @@
 
 #include "utils/exceptions.h"
 
+#include <QScopeGuard>
 #include <QVector>
 
 #include <algorithm>
@@ -79,8 +80,14 @@ void CParameterCollection::attachNodeMap(const QString& path, GenApi::INodeMap* 
     if (m_p->entries.at(index).pNodeMap != nullptr)
     {
         m_p->entries[index].isDetaching = true;
+        // Also when a receiver throws: the node map goes away after this call.
+        const auto detach = qScopeGuard(
+            [this, index]
+            {
+                m_p->entries[index].isDetaching = false;
+                m_p->entries[index].pNodeMap = nullptr;
+            });
         emit nodeMapDetaching(path);
-        m_p->entries[index].isDetaching = false;
     }
     m_p->entries[index].pNodeMap = pNodeMap;
     if (pNodeMap != nullptr)
