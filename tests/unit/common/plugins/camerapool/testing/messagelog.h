@@ -4,11 +4,10 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QStringList>
+#include <QTest>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -66,18 +65,9 @@ private:
 };
 
 /** Serves the event loop until the condition holds; false when it does not within the time. */
-template <class Condition> bool waitUntil(Condition&& condition, int timeoutMs = 10000)
+template <class Condition> bool waitUntil(Condition condition, int timeoutMs = 10000)
 {
-    const QDeadlineTimer deadline(timeoutMs);
-    while (!condition())
-    {
-        if (deadline.hasExpired())
-        {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
-    }
-    return true;
+    return QTest::qWaitFor(condition, timeoutMs);
 }
 
 } // namespace Test

@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "camerapool/camerapool_testexport.h"
+#include "camerapool/icamera.h"
+#include "camerapool/icamerainfo.h"
+#include "camerapool/internal/compressionstatisticcounter.h"
+#include "camerapool/internal/grabsettings.h"
+#include "genapi/exceptions.h"
+#include "parametercollection/objectstate.h"
+#include "parametercollection/parametercollection.h"
+#include "utils/fpsstatistic.h"
+#include "velmo/eventhandlers.h"
+#include "velmo/instantcamera.h"
+
+#include <atomic>
+#include <memory>
+
+namespace Plugin::CameraPool::Internal
+{
+
+class CFrameGrabberTimer;
+
+/**
+ * One camera of the process: its SDK device, its parameters, its grab settings and statistics.
+ *
+ * Ownership: the pool creates and holds it; a client that locked it holds a second reference. Destroying it stops,
+ * closes and disposes.
+ * States: Created -> Initialised -> Open -> Grabbing -> Open -> Closed -> Open ...; a removal leads from any open
+ * state to ConnectionLost, which close() leaves; the next open() makes a fresh device.
+ * Threads: lives on the main thread; the public functions belong there and serialise on the instance state. The SDK's
+ * callbacks come on its grab and event threads; cameraGrabStart, deviceOpened and deviceClosed are emitted by the
+ * caller of the operation, with the instance state held, so that a receiver on the same thread may call back in; the
+ * other signals are emitted on SDK threads, holding nothing.
+ * Errors: what the SDK throws never leaves; it is logged and kept in the camera record's error string.
+ */
+class CAMERAPOOL_TEST_EXPORT CCamera : public ICamera,
+                                       protected Velmo::CImageEventHandler,
+                                       protected Velmo::CConfigurationEventHandler
+{
+    Q_OBJECT
+public:
+    /** The first camera that can be found. */
+    explicit CCamera(QObject* parent);
+    CCamera(QSharedPointer<ICameraInfo> info, QObject* parent);
+    ~CCamera() override;
+
+    /** Once, right after construction. */
+    void initialize();
+    /** Attaches a device unless there is one that was not removed. On failure the camera stays without. */
+    void lazyCreateVelmoDevice();
+
+    QSharedPointer<Plugin::AppCore::IInfo> getInfo() const override;
+    /** As getInfo(), without a cast. */
+    const QSharedPointer<ICameraInfo>& cameraInfo() const { return m_ptrCameraInfo; }
+    bool isConnected() const override;
+    bool isOpen() const override;
+    bool isGrabbing() const override;
+    bool isMonitorModeActive() const override;
+    QSharedPointer<ParameterCollection::IParameterCollection> getParameterCollection() const override;
+
+    /** Throws Core::Exception::ObjectDisposedException. */
+    void raiseExceptionIfDisposed() const;
+    /** Throws Core::Exception::InvalidOperationException when anyone but the caller, who holds the instance state once,
+     *  uses the camera or its stream grabber. */
+    void raiseExceptionIfInUse() const;
+
+    /** Guards the camera object. Taken before deviceState(). */
+    const ParameterCollection::CObjectState& instanceState() const { return m_instanceState; }
+    /** Guards the device's node maps; tells the device's state to the parameter layer. */
+    const ParameterCollection::CObjectState& deviceState() const { return m_deviceState; }
+
+public slots:
+    /** True when the camera is open on return. */
+    bool open(bool monitorMode) override;
+    void close() override;
+    void startGrabbing() override;
+    void stopGrabbing() override;
+    void singleShot(unsigned int timeout) override;
+    void onFrameGrabberTimeout();
+
+signals:
+    /** [grab] Queued to the camera's own thread, where it (re)starts the no-frame timer. */
+    void invokeTimeout(int64_t lastKnownImageNumber);
+
+protected:
+    void OnImageGrabbed(Velmo::CInstantCamera& camera, const Velmo::CGrabResultPtr& result) override;
+    void OnGrabStart(Velmo::CInstantCamera& camera) override;
+    void OnGrabStarted(Velmo::CInstantCamera& camera) override;
+    void OnGrabStopped(Velmo::CInstantCamera& camera) override;
+    void OnGrabError(Velmo::CInstantCamera& camera, const char* errorMessage) override;
+    void OnCameraDeviceRemoved(Velmo::CInstantCamera& camera) override;
+
+private:
+    void createParameterCollection();
+    void attachVelmoDeviceToParameterCollection();
+    void detachVelmoDeviceFromParameterCollection();
+    void registerEventHandlers();
+    void deregisterEventHandlers();
+
+    void openVelmoDevice(bool monitorMode);
+    void undoOpen();
+    void closeVelmoDevice();
+    void dispose();
+
+    bool isReadyToGrab(const char* operation) const;
+    void prepareGrab();
+    void setBufferCount();
+    void boostGrabEngine();
+    void startContinuousGrab();
+    void setAcquisitionMode(const QString& mode);
+    void onImageArrived(int64_t imageNumber);
+    void countImage(const Velmo::CGrabResultPtr& result);
+
+    /** Keeps the text as the record's error string and logs it behind the message. */
+    void reportFailure(const char* message, const char* reason);
+    /** Runs a piece of work with the SDK; false, and the failure reported, when it throws. */
+    template <class Work> bool attempt(const char* message, Work&& work)
+    {
+        try
+        {
+            work();
+            return true;
+        }
+        catch (const GenICam::GenericException& e)
+        {
+            reportFailure(message, e.GetDescription());
+        }
+        catch (const std::exception& e)
+        {
+            reportFailure(message, e.what());
+        }
+        return false;
+    }
+
+    std::unique_ptr<Velmo::CInstantCamera> m_pVelmoDevice; // null: disposed
+    QSharedPointer<ICameraInfo> m_ptrCameraInfo;           // may be null
+    QSharedPointer<ParameterCollection::CParameterCollection> m_ptrParameterCollection;
+    ParameterCollection::CObjectState m_instanceState;
+    ParameterCollection::CObjectState m_deviceState;
+    CCompressionStatisticCounter m_compressionStatistic;
+    std::unique_ptr<FpsStatistic> m_pFpsStatistic;
+    std::unique_ptr<CFrameGrabberTimer> m_pFrameGrabberTimer;
+    int m_timeoutIntervalMs;
+    std::uint64_t m_lastKnownImageNumber = 0; // main thread
+    SGrabSettings m_grabSettings;
+    std::atomic<int> m_imagesFailed{0};
+    std::atomic<bool> m_connectionLost{false}; // the loss of this opening has been reported
+    bool m_isClosing = false;                  // guarded by m_instanceState
+};
+
+} // namespace Plugin::CameraPool::Internal
