@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "fakecamera.h"
 #include "genapi/inodemap.h"
 #include "gvcpresponder.h"
 #include "protocols/gvbsregisters.h"
+#include "support/fakecamera.h"
 #include "transports/gige/gigetransport.h"
 
 #include <gmock/gmock.h>

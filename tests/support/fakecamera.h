@@ -12,7 +12,8 @@ namespace Test
 {
 
 /**
- * An independent GigE Vision camera at 127.0.0.1 of the test's network namespace, as a process. The constructor
+ * An independent GigE Vision camera at 127.0.0.1, as a process. A test program that uses it runs in a network namespace
+ * of its own from its start on. The constructor
  * returns when it listens, and throws std::runtime_error when it does not come up.
  */
 class CFakeCamera

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "fakecamera.h"
+#include "support/fakecamera.h"
 
 #include "support/networknamespace.h"
 
