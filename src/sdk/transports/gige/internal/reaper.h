@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "transports/gige/gige_testexport.h"
+
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -13,7 +15,7 @@ namespace Velmo::GigE::Internal
 {
 
 /** Does, one after the other on a thread of its own, what may block for seconds. Threads: any. */
-class CReaper
+class GIGE_TEST_EXPORT CReaper
 {
 public:
     CReaper() = default;

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "transports/gige/gige_testexport.h"
+
 #include <atomic>
 #include <condition_variable>
 #include <functional>
@@ -16,7 +18,7 @@ namespace Velmo::GigE::Internal
  * The news that a camera is gone: told once per Arm(), without a lock held.
  * Threads: any. Setting the user's handler waits for one that runs, unless it is called by a handler.
  */
-class CRemoval
+class GIGE_TEST_EXPORT CRemoval
 {
 public:
     using Handler = std::function<void()>;

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "transports/gige/internal/removal.h"
+#include "transports/gige/internal/reaper.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <string>
+#include <thread>
+
+using namespace Velmo::GigE::Internal;
+using namespace std::chrono_literals;
+
+TEST(GigERemoval, bothHandlersRunOnceAndInOrder)
+{
+    CRemoval removal;
+    std::string order;
+    removal.SetHandler([&order] { order += "user "; });
+    removal.Arm([&order] { order += "first "; });
+    removal.Report();
+    removal.Report();
+    EXPECT_EQ(order, "first user ");
+    EXPECT_TRUE(removal.IsRemoved());
+}
+
+TEST(GigERemoval, nothingIsToldOfAClosedCamera)
+{
+    CRemoval removal;
+    bool isTold = false;
+    removal.SetHandler([&isTold] { isTold = true; });
+    removal.Arm([&isTold] { isTold = true; });
+    removal.Disarm();
+    removal.Report();
+    EXPECT_FALSE(isTold);
+    EXPECT_FALSE(removal.IsRemoved());
+}
+
+TEST(GigERemoval, takingTheHandlerAwayWaitsForTheOneThatRuns)
+{
+    CRemoval removal;
+    std::promise<void> entered;
+    std::promise<void> mayEnd;
+    std::atomic<bool> isEnded{false};
+    removal.SetHandler(
+        [&]
+        {
+            entered.set_value();
+            mayEnd.get_future().wait();
+            isEnded = true;
+        });
+    removal.Arm([] {});
+    std::thread teller([&removal] { removal.Report(); });
+    entered.get_future().wait();
+    auto taken = std::async(std::launch::async,
+                            [&]
+                            {
+                                removal.SetHandler(nullptr);
+                                return isEnded.load();
+                            });
+    EXPECT_EQ(taken.wait_for(50ms), std::future_status::timeout);
+    mayEnd.set_value();
+    EXPECT_TRUE(taken.get());
+    teller.join();
+}
+
+TEST(GigERemoval, handlerMayTakeItselfAway)
+{
+    CRemoval removal;
+    removal.SetHandler(
+        [&removal]
+        {
+            removal.Disarm();
+            removal.SetHandler(nullptr);
+        });
+    removal.Arm([] {});
+    removal.Report();
+    EXPECT_TRUE(removal.IsRemoved());
+}
+
+TEST(GigEReaper, workIsDoneInOrderBeforeTheReaperGoes)
+{
+    std::string order;
+    {
+        CReaper reaper;
+        for (const char* item : {"a", "b", "c"})
+        {
+            reaper.Add([&order, item] { order += item; });
+        }
+    }
+    EXPECT_EQ(order, "abc");
+}
