@@ -14,21 +14,26 @@ namespace Plugin::CameraPool
 namespace
 {
 
+struct SKnownCamera
+{
+    int position; // -1: there is none
+    bool isSame;  // the whole SDK record is as it was
+};
+
 /** Where to find a record by its full name. */
 class CKnownCameraIndex
 {
 public:
-    /** -1 when there is none. */
-    int find(const QVector<QSharedPointer<Internal::CCameraInfo>>& known, const Velmo::CDeviceInfo& info)
+    SKnownCamera find(const QVector<QSharedPointer<Internal::CCameraInfo>>& known, const Velmo::CDeviceInfo& info)
     {
         // Cameras mostly come back unchanged and in the same order; that costs no conversion of their names.
         if (m_next < known.size() && known.at(m_next)->getVelmoDeviceInfo() == info)
         {
-            return m_next++;
+            return {m_next++, true};
         }
         const int position = m_positions.value(Internal::CCameraInfo::qString(info.GetFullName()), -1);
         m_next = position + 1;
-        return position;
+        return {position, position >= 0 && known.at(position)->getVelmoDeviceInfo() == info};
     }
 
     void add(const QString& fullName, int position)
@@ -81,7 +86,7 @@ CCameraInfoList CCameraInfoList::fromDeviceInfoList(Velmo::DeviceInfoList device
     result.reserve(static_cast<int>(devices.size()));
     for (const auto& velmoInfo : devices)
     {
-        int position = index.find(known, velmoInfo);
+        auto [position, isSame] = index.find(known, velmoInfo);
         if (position < 0)
         {
             const auto info = Internal::CCameraInfo::fromDeviceInfo(velmoInfo);
@@ -90,8 +95,7 @@ CCameraInfoList CCameraInfoList::fromDeviceInfoList(Velmo::DeviceInfoList device
             known.append(info);
             index.add(info->getFullName(), position);
         }
-        else if (!(known.at(position)->getVelmoDeviceInfo() == velmoInfo) &&
-                 hasOtherNames(*known.at(position), velmoInfo))
+        else if (!isSame && hasOtherNames(*known.at(position), velmoInfo))
         {
             known.at(position)->updateFromDeviceInfo(velmoInfo);
             changed = true;
