@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/camerapoolplugin.h"
+
+#include "camerapool/internal/cameraenumerationservice.h"
+#include "camerapool/internal/cameraparameterservice.h"
+#include "camerapool/internal/camerastreamcontrolservice.h"
+#include "camerapool/internal/controlservice.h"
+#include "camerapool/internal/statusservice.h"
+
+namespace Plugin::CameraPool
+{
+
+using namespace Internal;
+
+CCameraPoolPlugin::CCameraPoolPlugin(QObject* parent) : ALocalizedPlugin(QStringLiteral("CameraPool"), parent) {}
+
+CCameraPoolPlugin::~CCameraPoolPlugin()
+{
+    m_initializer.clear();
+    m_ptrStreamControlService.reset();
+    m_ptrParameterService.reset();
+    m_ptrControlService.reset();
+    m_ptrStatusService.reset();
+    m_ptrEnumerationService.reset();
+    m_interfacePool.clear();
+    m_cameraPool.clear();
+}
+
+bool CCameraPoolPlugin::initialize(QPointer<Core::Plugin::IPluginInitializer> initializer)
+{
+    m_initializer = initializer;
+    createPools();
+    createServices();
+    return true;
+}
+
+void CCameraPoolPlugin::createPools()
+{
+    m_cameraPool = new CCameraPool(this);
+    m_interfacePool = new CInterfacePool(this);
+}
+
+bool CCameraPoolPlugin::registerService(const QSharedPointer<Core::Service::IService>& service)
+{
+    if (!m_initializer)
+    {
+        return false;
+    }
+    m_initializer->registerService(service);
+    return true;
+}
+
+void CCameraPoolPlugin::createServices()
+{
+    m_ptrEnumerationService.reset(new CCameraEnumerationService(m_cameraPool, m_interfacePool));
+    if (!registerService(m_ptrEnumerationService))
+    {
+        return;
+    }
+    m_ptrStatusService.reset(new CStatusService(m_cameraPool, m_interfacePool, nullptr));
+    if (!registerService(m_ptrStatusService))
+    {
+        return;
+    }
+    m_ptrControlService.reset(new CControlService(m_cameraPool, m_interfacePool, nullptr));
+    if (!registerService(m_ptrControlService))
+    {
+        return;
+    }
+    m_ptrParameterService.reset(new CCameraParameterService);
+    m_ptrParameterService->addPool(m_cameraPool.data());
+    m_ptrParameterService->addPool(m_interfacePool.data());
+    if (!registerService(m_ptrParameterService))
+    {
+        return;
+    }
+    m_ptrStreamControlService.reset(new CCameraStreamControlService(m_cameraPool, nullptr));
+    registerService(m_ptrStreamControlService);
+}
+
+bool CCameraPoolPlugin::postInitialize()
+{
+    return true;
+}
+
+QVector<QSharedPointer<Core::Service::IService>> CCameraPoolPlugin::services() const
+{
+    return {m_ptrEnumerationService, m_ptrStatusService, m_ptrControlService, m_ptrParameterService,
+            m_ptrStreamControlService};
+}
+
+bool CCameraPoolPlugin::unInitialize(QPointer<Core::Plugin::IPluginInitializer> initializer)
+{
+    if (!initializer)
+    {
+        qFatal("CameraPool: the plugin initializer given to unInitialize does not exist any more.");
+    }
+    const auto all = services();
+    for (const auto& service : all)
+    {
+        initializer->unregisterService(service);
+    }
+    return true;
+}
+
+} // namespace Plugin::CameraPool
