@@ -15,14 +15,15 @@
 #include <mutex>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 /**
  * What every transport must do, as tests that run on any of them.
  *
  * To run them on a transport: a folder below tests/contract with a CMakeLists.txt that calls
- * project_add_test(contract_<name>
- * ...) and one *test.cpp that includes this header and instantiates the suite with a harness of that transport:
+ * project_add_test(contract_<name> ...), and one *test.cpp that includes this header and instantiates the suite with a
+ * harness of that transport:
  *
  *     INSTANTIATE_TEST_SUITE_P(Name, TransportContract, ::testing::Values(SHarnessFactory{"Name", MakeHarness}));
  */
@@ -39,7 +40,7 @@ public:
     virtual Velmo::CDeviceInfo GetCamera() = 0;
     /** Has the camera send at least one image into the started stream (free-running ones need do nothing). */
     virtual void SendImage() = 0;
-    /** Unplugs the camera; false where the harness cannot. */
+    /** Unplugs the camera. Every harness must be able to: false is a failure of the test that asked for it. */
     virtual bool Unplug() = 0;
     /** How long the transport may take to notice it. */
     virtual std::chrono::seconds RemovalLimit() const { return std::chrono::seconds(3); }
@@ -53,6 +54,33 @@ struct SHarnessFactory
     {
         return stream << factory.name;
     }
+};
+
+/** Counts the reports of a removal. */
+class CReports
+{
+public:
+    void Count()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        ++m_count;
+        m_changed.notify_all();
+    }
+    bool WaitForFirst(std::chrono::seconds limit)
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        return m_changed.wait_for(lock, limit, [this] { return m_count > 0; });
+    }
+    int Get() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_count;
+    }
+
+private:
+    mutable std::mutex m_mutex; // guards m_count
+    std::condition_variable m_changed;
+    int m_count = 0;
 };
 
 class TransportContract : public ::testing::TestWithParam<SHarnessFactory>
@@ -259,31 +287,114 @@ TEST_P(TransportContract, wakeUpEndsTheNextWait)
 TEST_P(TransportContract, removalIsReportedOnceAndEverythingStillCloses)
 {
     Open();
-    std::mutex mutex;
-    std::condition_variable changed;
-    int reports = 0;
-    device->SetRemovalCallback(
-        [&]
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            ++reports;
-            changed.notify_all();
-        });
+    CReports reports;
+    device->SetRemovalCallback([&] { reports.Count(); });
     auto& stream = StartStream();
-    if (!harness->Unplug())
-    {
-        GTEST_SKIP() << "the harness of " << GetParam().name << " cannot unplug its camera";
-    }
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        ASSERT_TRUE(changed.wait_for(lock, harness->RemovalLimit(), [&] { return reports > 0; }));
-    }
+    ASSERT_TRUE(harness->Unplug());
+    ASSERT_TRUE(reports.WaitForFirst(harness->RemovalLimit()));
     EXPECT_TRUE(device->IsRemoved());
     EXPECT_NO_THROW(stream.Stop());
     RevokeAndClose(stream);
     EXPECT_NO_THROW(device->Close());
     device->SetRemovalCallback(nullptr);
-    EXPECT_EQ(1, reports);
+    EXPECT_EQ(1, reports.Get());
+}
+
+TEST_P(TransportContract, removedDeviceRefusesBuffersButGivesBackThoseItHas)
+{
+    Open();
+    CReports reports;
+    device->SetRemovalCallback([&] { reports.Count(); });
+    auto& stream = *device->GetStream(0);
+    stream.Open();
+    const std::size_t bytes = stream.GetPayloadBytes();
+    memory.assign(BufferCount, std::vector<std::uint8_t>(bytes));
+    for (auto& buffer : memory)
+    {
+        stream.AnnounceBuffer(buffer.data(), bytes, &buffer);
+    }
+    stream.QueueBuffer(&memory[0]);
+    stream.Start();
+    ASSERT_TRUE(harness->Unplug());
+    ASSERT_TRUE(reports.WaitForFirst(harness->RemovalLimit()));
+    EXPECT_THROW(stream.QueueBuffer(&memory[1]), GenICam::RuntimeException);
+    stream.Stop();
+    Velmo::Transport::SStreamResult result;
+    ASSERT_TRUE(stream.RetrieveResult(result, WaitMs));
+    EXPECT_EQ(&memory[0], result.pContext);
+    EXPECT_NE(Velmo::Transport::EResultStatus::Ok, result.status);
+    EXPECT_THROW(stream.Start(), GenICam::RuntimeException);
+    RevokeAndClose(stream);
+}
+
+TEST_P(TransportContract, removedDeviceCannotBeOpenedAgain)
+{
+    Open();
+    CReports reports;
+    device->SetRemovalCallback([&] { reports.Count(); });
+    ASSERT_TRUE(harness->Unplug());
+    ASSERT_TRUE(reports.WaitForFirst(harness->RemovalLimit()));
+    device->Close();
+    EXPECT_THROW(device->Open(Velmo::EDeviceAccess::Control), GenICam::GenericException);
+    EXPECT_FALSE(device->IsOpen());
+    EXPECT_TRUE(device->IsRemoved());
+}
+
+TEST_P(TransportContract, removalCallbackMayCloseTheDeviceAndTakeItselfAway)
+{
+    Open();
+    CReports reports;
+    auto& stream = StartStream();
+    device->SetRemovalCallback(
+        [&]
+        {
+            EXPECT_NO_THROW(stream.Stop());
+            RevokeAndClose(stream);
+            EXPECT_NO_THROW(device->Close());
+            device->SetRemovalCallback(nullptr);
+            reports.Count();
+        });
+    ASSERT_TRUE(harness->Unplug());
+    ASSERT_TRUE(reports.WaitForFirst(harness->RemovalLimit()));
+    EXPECT_FALSE(device->IsOpen());
+    EXPECT_TRUE(device->IsRemoved());
+}
+
+TEST_P(TransportContract, removalCallbackMayDestroyTheDeviceInTheMiddleOfAStream)
+{
+    Open();
+    CReports reports;
+    StartStream();
+    // The callback owns what it still needs: its own function object may go with the device.
+    device->SetRemovalCallback(
+        [this, &reports]
+        {
+            CReports& told = reports;
+            device.reset();
+            told.Count();
+        });
+    ASSERT_TRUE(harness->Unplug());
+    ASSERT_TRUE(reports.WaitForFirst(harness->RemovalLimit()));
+    EXPECT_EQ(nullptr, device);
+    Velmo::DeviceInfoList list;
+    EXPECT_NO_THROW(transport->EnumerateDevices(list, Velmo::Transport::EDiscoveryScope::Usable));
+}
+
+TEST_P(TransportContract, callbackTakenAwayBeforeTheRemovalIsNotCalled)
+{
+    Open();
+    CReports reports;
+    device->SetRemovalCallback([&] { reports.Count(); });
+    device->SetRemovalCallback(nullptr);
+    ASSERT_TRUE(harness->Unplug());
+    const auto limit = std::chrono::steady_clock::now() + harness->RemovalLimit();
+    while (!device->IsRemoved() && std::chrono::steady_clock::now() < limit)
+    {
+        std::this_thread::yield();
+    }
+    EXPECT_TRUE(device->IsRemoved());
+    device.reset(); // after it nothing of the transport may call any more
+    EXPECT_EQ(0, reports.Get());
 }
 
 } // namespace Contract

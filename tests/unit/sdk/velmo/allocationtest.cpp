@@ -14,7 +14,8 @@ thread_local int t_allocations = 0;
 
 } // namespace
 
-void* operator new(std::size_t bytes)
+// Not inlined: the compiler would take one half of a pair for a mismatch of the other.
+__attribute__((noinline)) void* operator new(std::size_t bytes)
 {
     t_allocations += t_counting ? 1 : 0;
     if (void* pMemory = std::malloc(bytes == 0 ? 1 : bytes))
@@ -24,12 +25,12 @@ void* operator new(std::size_t bytes)
     throw std::bad_alloc();
 }
 
-void operator delete(void* pMemory) noexcept
+__attribute__((noinline)) void operator delete(void* pMemory) noexcept
 {
     std::free(pMemory);
 }
 
-void operator delete(void* pMemory, std::size_t) noexcept
+__attribute__((noinline)) void operator delete(void* pMemory, std::size_t) noexcept
 {
     std::free(pMemory);
 }
