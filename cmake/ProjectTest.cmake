@@ -36,8 +36,9 @@ function(project_add_test name)
     target_include_directories(${name} PRIVATE "${CMAKE_BINARY_DIR}/include/private/${module}")
   endforeach()
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  # No test may search the machine's real network; those of the GigE transport name their adapter themselves.
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
+    PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "CAMERAPOOL_GIGE_ADAPTERS=none" LABELS "${ARG_LABELS}")
   foreach(source IN LISTS ARG_SOURCES)
     get_filename_component(source "${source}" ABSOLUTE)
     set_property(GLOBAL APPEND PROPERTY PROJECT_TEST_SOURCES "${source}")
