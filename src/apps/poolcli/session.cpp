@@ -9,8 +9,9 @@
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/itransportlayerinfo.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QTimer>
 
 namespace PoolCli
@@ -37,24 +38,27 @@ CSession::CSession(const QString& language) : m_host(HostKit::CHost::defaultPlug
 
 bool CSession::waitUntil(const std::function<bool()>& condition, int timeoutMs)
 {
-    const QDeadlineTimer deadline =
-        timeoutMs < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(timeoutMs, Qt::PreciseTimer);
-    QTimer alarm; // ends the wait for events when the time is over
-    alarm.setSingleShot(true);
-    alarm.setTimerType(Qt::PreciseTimer);
-    if (timeoutMs >= 0)
+    if (condition() || m_interrupt.wasRaised() || timeoutMs == 0)
     {
-        alarm.start(timeoutMs);
+        return condition();
     }
-    while (!condition())
+    QEventLoop loop;
+    // Checked whenever all events have been handled: the one place that no change of the condition can slip past.
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &loop,
+                     [&]
+                     {
+                         if (condition())
+                         {
+                             loop.quit();
+                         }
+                     });
+    QObject::connect(&m_interrupt, &HostKit::CInterrupt::raised, &loop, &QEventLoop::quit);
+    if (timeoutMs > 0)
     {
-        if (m_interrupt.wasRaised() || deadline.hasExpired())
-        {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QTimer::singleShot(timeoutMs, Qt::PreciseTimer, &loop, &QEventLoop::quit);
     }
-    return true;
+    loop.exec();
+    return condition();
 }
 
 void CSession::waitForDiscovery(int timeoutMs)

@@ -1,0 +1,221 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <csignal>
+
+namespace
+{
+
+struct SOutcome
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+
+    QJsonDocument json() const { return QJsonDocument::fromJson(out); }
+};
+
+/** The program on emulated cameras alone, in a process of its own. */
+class PoolCliProgram : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_folder.isValid());
+        writeData(R"({"cameras": [
+            {"serial": "EMU-A", "model": "Mono", "userName": "left"},
+            {"serial": "EMU-B", "model": "Deep"}]})");
+    }
+
+    void writeData(const QByteArray& text) const
+    {
+        // Renamed into place, so that a pass that runs now reads the old data or the new.
+        const QString file = dataFile();
+        QFile fresh(file + QStringLiteral(".new"));
+        ASSERT_TRUE(fresh.open(QIODevice::WriteOnly));
+        fresh.write(text);
+        fresh.close();
+        QFile::remove(file);
+        ASSERT_TRUE(fresh.rename(file));
+    }
+
+    QString dataFile() const { return m_folder.filePath(QStringLiteral("cameras.json")); }
+
+    void prepare(QProcess& process) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("CAMERAPOOL_EMULATION_FILE"), dataFile());
+        environment.insert(QStringLiteral("CAMERAPOOL_GIGE_ADAPTERS"), QStringLiteral("none"));
+        environment.insert(QStringLiteral("HOME"), m_folder.path());
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.path());
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_folder.path());
+    }
+
+    SOutcome run(const QStringList& arguments) const
+    {
+        QProcess process;
+        prepare(process);
+        process.start(QStringLiteral(POOLCLI), arguments);
+        constexpr int limitMs = 60000;
+        EXPECT_TRUE(process.waitForFinished(limitMs)) << "poolcli does not end";
+        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(PoolCliProgram, listShowsTheEmulatedCamerasAsJson)
+{
+    const SOutcome outcome = run({QStringLiteral("list"), QStringLiteral("--json")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    QStringList serials;
+    for (const auto& value : outcome.json().array())
+    {
+        serials.append(value.toObject().value(QStringLiteral("serial")).toString());
+    }
+    EXPECT_EQ(serials, (QStringList{QStringLiteral("EMU-A"), QStringLiteral("EMU-B")}));
+}
+
+TEST_F(PoolCliProgram, aCameraIsFoundByEachOfItsNames)
+{
+    const SOutcome list = run({QStringLiteral("list"), QStringLiteral("--json")});
+    const QJsonObject first = list.json().array().at(0).toObject();
+    const QStringList names{
+        QStringLiteral("left"), QStringLiteral("EMU-A"),
+        QStringLiteral("%1-%2-EMU-A")
+            .arg(first.value(QStringLiteral("vendor")).toString(), first.value(QStringLiteral("model")).toString()),
+        first.value(QStringLiteral("full_name")).toString()};
+    for (const QString& name : names)
+    {
+        const SOutcome info = run({QStringLiteral("info"), name, QStringLiteral("--json")});
+        ASSERT_EQ(info.exitCode, 0) << name.toStdString() << ": " << info.err.constData();
+        EXPECT_EQ(info.json().object().value(QStringLiteral("serial")).toString(), QStringLiteral("EMU-A"));
+    }
+}
+
+TEST_F(PoolCliProgram, anUnknownCameraIsRefusedWithItsName)
+{
+    const SOutcome outcome = run({QStringLiteral("info"), QStringLiteral("nobody")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("nobody")) << outcome.err.constData();
+}
+
+TEST_F(PoolCliProgram, wrongUsageEndsWithTwo)
+{
+    EXPECT_EQ(run({QStringLiteral("dance")}).exitCode, 2);
+}
+
+TEST_F(PoolCliProgram, featuresAreReadAndWritten)
+{
+    const SOutcome set =
+        run({QStringLiteral("set"), QStringLiteral("EMU-A"), QStringLiteral("Width=64"), QStringLiteral("--json")});
+    ASSERT_EQ(set.exitCode, 0) << set.err.constData();
+    EXPECT_EQ(set.json().object().value(QStringLiteral("Width")).toString(), QStringLiteral("64"));
+    const SOutcome get = run({QStringLiteral("get"), QStringLiteral("EMU-A"), QStringLiteral("DeviceSerialNumber"),
+                              QStringLiteral("--json")});
+    ASSERT_EQ(get.exitCode, 0) << get.err.constData();
+    EXPECT_EQ(get.json().object().value(QStringLiteral("DeviceSerialNumber")).toString(), QStringLiteral("EMU-A"));
+}
+
+TEST_F(PoolCliProgram, aValueOutOfRangeIsRefusedWithTheFeature)
+{
+    const SOutcome outcome = run({QStringLiteral("set"), QStringLiteral("EMU-A"), QStringLiteral("Width=99999999")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("Width")) << outcome.err.constData();
+}
+
+TEST_F(PoolCliProgram, theFeatureTreeHoldsTheCategoryAndTheFeature)
+{
+    const SOutcome outcome = run({QStringLiteral("features"), QStringLiteral("EMU-A"), QStringLiteral("--filter"),
+                                  QStringLiteral("exposuretime")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    EXPECT_TRUE(outcome.out.contains("AcquisitionControl")) << outcome.out.constData();
+    EXPECT_TRUE(outcome.out.contains("ExposureTime = ")) << outcome.out.constData();
+}
+
+TEST_F(PoolCliProgram, grabStopsAfterTheImagesAskedForOnBothCameras)
+{
+    const SOutcome outcome = run({QStringLiteral("grab"), QStringLiteral("-n"), QStringLiteral("10"),
+                                  QStringLiteral("--json"), QStringLiteral("-o"), QStringLiteral("pictures")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    const QJsonArray cameras = outcome.json().array();
+    ASSERT_EQ(cameras.size(), 2);
+    for (const auto& camera : cameras)
+    {
+        EXPECT_EQ(camera.toObject().value(QStringLiteral("images")).toInt(), 10);
+        EXPECT_EQ(camera.toObject().value(QStringLiteral("missing")).toInt(), 0);
+    }
+    EXPECT_EQ(QDir(m_folder.filePath(QStringLiteral("pictures"))).entryList({QStringLiteral("*.png")}).size(), 2);
+}
+
+TEST_F(PoolCliProgram, aSnapshotOfADeepFormatKeepsSixteenBits)
+{
+    const SOutcome outcome =
+        run({QStringLiteral("snapshot"), QStringLiteral("EMU-B"), QStringLiteral("--set"),
+             QStringLiteral("PixelFormat=Mono12"), QStringLiteral("-o"), QStringLiteral("deep.png")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    const QImage picture(m_folder.filePath(QStringLiteral("deep.png")));
+    EXPECT_EQ(picture.format(), QImage::Format_Grayscale16);
+    EXPECT_GT(picture.width(), 0);
+}
+
+TEST_F(PoolCliProgram, statsPrintsObjectsWithTheRate)
+{
+    const SOutcome outcome = run({QStringLiteral("stats"), QStringLiteral("EMU-A"), QStringLiteral("-s"),
+                                  QStringLiteral("1.5"), QStringLiteral("--json")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    const QList<QByteArray> lines = outcome.out.trimmed().split('\n');
+    const QJsonObject last = QJsonDocument::fromJson(lines.last()).object();
+    EXPECT_GT(last.value(QStringLiteral("images")).toInt(), 0) << outcome.out.constData();
+    EXPECT_GT(last.value(QStringLiteral("fps")).toDouble(), 0.0) << outcome.out.constData();
+}
+
+TEST_F(PoolCliProgram, ctrlCEndsAGrabInOrder)
+{
+    QProcess process;
+    prepare(process);
+    process.start(QStringLiteral(POOLCLI), {QStringLiteral("grab"), QStringLiteral("EMU-A")});
+    constexpr int limitMs = 30000;
+    ASSERT_TRUE(process.waitForReadyRead(limitMs)) << "no live line";
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    ASSERT_TRUE(process.waitForFinished(limitMs));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+}
+
+TEST_F(PoolCliProgram, watchShowsACameraThatIsUnplugged)
+{
+    QProcess process;
+    prepare(process);
+    process.start(QStringLiteral(POOLCLI), {QStringLiteral("watch"), QStringLiteral("--json")});
+    constexpr int limitMs = 30000;
+    QByteArray out;
+    const auto waitFor = [&](const char* text)
+    {
+        while (!out.contains(text) && process.waitForReadyRead(limitMs))
+        {
+            out += process.readAllStandardOutput();
+        }
+        return out.contains(text);
+    };
+    ASSERT_TRUE(waitFor("\"connected\"")) << out.constData();
+    writeData(R"({"cameras": [{"serial": "EMU-A", "model": "Mono"}]})");
+    EXPECT_TRUE(waitFor("\"disconnected\"")) << out.constData();
+    process.terminate();
+    ASSERT_TRUE(process.waitForFinished(limitMs));
+    EXPECT_EQ(process.exitCode(), 0);
+}
+
+} // namespace
