@@ -42,6 +42,8 @@ public:
     virtual void SendImage() = 0;
     /** Unplugs the camera. Every harness must be able to: false is a failure of the test that asked for it. */
     virtual bool Unplug() = 0;
+    /** Whether the transport can watch a camera that somebody else controls; one that cannot must say so. */
+    virtual bool CanMonitor() const { return true; }
     /** How long the transport may take to notice it. */
     virtual std::chrono::seconds RemovalLimit() const { return std::chrono::seconds(3); }
 };
@@ -105,15 +107,22 @@ protected:
         device = transport->CreateDevice(harness->GetCamera());
         device->Open(Velmo::EDeviceAccess::Control);
     }
-    Velmo::Transport::IStream& StartStream()
+    void Announce(Velmo::Transport::IStream& stream)
     {
-        auto& stream = *device->GetStream(0);
-        stream.Open();
         const std::size_t bytes = stream.GetPayloadBytes();
         memory.assign(BufferCount, std::vector<std::uint8_t>(bytes));
         for (auto& buffer : memory)
         {
             stream.AnnounceBuffer(buffer.data(), bytes, &buffer);
+        }
+    }
+    Velmo::Transport::IStream& StartStream()
+    {
+        auto& stream = *device->GetStream(0);
+        stream.Open();
+        Announce(stream);
+        for (auto& buffer : memory)
+        {
             stream.QueueBuffer(&buffer);
         }
         stream.Start();
@@ -229,6 +238,28 @@ TEST_P(TransportContract, cameraUnderControlIsBusy)
     EXPECT_NO_THROW(second->Open(Velmo::EDeviceAccess::Control));
 }
 
+TEST_P(TransportContract, monitorReadsBesideTheControllerButCannotWriteOrIsRefused)
+{
+    Open();
+    const auto monitor = transport->CreateDevice(harness->GetCamera());
+    if (!harness->CanMonitor())
+    {
+        EXPECT_THROW(monitor->Open(Velmo::EDeviceAccess::Monitor), GenICam::RuntimeException);
+        EXPECT_FALSE(monitor->IsOpen());
+        return;
+    }
+    monitor->Open(Velmo::EDeviceAccess::Monitor);
+    EXPECT_TRUE(monitor->IsOpen());
+    ASSERT_NE(nullptr, monitor->GetNodeMap());
+    const GenApi::CIntegerPtr width(monitor->GetNodeMap()->GetNode("Width"));
+    ASSERT_TRUE(width.IsValid());
+    EXPECT_GT(width->GetValue(), 0);
+    EXPECT_FALSE(GenApi::IsWritable(width.Get()));
+    EXPECT_THROW(width->SetValue(width->GetValue()), GenICam::GenericException);
+    monitor->Close();
+    EXPECT_TRUE(device->IsOpen());
+}
+
 TEST_P(TransportContract, streamsBeyondTheirNumberAreNull)
 {
     Open();
@@ -269,6 +300,52 @@ TEST_P(TransportContract, stopReturnsEveryBufferAndTheStreamStartsAgain)
     }
 }
 
+TEST_P(TransportContract, stopWithoutAStartReturnsWhatIsQueued)
+{
+    Open();
+    auto& stream = *device->GetStream(0);
+    stream.Open();
+    Announce(stream);
+    for (auto& buffer : memory)
+    {
+        stream.QueueBuffer(&buffer);
+    }
+    stream.Stop();
+    TakeBack(stream, BufferCount);
+    RevokeAndClose(stream);
+}
+
+TEST_P(TransportContract, bufferThatIsNotAnnouncedIsRefused)
+{
+    Open();
+    auto& stream = *device->GetStream(0);
+    stream.Open();
+    Announce(stream);
+    int stranger = 0;
+    EXPECT_THROW(stream.QueueBuffer(&stranger), GenICam::GenericException);
+    RevokeAndClose(stream);
+}
+
+TEST_P(TransportContract, wakeUpFromAnotherThreadEndsAWait)
+{
+    Open();
+    auto& stream = *device->GetStream(0);
+    stream.Open();
+    stream.Start();
+    std::thread waiting(
+        [&]
+        {
+            Velmo::Transport::SStreamResult result;
+            EXPECT_FALSE(stream.RetrieveResult(result, 6 * WaitMs));
+        });
+    const auto begin = std::chrono::steady_clock::now();
+    stream.WakeUp(); // before or during the wait: it must not be lost
+    waiting.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(WaitMs));
+    stream.Stop();
+    stream.Close();
+}
+
 TEST_P(TransportContract, wakeUpEndsTheNextWait)
 {
     Open();
@@ -307,12 +384,7 @@ TEST_P(TransportContract, removedDeviceRefusesBuffersButGivesBackThoseItHas)
     device->SetRemovalCallback([&] { reports.Count(); });
     auto& stream = *device->GetStream(0);
     stream.Open();
-    const std::size_t bytes = stream.GetPayloadBytes();
-    memory.assign(BufferCount, std::vector<std::uint8_t>(bytes));
-    for (auto& buffer : memory)
-    {
-        stream.AnnounceBuffer(buffer.data(), bytes, &buffer);
-    }
+    Announce(stream);
     stream.QueueBuffer(&memory[0]);
     stream.Start();
     ASSERT_TRUE(harness->Unplug());

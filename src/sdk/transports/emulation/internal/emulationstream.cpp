@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <utility>
 
 namespace Velmo::Emulation::Internal
 {
@@ -231,18 +232,18 @@ void CEmulationStream::Start()
 
 void CEmulationStream::Stop()
 {
+    bool wasStarted = false;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        if (!m_isStarted)
-        {
-            return;
-        }
-        m_isStarted = false;
+        std::swap(wasStarted, m_isStarted);
     }
-    m_camera->RemoveSink(this); // waits for a frame that is being copied
-    if (!m_isMonitor)
+    if (wasStarted)
     {
-        m_camera->SetTransportLocked(false);
+        m_camera->RemoveSink(this); // waits for a frame that is being copied
+        if (!m_isMonitor)
+        {
+            m_camera->SetTransportLocked(false);
+        }
     }
     const std::lock_guard<std::mutex> lock(m_mutex);
     CancelQueued();
