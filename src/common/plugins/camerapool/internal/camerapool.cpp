@@ -74,32 +74,6 @@ QSharedPointer<IDevice> CCameraPool::createDevice(QSharedPointer<IBaseInfo> info
     return camera;
 }
 
-void CCameraPool::connectRelays(ICamera* pCamera)
-{
-    connect(pCamera, &ICamera::cameraGrabStart, this, &CCameraPool::onCameraGrabStart);
-    connect(pCamera, &ICamera::cameraGrabStarted, this, &CCameraPool::onCameraGrabStarted);
-    connect(pCamera, &ICamera::cameraGrabStopped, this, &CCameraPool::onCameraGrabStopped);
-    connect(pCamera, &ICamera::cameraConnectionLost, this, &CCameraPool::onCameraConnectionLost);
-    connect(pCamera, &IDevice::deviceClosed, this, &CCameraPool::onDeviceClosed);
-    connect(pCamera, &IDevice::deviceOpened, this, &CCameraPool::onDeviceOpened);
-    connect(pCamera, &ICamera::cameraImageGrabbed, this, &CCameraPool::onCameraImageGrabbed);
-    connect(pCamera, &ICamera::cameraImageGrabFailed, this, &CCameraPool::onCameraImageGrabFailed);
-    connect(pCamera, &ICamera::cameraStatisticChanged, this, &CCameraPool::onCameraStatisticUpdated);
-}
-
-void CCameraPool::disconnectRelays(ICamera* pCamera)
-{
-    disconnect(pCamera, &ICamera::cameraGrabStart, this, &CCameraPool::onCameraGrabStart);
-    disconnect(pCamera, &ICamera::cameraGrabStarted, this, &CCameraPool::onCameraGrabStarted);
-    disconnect(pCamera, &ICamera::cameraGrabStopped, this, &CCameraPool::onCameraGrabStopped);
-    disconnect(pCamera, &ICamera::cameraConnectionLost, this, &CCameraPool::onCameraConnectionLost);
-    disconnect(pCamera, &IDevice::deviceClosed, this, &CCameraPool::onDeviceClosed);
-    disconnect(pCamera, &IDevice::deviceOpened, this, &CCameraPool::onDeviceOpened);
-    disconnect(pCamera, &ICamera::cameraImageGrabbed, this, &CCameraPool::onCameraImageGrabbed);
-    disconnect(pCamera, &ICamera::cameraImageGrabFailed, this, &CCameraPool::onCameraImageGrabFailed);
-    disconnect(pCamera, &ICamera::cameraStatisticChanged, this, &CCameraPool::onCameraStatisticUpdated);
-}
-
 bool CCameraPool::openDevice(QSharedPointer<IBaseInfo> info, bool monitorMode)
 {
     const Lock lock(&m_mutex);

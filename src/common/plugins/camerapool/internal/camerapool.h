@@ -7,7 +7,9 @@
 #include "camerapool/icamerainfo.h"
 #include "camerapool/internal/devicepool.h"
 
+#include <QHash>
 #include <QList>
+#include <QPointer>
 
 namespace Plugin::CameraPool::Internal
 {
@@ -92,9 +94,22 @@ private slots:
                                   CCompressionStatistic compressionStatistic);
 
 private:
+    /** One camera's way into the pool, from connectRelays() to disconnectRelays(). */
+    struct SRelay
+    {
+        QPointer<ICamera> camera; // null: what still arrives is dropped
+        QSharedPointer<ICameraInfo> info;
+    };
+    using RelayPtr = QSharedPointer<SRelay>;
+
     void connectRelays(ICamera* pCamera);
     void disconnectRelays(ICamera* pCamera);
-    /** The record of the camera whose signal is being relayed. False when the sender is no camera of this pool. */
+    /** Runs the slot for the camera of that relay. */
+    template <class Slot, class... Arguments>
+    void relay(const RelayPtr& relay, Slot slot, const Arguments&... arguments);
+    /** The camera whose signal is being relayed; null when it is no camera. */
+    const ICamera* relayedCamera() const;
+    /** Its record; false when there is no such camera. */
     bool senderInfo(QSharedPointer<ICameraInfo>& info) const;
     QSharedPointer<ICamera> findCamera(const QSharedPointer<ICameraInfo>& info) const;
     bool isLocked(const QSharedPointer<ICamera>& camera) const;
@@ -102,6 +117,8 @@ private:
     QSharedPointer<ICamera> findUnlockedCamera(const QSharedPointer<ICameraInfo>& info) const;
 
     QList<QSharedPointer<ICamera>> m_lockedCameras; // in order of locking; guarded by m_mutex
+    QHash<const ICamera*, RelayPtr> m_relays;
+    const SRelay* m_pCurrentRelay = nullptr; // while a slot runs for it
 };
 
 } // namespace Plugin::CameraPool::Internal

@@ -3,6 +3,8 @@
 
 #include "unit/common/plugins/camerapool/testing/poolfixture.h"
 
+#include <thread>
+
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
 using ::Test::SScriptedImage;
@@ -160,6 +162,41 @@ TEST_F(CameraPoolRelay, theLossOfALockedCameraIsItsHoldersAffair)
     ASSERT_TRUE(waitUntil([&] { return lost.count() == 1; }));
     EXPECT_EQ(order(), QString());
     EXPECT_TRUE(m_pool->unlock(locked));
+}
+
+TEST_F(CameraPoolRelay, whatIsInTheQueueWhenACameraIsLockedIsNotToldAnyMore)
+{
+    m_pool->openDevice(m_info, false);
+    auto* const pCamera = camera().data();
+    const auto emitOnAnotherThread = [pCamera]
+    {
+        std::thread([pCamera] { emit pCamera->cameraImageGrabbed(Velmo::CGrabResultPtr()); }).join();
+    };
+    emitOnAnotherThread();
+    const auto locked = m_pool->tryLock(m_info);
+    ASSERT_FALSE(locked.isNull());
+    m_order.clear();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(order(), QString());
+    ASSERT_TRUE(m_pool->unlock(locked));
+    m_order.clear();
+    emitOnAnotherThread();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(order(), QStringLiteral("cameraImageGrabbed"));
+}
+
+TEST_F(CameraPoolRelay, aReceiverMayLockTheCameraWhoseImageItIsTold)
+{
+    m_pool->openDevice(m_info, false);
+    QSharedPointer<ICamera> locked;
+    const auto connection = QObject::connect(m_pool.get(), &CCameraPool::cameraImageGrabbed, m_pool.get(),
+                                             [&] { locked = m_pool->tryLock(m_info); });
+    emit camera()->cameraImageGrabbed(Velmo::CGrabResultPtr());
+    QObject::disconnect(connection);
+    EXPECT_FALSE(locked.isNull());
+    m_order.clear();
+    emit locked->cameraImageGrabbed(Velmo::CGrabResultPtr());
+    EXPECT_EQ(order(), QString());
 }
 
 TEST_F(CameraPoolRelay, afterALossTheCameraIsReopenedByItsRecord)
