@@ -4,6 +4,7 @@
 // What an enumeration pass costs with many cameras: records, look-ups, and announcing to a pool.
 
 #include "camerapool/camerainfolist.h"
+#include "camerapool/internal/cameraenumerationservice.h"
 #include "camerapool/internal/camerainfo.h"
 #include "camerapool/transportlayerlist.h"
 #include "listtransport.h"
@@ -25,7 +26,9 @@ using namespace Benchmarks;
 using Plugin::CameraPool::CCameraInfoList;
 using Plugin::CameraPool::CTransportLayerList;
 using Plugin::CameraPool::IBaseInfo;
+using Plugin::CameraPool::Internal::CCameraEnumerationService;
 using Plugin::CameraPool::Internal::CCameraInfo;
+using Plugin::CameraPool::Internal::CCameraPool;
 
 constexpr int Sizes[] = {10, 100, 1000, 10000};
 constexpr int MostDevices = 10000;
@@ -188,6 +191,35 @@ void reportPoolLookUps(CFigures& figures, int count)
     figures.add(row);
 }
 
+/** Cameras as the plugin makes them: what the main thread pays for one that comes or goes. */
+void reportRealCameras(CFigures& figures, CListSdk& sdk, int count)
+{
+    sdk.transport().setDevices(makeDevices("real" + std::to_string(count), count));
+    CTransportLayerList list;
+    CTransportLayerList::refreshTransportLayerList(list, false, false, false);
+    CCameraPool pool(nullptr);
+    CCameraEnumerationService service(&pool, nullptr);
+    const double created = costMicroseconds([&] { service.onEnumerationFinished(list); }) / count;
+    figures.add({"making a camera" + of(count), created, "us/camera", "", 0});
+    std::vector<double> unchanged;
+    for (int i = 0; i < LeastRuns; ++i)
+    {
+        CTransportLayerList::refreshTransportLayerList(list, false, false, false);
+        unchanged.push_back(costMicroseconds([&] { service.onEnumerationFinished(list); }));
+    }
+    figures.add({"stall of the main loop by an unchanged pass" + of(count), median(unchanged) / 1000, "ms", "", 0,
+                 CFigures::EGoal::AtMost, 1.0, false});
+    sdk.transport().setDevices({});
+    CTransportLayerList::refreshTransportLayerList(list, false, false, false);
+    const double removed = costMicroseconds(
+        [&]
+        {
+            service.onEnumerationFinished(list);
+            QCoreApplication::sendPostedEvents(&pool);
+        });
+    figures.add({"disposing of a camera" + of(count), removed / count, "us/camera", "", 0});
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -212,6 +244,10 @@ int main(int argc, char* argv[])
         reportRecordLookUps(figures, count, true);
         reportRecordLookUps(figures, count, false);
         reportPoolLookUps(figures, count);
+    }
+    for (const int count : Sizes)
+    {
+        reportRealCameras(figures, sdk, count);
     }
     return 0;
 }
