@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QLoggingCategory>
 #include <QProcess>
+#include <QSettings>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -100,6 +101,10 @@ int main(int argc, char* argv[])
     qputenv("CAMERAPOOL_GIGE_ADAPTERS", "none");
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QCoreApplication application(argc, argv);
+    // Cameras keep settings; not among the user's.
+    const QTemporaryDir settings;
+    QCoreApplication::setOrganizationName(QStringLiteral("CameraPool"));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 5 && arguments.at(1) == QLatin1String("--one"))
     {

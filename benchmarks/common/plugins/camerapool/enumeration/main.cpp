@@ -14,6 +14,8 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QLoggingCategory>
+#include <QSettings>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <random>
@@ -226,6 +228,10 @@ int main(int argc, char* argv[])
 {
     qputenv("QT_NO_GLIB", "1");
     const QCoreApplication application(argc, argv);
+    // Cameras keep settings; not among the user's.
+    const QTemporaryDir settings;
+    QCoreApplication::setOrganizationName(QStringLiteral("CameraPool"));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     CListSdk sdk;
     CFigures figures("Enumeration with many cameras");

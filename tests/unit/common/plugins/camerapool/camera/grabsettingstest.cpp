@@ -4,9 +4,12 @@
 #include "camerapool/internal/grabsettings.h"
 #include "unit/common/plugins/camerapool/testing/messagelog.h"
 
+#include <QFile>
 #include <QSettings>
 
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 using Plugin::CameraPool::Internal::SGrabSettings;
 
@@ -100,6 +103,28 @@ TEST_F(GrabSettings, writingMakesAllThreeExplicit)
     EXPECT_EQ(get("MinNumBuffersContinuousShot").toInt(), 10);
     EXPECT_EQ(get("MaxNumBuffersContinuousShot").toInt(), 450);
     EXPECT_EQ(get("UsedBufferMemory").toUInt(), 8388608U);
+}
+
+TEST_F(GrabSettings, writingWhatIsThereAlreadyLeavesTheFileAlone)
+{
+    // Every write of the file replaces it by another one.
+    const auto fileNumber = []
+    {
+        struct stat status
+        {
+        };
+        EXPECT_EQ(stat(QFile::encodeName(QSettings().fileName()).constData(), &status), 0);
+        return status.st_ino;
+    };
+    SGrabSettings settings;
+    settings.write();
+    const auto first = fileNumber();
+    settings.write();
+    EXPECT_EQ(fileNumber(), first);
+    settings.minNumBuffers = 11;
+    settings.write();
+    EXPECT_NE(fileNumber(), first);
+    EXPECT_EQ(get("MinNumBuffersContinuousShot").toInt(), 11);
 }
 
 TEST_F(GrabSettings, buffersAreWhatTheMemoryHoldsWithinTheLimits)
