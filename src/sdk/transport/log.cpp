@@ -21,7 +21,7 @@ struct SSinkHolder
 
 SSinkHolder& Holder()
 {
-    static SSinkHolder holder;
+    static SSinkHolder& holder = *new SSinkHolder; // never destroyed: what ends with the process may still log
     return holder;
 }
 

@@ -81,8 +81,8 @@ public:
     void StopGrabbing();
     bool IsGrabbing() const;
     /** True when a result was taken (a failed grab is a result). Only with GrabLoop_ProvidedByUser; false when nothing
-     *  is grabbed or the grab is stopped meanwhile. After a removal what has arrived is still given out, then
-     *  RuntimeException is thrown and the grab ends. */
+     *  is grabbed or the grab is stopped meanwhile. After a removal, or when the stream takes no buffer any more, what
+     * has arrived is still given out, then RuntimeException is thrown and the grab ends. */
     bool RetrieveResult(unsigned int timeoutMs, CGrabResultPtr& result,
                         ETimeoutHandling timeoutHandling = TimeoutHandling_ThrowException);
 

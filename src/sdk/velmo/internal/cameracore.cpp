@@ -10,26 +10,6 @@
 namespace Velmo::Internal
 {
 
-void CRemovalLink::Fire()
-{
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (!m_connected)
-        {
-            return;
-        }
-        m_gate->EnterCallback(CallbackKind_Removal);
-    }
-    m_onRemoved();
-    m_gate->LeaveCallback(CallbackKind_Removal);
-}
-
-void CRemovalLink::Disconnect()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_connected = false;
-}
-
 CCameraCore::CCameraCore(CInstantCamera& camera)
     : m_camera(camera), m_settings([this](CCameraSettings::EStatus status) { return ReadStatus(status); }),
       m_emptyNodeMap(MakeEmptyNodeMap())
@@ -140,6 +120,11 @@ GenApi::INodeMap& CCameraCore::GetNodeMap(const std::function<GenApi::INodeMap*(
     return pNodeMap == nullptr ? *m_emptyNodeMap : *pNodeMap;
 }
 
+bool CCameraCore::IsMonitorAsked()
+{
+    return GenApi::CBooleanPtr(m_settings.GetNode("MonitorModeActive"))->GetValue();
+}
+
 void CCameraCore::Attach(IVelmoDevice* pDevice, ECleanup cleanup)
 {
     if (pDevice == nullptr)
@@ -156,11 +141,13 @@ void CCameraCore::Attach(IVelmoDevice* pDevice, ECleanup cleanup)
     if (GetDevice() != nullptr)
     {
         const bool owned = HasOwnership();
+        RefuseWhileEnding();
         CloseDevice(IsRemoved());
         LeaveDevice(owned, IsRemoved());
     }
     Before(&CConfigurationEventHandler::OnAttach, false);
     const bool isOpen = pDevice->IsOpen();
+    const bool monitor = isOpen && IsMonitorAsked();
     if (isOpen && pDevice->GetNumStreams() > 0 && !pDevice->GetStream(0)->IsOpen())
     {
         pDevice->GetStream(0)->Open();
@@ -171,6 +158,7 @@ void CCameraCore::Attach(IVelmoDevice* pDevice, ECleanup cleanup)
         m_pDevice = pDevice;
         m_cleanup = cleanup;
         m_open = isOpen;
+        m_monitor = monitor;
         m_removed = false;
     }
     pDevice->SetRemovalCallback([link = m_removal] { link->Fire(); });
@@ -184,16 +172,29 @@ IVelmoDevice* CCameraCore::Detach()
     IVelmoDevice* pDevice = GetDevice();
     if (pDevice != nullptr)
     {
+        RefuseWhileEnding();
         StopSession(IsRemoved());
         LeaveDevice(false, IsRemoved());
     }
     return pDevice;
 }
 
+void CCameraCore::RefuseWhileEnding() const
+{
+    if (IsEndingGrab())
+    {
+        GENICAM_THROW(LogicalErrorException, "The device cannot leave the camera while its grab is being ended.");
+    }
+}
+
 void CCameraCore::Destroy()
 {
     const COperation operation(*this, Request_Destroy);
-    if (operation.IsOwner() && GetDevice() != nullptr)
+    if (operation.IsOwner() && IsEndingGrab())
+    {
+        m_gate->Post(Request_Destroy);
+    }
+    else if (operation.IsOwner() && GetDevice() != nullptr)
     {
         CloseDevice(IsRemoved());
         LeaveDevice(true, IsRemoved());
@@ -202,11 +203,16 @@ void CCameraCore::Destroy()
 
 void CCameraCore::LeaveDevice(bool destroy, bool forced)
 {
-    if (destroy)
+    if (!m_announcingLeave)
     {
-        Before(&CConfigurationEventHandler::OnDestroy, forced);
+        m_announcingLeave = true;
+        const CAtExit announced([this] { m_announcingLeave = false; });
+        if (destroy)
+        {
+            Before(&CConfigurationEventHandler::OnDestroy, forced);
+        }
+        Before(&CConfigurationEventHandler::OnDetach, forced);
     }
-    Before(&CConfigurationEventHandler::OnDetach, forced);
     IVelmoDevice* pDevice = GetDevice();
     if (pDevice == nullptr)
     {
@@ -226,6 +232,7 @@ void CCameraCore::LeaveDevice(bool destroy, bool forced)
     if (destroy)
     {
         CTlHandles::GetInstance().DestroyDevice(pDevice);
+        m_keptSessions.clear();
     }
     After(&CConfigurationEventHandler::OnDetached);
     if (destroy)
@@ -248,7 +255,7 @@ void CCameraCore::Open()
     }
     Before(&CConfigurationEventHandler::OnOpen, false);
     IVelmoDevice& device = RequireDevice();
-    const bool monitor = GenApi::CBooleanPtr(m_settings.GetNode("MonitorModeActive"))->GetValue();
+    const bool monitor = IsMonitorAsked();
     device.Open(monitor ? EDeviceAccess::Monitor : EDeviceAccess::Control);
     try
     {
@@ -274,25 +281,18 @@ void CCameraCore::Open()
 void CCameraCore::Close()
 {
     const COperation operation(*this, Request_Close);
-    if (operation.IsOwner())
+    if (operation.IsOwner() && IsEndingGrab())
+    {
+        m_gate->Post(Request_Close);
+    }
+    else if (operation.IsOwner())
     {
         CloseDevice(IsRemoved());
     }
 }
 
-void CCameraCore::CloseDevice(bool forced)
+void CCameraCore::CloseStreamAndDevice(IVelmoDevice& device)
 {
-    if (!IsOpen())
-    {
-        return;
-    }
-    StopSession(forced);
-    Before(&CConfigurationEventHandler::OnClose, forced);
-    IVelmoDevice* pDevice = IsOpen() ? GetDevice() : nullptr;
-    if (pDevice == nullptr)
-    {
-        return; // a handler did it
-    }
     const auto attempt = [](const char* what, auto act)
     {
         try
@@ -304,11 +304,38 @@ void CCameraCore::CloseDevice(bool forced)
             Log(ELogLevel::Warning, "velmo.camera", std::string(what) + " failed: " + CurrentExceptionText());
         }
     };
-    if (pDevice->GetNumStreams() > 0)
+    const CAwaitingScope awaiting(*m_gate, CallbackKind_Removal); // the device may wait for its report of a removal
+    attempt("Closing the stream",
+            [&]
+            {
+                if (device.GetNumStreams() > 0)
+                {
+                    device.GetStream(0)->Close();
+                    m_keptSessions.clear();
+                }
+            });
+    attempt("Closing the device", [&] { device.Close(); });
+}
+
+void CCameraCore::CloseDevice(bool forced)
+{
+    if (!IsOpen())
     {
-        attempt("Closing the stream", [&] { pDevice->GetStream(0)->Close(); });
+        return;
     }
-    attempt("Closing the device", [&] { pDevice->Close(); });
+    StopSession(forced);
+    if (!m_announcingClose)
+    {
+        m_announcingClose = true;
+        const CAtExit announced([this] { m_announcingClose = false; });
+        Before(&CConfigurationEventHandler::OnClose, forced);
+    }
+    IVelmoDevice* pDevice = IsOpen() ? GetDevice() : nullptr;
+    if (pDevice == nullptr)
+    {
+        return; // a handler did it
+    }
+    CloseStreamAndDevice(*pDevice);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_open = false;
@@ -358,115 +385,6 @@ void CCameraCore::End()
     }
     RegisterImageHandler(nullptr, RegistrationMode_ReplaceAll, Cleanup_None);
     RegisterConfiguration(nullptr, RegistrationMode_ReplaceAll, Cleanup_None);
-}
-
-namespace
-{
-
-/** While this thread waits for a handler's call to end, that handler must not wait for the camera. */
-class CAwaitingScope
-{
-public:
-    explicit CAwaitingScope(COperationGate& gate) : m_gate(gate), m_isOwner(gate.IsOwner())
-    {
-        m_before = m_isOwner ? gate.SetAwaited(CallbackKind_Loop | CallbackKind_Removal) : 0;
-    }
-    ~CAwaitingScope()
-    {
-        if (m_isOwner)
-        {
-            m_gate.SetAwaited(m_before);
-        }
-    }
-    CAwaitingScope(const CAwaitingScope&) = delete;
-    CAwaitingScope& operator=(const CAwaitingScope&) = delete;
-
-private:
-    COperationGate& m_gate;
-    const bool m_isOwner;
-    unsigned int m_before = 0;
-};
-
-void LogHandlerFailure(const std::string& text)
-{
-    Log(ELogLevel::Warning, "velmo.camera", "An event handler's registration callback failed: " + text);
-}
-
-template <class Handler, class Told>
-bool RemoveHandler(CHandlerList<Handler>& list, COperationGate& gate, const Handler* pHandler, const Handler* pKeep,
-                   Told told)
-{
-    const CAwaitingScope awaiting(gate);
-    return list.Remove(pHandler, pKeep,
-                       [&](Handler& handler)
-                       {
-                           try
-                           {
-                               told(handler);
-                           }
-                           catch (...)
-                           {
-                               LogHandlerFailure(CurrentExceptionText());
-                           }
-                       });
-}
-
-template <class Handler, class Removed, class Added>
-void RegisterHandler(CHandlerList<Handler>& list, COperationGate& gate, Handler* pHandler, ERegistrationMode mode,
-                     ECleanup cleanup, Removed removed, Added added)
-{
-    if (mode == RegistrationMode_ReplaceAll)
-    {
-        while (RemoveHandler(list, gate, static_cast<const Handler*>(nullptr), pHandler, removed))
-        {
-        }
-    }
-    if (pHandler == nullptr)
-    {
-        return;
-    }
-    list.Append(*pHandler, cleanup);
-    try
-    {
-        added(*pHandler);
-    }
-    catch (...)
-    {
-        LogHandlerFailure(CurrentExceptionText());
-    }
-}
-
-} // namespace
-
-void CCameraCore::RegisterConfiguration(CConfigurationEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup)
-{
-    RegisterHandler(
-        m_configurationHandlers, *m_gate, pHandler, mode, cleanup,
-        [this](CConfigurationEventHandler& handler) { handler.OnConfigurationDeregistered(m_camera); },
-        [this](CConfigurationEventHandler& handler) { handler.OnConfigurationRegistered(m_camera); });
-}
-
-bool CCameraCore::DeregisterConfiguration(CConfigurationEventHandler* pHandler)
-{
-    return pHandler != nullptr && RemoveHandler(m_configurationHandlers, *m_gate, pHandler,
-                                                static_cast<const CConfigurationEventHandler*>(nullptr),
-                                                [this](CConfigurationEventHandler& handler)
-                                                { handler.OnConfigurationDeregistered(m_camera); });
-}
-
-void CCameraCore::RegisterImageHandler(CImageEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup)
-{
-    RegisterHandler(
-        m_imageHandlers, *m_gate, pHandler, mode, cleanup,
-        [this](CImageEventHandler& handler) { handler.OnImageEventHandlerDeregistered(m_camera); },
-        [this](CImageEventHandler& handler) { handler.OnImageEventHandlerRegistered(m_camera); });
-}
-
-bool CCameraCore::DeregisterImageHandler(CImageEventHandler* pHandler)
-{
-    return pHandler != nullptr &&
-           RemoveHandler(m_imageHandlers, *m_gate, pHandler, static_cast<const CImageEventHandler*>(nullptr),
-                         [this](CImageEventHandler& handler) { handler.OnImageEventHandlerDeregistered(m_camera); });
 }
 
 std::int64_t CCameraCore::ReadStatus(CCameraSettings::EStatus status) const

@@ -8,6 +8,7 @@
 #include "velmo/internal/grabsession.h"
 #include "velmo/internal/handlerlist.h"
 #include "velmo/internal/operationgate.h"
+#include "velmo/internal/removallink.h"
 
 #include <functional>
 #include <memory>
@@ -17,25 +18,6 @@
 
 namespace Velmo::Internal
 {
-
-/** The way from a device's removal callback to its camera; the device may call it until the camera disconnects. */
-class CRemovalLink
-{
-public:
-    CRemovalLink(std::shared_ptr<COperationGate> gate, std::function<void()> onRemoved)
-        : m_gate(std::move(gate)), m_onRemoved(std::move(onRemoved))
-    {
-    }
-    void Fire();
-    /** Later calls do nothing; those that run are for the gate to await. */
-    void Disconnect();
-
-private:
-    const std::shared_ptr<COperationGate> m_gate;
-    std::mutex m_mutex; // guards m_connected; taken before the gate's own
-    bool m_connected = true;
-    const std::function<void()> m_onRemoved;
-};
 
 /** What an instant camera does; its public face is CInstantCamera. */
 class CCameraCore
@@ -84,9 +66,14 @@ private:
 
     // Owner only, from here.
     IVelmoDevice& RequireDevice() const;
+    bool IsMonitorAsked();
     void CloseDevice(bool forced);
+    void CloseStreamAndDevice(IVelmoDevice& device);
     void LeaveDevice(bool destroy, bool forced);
     void StopSession(bool forced);
+    /** Between the announcement of a stop and its end nothing of the device may be taken away. */
+    bool IsEndingGrab() const;
+    void RefuseWhileEnding() const;
     void EndAcquisition();
     void JoinLoops();
     SGrabConfig ReadConfig(std::size_t maxImages, EGrabStrategy strategy, EGrabLoop loop);
@@ -110,8 +97,18 @@ private:
     CHandlerList<CImageEventHandler> m_imageHandlers;
     std::thread m_loop;                      // owner only
     std::vector<std::thread> m_retiredLoops; // owner only: ended from within themselves
-    bool m_stopping = false;                 // owner only
     std::shared_ptr<CRemovalLink> m_removal; // owner only
+    // Owner only: what is under way, for handlers that call back.
+    enum class EStopping
+    {
+        No,
+        Announcing, // OnGrabStop
+        Ending
+    };
+    EStopping m_stopping = EStopping::No;
+    bool m_announcingClose = false;
+    bool m_announcingLeave = false;
+    std::vector<std::shared_ptr<CGrabSession>> m_keptSessions; // owner only: their memory is still with the stream
 
     mutable std::mutex m_mutex; // guards the members below; never held while a handler or stream is called
     IVelmoDevice* m_pDevice = nullptr;

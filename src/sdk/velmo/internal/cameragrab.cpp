@@ -35,6 +35,22 @@ void ExecuteIfThere(GenApi::INodeMap* pNodeMap, const char* feature)
     }
 }
 
+/** The text for a grab that ended by itself; "" when it was stopped. */
+std::string WhyEnded(const CGrabSession& session, CGrabSession::ETake outcome, unsigned int timeoutMs)
+{
+    switch (outcome)
+    {
+    case CGrabSession::ETake::Timeout:
+        return "Grab timed out: no image arrived within " + std::to_string(timeoutMs) + " ms.";
+    case CGrabSession::ETake::Removed:
+        return RemovedText;
+    case CGrabSession::ETake::Starved:
+        return session.GetStarvedReason();
+    default:
+        return "";
+    }
+}
+
 template <class Act> void Attempt(const char* what, Act act)
 {
     try
@@ -101,7 +117,7 @@ void CCameraCore::StartGrabbing(std::size_t maxImages, EGrabStrategy strategy, E
 {
     const COperation operation(*this);
     RequireDevice();
-    if (!IsOpen() || IsGrabbing() || m_stopping)
+    if (!IsOpen() || IsGrabbing() || m_stopping != EStopping::No)
     {
         GENICAM_THROW(LogicalErrorException, IsOpen() ? "The camera is grabbing already." : "The camera is not open.");
     }
@@ -176,13 +192,17 @@ void CCameraCore::EndAcquisition()
     session->RequestStop();
     m_gate->AwaitCallbacks(CallbackKind_Loop);
     session->Finish();
+    if (session->IsStreamKeepingBuffers())
+    {
+        m_keptSessions.push_back(session);
+    }
     SetSession(nullptr);
 }
 
 void CCameraCore::StopGrabbing()
 {
     const COperation operation(*this, Request_Stop);
-    if (operation.IsOwner())
+    if (operation.IsOwner() && m_stopping == EStopping::No)
     {
         StopSession(IsRemoved());
     }
@@ -190,20 +210,22 @@ void CCameraCore::StopGrabbing()
 
 void CCameraCore::StopSession(bool forced)
 {
-    if (GetSession() == nullptr || m_stopping)
+    const std::shared_ptr<CGrabSession> session = GetSession();
+    if (session == nullptr || m_stopping == EStopping::Ending)
     {
         return;
     }
-    m_stopping = true;
-    try
+    if (m_stopping == EStopping::No)
     {
+        m_stopping = EStopping::Announcing;
+        const CAtExit announced([this] { m_stopping = EStopping::No; });
         Before(&CConfigurationEventHandler::OnGrabStop, forced);
     }
-    catch (...)
+    if (GetSession() != session)
     {
-        m_stopping = false;
-        throw;
+        return; // a handler closed or destroyed the camera
     }
+    m_stopping = EStopping::Ending;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_grabbing = false;
@@ -212,8 +234,13 @@ void CCameraCore::StopSession(bool forced)
     JoinLoops();
     m_gate->ClearRequest(Request_Stop);
     m_settings.SetGrabbing(false);
-    m_stopping = false;
+    m_stopping = EStopping::No;
     After(&CConfigurationEventHandler::OnGrabStopped);
+}
+
+bool CCameraCore::IsEndingGrab() const
+{
+    return m_stopping == EStopping::Ending && GetSession() != nullptr;
 }
 
 void CCameraCore::JoinLoops()
@@ -265,10 +292,7 @@ void CCameraCore::RunLoop(const std::shared_ptr<CGrabSession>& session)
                 Deliver(result);
                 continue;
             }
-            error = outcome == CGrabSession::ETake::Timeout
-                        ? "Grab timed out: no image arrived within " + std::to_string(*config.loopTimeoutMs) + " ms."
-                    : outcome == CGrabSession::ETake::Removed ? RemovedText
-                                                              : "";
+            error = WhyEnded(*session, outcome, config.loopTimeoutMs.value_or(0));
             break;
         }
     }
@@ -333,7 +357,8 @@ bool CCameraCore::RetrieveResult(unsigned int timeoutMs, CGrabResultPtr& result,
         GENICAM_THROW(LogicalErrorException, "The instant camera's own grab loop takes the results.");
     }
     const CCallbackScope scope(*m_gate, CallbackKind_Loop);
-    switch (session->Take(result, CGrabSession::Clock::now() + std::chrono::milliseconds(timeoutMs)))
+    const auto outcome = session->Take(result, CGrabSession::Clock::now() + std::chrono::milliseconds(timeoutMs));
+    switch (outcome)
     {
     case CGrabSession::ETake::Result:
         Deliver(result);
@@ -345,13 +370,13 @@ bool CCameraCore::RetrieveResult(unsigned int timeoutMs, CGrabResultPtr& result,
     case CGrabSession::ETake::Timeout:
         if (timeoutHandling == TimeoutHandling_ThrowException)
         {
-            GENICAM_THROW(TimeoutException,
-                          "Grab timed out: no image arrived within " + std::to_string(timeoutMs) + " ms.");
+            GENICAM_THROW(TimeoutException, WhyEnded(*session, outcome, timeoutMs));
         }
         return false;
     case CGrabSession::ETake::Removed:
+    case CGrabSession::ETake::Starved:
         StopFromLoop(session);
-        GENICAM_THROW(RuntimeException, RemovedText);
+        GENICAM_THROW(RuntimeException, WhyEnded(*session, outcome, timeoutMs));
     case CGrabSession::ETake::Stopped:
         return false;
     }

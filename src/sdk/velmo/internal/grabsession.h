@@ -10,11 +10,11 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <deque>
 #include <exception>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -52,7 +52,8 @@ public:
         Result,
         Timeout,
         Stopped,
-        Removed
+        Removed,
+        Starved // the stream has no buffer and takes none; see GetStarvedReason
     };
     using Clock = std::chrono::steady_clock;
 
@@ -70,9 +71,13 @@ public:
     void NotifyRemoved();
     /** Stops the stream and takes the buffers back; what users hold stays theirs. Never throws. */
     void Finish();
+    /** True when the stream did not give all buffers back: their memory must stay, and so must the session, until the
+     *  stream is closed. */
+    bool IsStreamKeepingBuffers() const;
     /** Called by a buffer whose last user has gone. */
     void Return(CGrabBuffer& buffer);
 
+    std::string GetStarvedReason() const;
     const SGrabConfig& GetConfig() const { return m_config; }
     /** True when as many results were taken as were asked for. */
     bool IsComplete() const;
@@ -85,6 +90,7 @@ public:
 
 private:
     void MakeBuffers();
+    void StartEngine();
     ETake TakeFromStream(CGrabBuffer*& pBuffer, const std::optional<Clock::time_point>& deadline);
     ETake TakeFromOutput(CGrabBuffer*& pBuffer, const std::optional<Clock::time_point>& deadline);
     CGrabBuffer* Accept(Transport::SStreamResult&& result);
@@ -96,8 +102,13 @@ private:
     /** Whether the stream may be called; each true needs a LeaveStream. */
     bool EnterStream();
     void LeaveStream();
-    void QueueToStream(CGrabBuffer& buffer);
+    void WakeTakers();
+    void PassOnWakeUp();
+    /** Queues what there is to queue; ends at the first buffer that the stream refuses. */
     void QueueSpare();
+    CGrabBuffer* TakeSpare();
+    bool QueueToStream(CGrabBuffer& buffer);
+    void KeepUnqueued(CGrabBuffer& buffer, const std::string& reason);
     void Drain();
     void RevokeAll();
 
@@ -107,6 +118,7 @@ private:
     std::vector<std::unique_ptr<CGrabBuffer>> m_buffers;
     std::atomic<bool> m_stop{false};
     std::atomic<bool> m_removed{false};
+    std::atomic<bool> m_starved{false};
     std::atomic<int> m_retrieving{0};
     std::atomic<std::int64_t> m_failed{0};
     std::atomic<std::int64_t> m_skippedTotal{0};
@@ -115,6 +127,7 @@ private:
     mutable std::mutex m_mutex; // guards the members below; never held while the stream is called
     std::condition_variable m_changed;
     std::vector<CGrabBuffer*> m_spare;
+    std::string m_starvedReason;
     std::size_t m_queued = 0;
     unsigned int m_inStream = 0;
     bool m_closing = false;

@@ -60,6 +60,12 @@ unsigned int COperationGate::Leave()
     return 0;
 }
 
+void COperationGate::Post(unsigned int request)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_requests |= request;
+}
+
 void COperationGate::ClearRequest(unsigned int request)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

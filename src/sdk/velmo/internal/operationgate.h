@@ -44,6 +44,8 @@ public:
     bool Enter(unsigned int request);
     /** The requests to carry out before calling again; 0: the camera was left, or an outer call still owns it. */
     unsigned int Leave();
+    /** Owner only: leaves something to be done before the camera is left. */
+    void Post(unsigned int request);
     void ClearRequest(unsigned int request);
 
     void EnterCallback(ECallbackKind kind);

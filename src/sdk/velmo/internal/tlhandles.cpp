@@ -15,7 +15,7 @@ namespace Velmo::Internal
 
 CTlHandles& CTlHandles::GetInstance()
 {
-    static CTlHandles handles;
+    static CTlHandles& handles = *new CTlHandles; // never destroyed: global cameras of a user may end later
     return handles;
 }
 

@@ -13,7 +13,7 @@ namespace Velmo::Internal
 
 CTransportRegistry& CTransportRegistry::GetInstance()
 {
-    static CTransportRegistry registry;
+    static CTransportRegistry& registry = *new CTransportRegistry; // never destroyed: as CTlHandles
     return registry;
 }
 
