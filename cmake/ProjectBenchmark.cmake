@@ -3,6 +3,7 @@
 
 if(CAMERAPOOL_BENCHMARKS)
   find_package(benchmark REQUIRED)
+  add_custom_target(benchmarks)
 endif()
 
 # project_add_benchmark(<name> [SOURCES <files>] [DEPENDS <targets>] [INTERNALS_OF <modules>] [NO_MAIN])
@@ -18,6 +19,7 @@ function(project_add_benchmark name)
     message(FATAL_ERROR "project_add_benchmark(${name}): no sources in ${CMAKE_CURRENT_SOURCE_DIR}")
   endif()
   add_executable(${name} ${ARG_SOURCES})
+  add_dependencies(benchmarks ${name})
   target_link_libraries(${name} PRIVATE project_flags ${ARG_DEPENDS} benchmark::benchmark Threads::Threads)
   if(NOT ARG_NO_MAIN)
     target_link_libraries(${name} PRIVATE benchmark::benchmark_main)

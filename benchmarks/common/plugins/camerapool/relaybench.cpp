@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 // The way of an image from a camera's signals through the pool, against the same three queued signals bare.
-// Prints one line per figure: name, bare, relayed, ratio; medians of the runs. Usage: camerapool_relaybench [runs]
+// Prints one row per figure; medians of the runs. Usage: camerapool_relaybench [runs]
 
+#include "barechain.h"
 #include "camerapool/internal/camera.h"
 #include "camerapool/internal/camerainfo.h"
 #include "camerapool/internal/camerapool.h"
+#include "camerapool/internal/statusservice.h"
+#include "sdk/genapi/allocations.h"
+#include "support/figures.h"
 #include "unit/common/plugins/camerapool/testing/baresignals.h"
 
 #include <QCoreApplication>
@@ -19,11 +23,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <string>
 #include <thread>
 #include <vector>
 
 #include <pthread.h>
-#include <sys/resource.h>
 
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
@@ -32,6 +36,7 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
+using EGoal = Benchmarks::CFigures::EGoal;
 
 constexpr int s_throughputImages = 40000;
 
@@ -57,17 +62,6 @@ void pin(int cpu)
     pthread_setaffinity_np(pthread_self(), sizeof(cpus), &cpus);
 }
 
-double cpuMicroseconds()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto micro = [](const timeval& t)
-    {
-        return static_cast<double>(t.tv_sec) * 1e6 + static_cast<double>(t.tv_usec);
-    };
-    return micro(usage.ru_utime) + micro(usage.ru_stime);
-}
-
 /** Serves the event loop until it is quit. */
 void serve(QEventLoop& loop)
 {
@@ -80,16 +74,11 @@ void serve(QEventLoop& loop)
     loop.exec();
 }
 
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
 struct SThroughput
 {
     double imagesPerSecond = 0;
     double cpuMicrosecondsPerImage = 0;
+    double allocationsPerImage = 0;
 };
 
 SThroughput measureThroughput(const SWay& way)
@@ -104,7 +93,8 @@ SThroughput measureThroughput(const SWay& way)
             }
         });
     pin(0);
-    const double cpuBefore = cpuMicroseconds();
+    const double cpuBefore = Benchmarks::processCpuMicroseconds();
+    const std::uint64_t allocationsBefore = Benchmarks::AllocationCount();
     const auto start = Clock::now();
     std::thread grabThread(
         [&]
@@ -119,7 +109,8 @@ SThroughput measureThroughput(const SWay& way)
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
     grabThread.join();
     pin(-1);
-    return {s_throughputImages / seconds, (cpuMicroseconds() - cpuBefore) / s_throughputImages};
+    return {s_throughputImages / seconds, (Benchmarks::processCpuMicroseconds() - cpuBefore) / s_throughputImages,
+            static_cast<double>(Benchmarks::AllocationCount() - allocationsBefore) / s_throughputImages};
 }
 
 struct SLatency
@@ -164,39 +155,55 @@ SLatency measureLatency(const SWay& way, int imagesPerSecond)
     return {microseconds[microseconds.size() / 2], microseconds[microseconds.size() * 99 / 100]};
 }
 
-void print(const char* name, const std::vector<double>& bare, const std::vector<double>& relayed)
+struct SComparison
 {
-    const double b = median(bare);
-    const double r = median(relayed);
-    std::printf("%-28s bare %12.2f  relayed %12.2f  ratio %.3f\n", name, b, r, r / b);
-}
+    Benchmarks::CFigures& figures;
+    std::string relayedName;
+    std::string bareName;
+    bool hasGoals;
+    int runs;
 
-void compareThroughput(const SWay& bare, const SWay& relayed, int runs)
-{
-    std::vector<double> bareRate;
-    std::vector<double> relayedRate;
-    std::vector<double> bareCpu;
-    std::vector<double> relayedCpu;
-    for (int i = 0; i < runs; ++i)
+    void add(const std::string& what, const std::string& unit, const std::vector<double>& bare,
+             const std::vector<double>& relayed, EGoal goal = EGoal::None, double goalValue = 0) const
     {
-        const SThroughput b = measureThroughput(bare);
-        const SThroughput r = measureThroughput(relayed);
-        bareRate.push_back(b.imagesPerSecond);
-        relayedRate.push_back(r.imagesPerSecond);
-        bareCpu.push_back(b.cpuMicrosecondsPerImage);
-        relayedCpu.push_back(r.cpuMicrosecondsPerImage);
+        figures.add({what + ", " + relayedName, Benchmarks::median(relayed), unit, bareName, Benchmarks::median(bare),
+                     hasGoals ? goal : EGoal::None, goalValue});
     }
-    print("images per second", bareRate, relayedRate);
-    print("CPU us per image", bareCpu, relayedCpu);
+};
+
+void compareThroughput(const SWay& bare, const SWay& relayed, const SComparison& comparison)
+{
+    std::vector<SThroughput> b;
+    std::vector<SThroughput> r;
+    for (int i = 0; i < comparison.runs; ++i)
+    {
+        b.push_back(measureThroughput(bare));
+        r.push_back(measureThroughput(relayed));
+    }
+    const auto all = [](const std::vector<SThroughput>& runs, double SThroughput::*member)
+    {
+        std::vector<double> values;
+        for (const SThroughput& run : runs)
+        {
+            values.push_back(run.*member);
+        }
+        return values;
+    };
+    constexpr auto rate = &SThroughput::imagesPerSecond;
+    constexpr auto cost = &SThroughput::cpuMicrosecondsPerImage;
+    constexpr auto allocations = &SThroughput::allocationsPerImage;
+    comparison.add("throughput", "images/s", all(b, rate), all(r, rate), EGoal::AtLeast, 0.95);
+    comparison.add("processor time of an image", "us", all(b, cost), all(r, cost));
+    comparison.add("allocations of an image", "", all(b, allocations), all(r, allocations));
 }
 
-void compareLatency(const SWay& bare, const SWay& relayed, int runs, int imagesPerSecond)
+void compareLatency(const SWay& bare, const SWay& relayed, const SComparison& comparison, int imagesPerSecond)
 {
     std::vector<double> bareP50;
     std::vector<double> relayedP50;
     std::vector<double> bareP99;
     std::vector<double> relayedP99;
-    for (int i = 0; i < runs; ++i)
+    for (int i = 0; i < comparison.runs; ++i)
     {
         const SLatency b = measureLatency(bare, imagesPerSecond);
         const SLatency r = measureLatency(relayed, imagesPerSecond);
@@ -205,11 +212,9 @@ void compareLatency(const SWay& bare, const SWay& relayed, int runs, int imagesP
         bareP99.push_back(b.p99Us);
         relayedP99.push_back(r.p99Us);
     }
-    char name[64];
-    std::snprintf(name, sizeof(name), "p50 us at %d/s", imagesPerSecond);
-    print(name, bareP50, relayedP50);
-    std::snprintf(name, sizeof(name), "p99 us at %d/s", imagesPerSecond);
-    print(name, bareP99, relayedP99);
+    const std::string at = " at " + std::to_string(imagesPerSecond) + "/s";
+    comparison.add("latency p50" + at, "us", bareP50, relayedP50, EGoal::AtMost, 1.2);
+    comparison.add("latency p99" + at, "us", bareP99, relayedP99, EGoal::AtMost, 2.0);
 }
 
 QSharedPointer<CCameraInfo> cameraRecord(int index)
@@ -250,9 +255,32 @@ int main(int argc, char** argv)
                         onBareArrival = std::move(handler);
                     }};
 
+    Benchmarks::CFigures figures("From a camera's signals to the status service's");
+    {
+        ::Test::CBareSender start;
+        Benchmarks::CBareService service;
+        const Benchmarks::CBareChain chain(start, service);
+        int number = 0;
+        std::function<void(int)> onArrival;
+        using Benchmarks::CBareService;
+        QObject::connect(&service, &CBareService::statistic, &service, [&](const auto&, int n) { number = n; });
+        QObject::connect(&service, &CBareService::image, &service, [&] { onArrival(number); });
+        const SWay hops{[&](int n)
+                        {
+                            emit start.statistic(n, 0, 30.0, 1000, CCompressionStatistic());
+                            emit start.image(Velmo::CGrabResultPtr());
+                            emit start.timeout(n);
+                        },
+                        [&](std::function<void(int)> handler)
+                        {
+                            onArrival = std::move(handler);
+                        }};
+        compareThroughput(bare, hops, {figures, "the same hops doing nothing", "bare signals", false, runs});
+    }
     for (const int cameras : {1, 50})
     {
         CCameraPool pool(nullptr);
+        CStatusService status(&pool, nullptr, nullptr);
         for (int i = 0; i < cameras; ++i)
         {
             pool.announceDevice(cameraRecord(i));
@@ -260,9 +288,10 @@ int main(int argc, char** argv)
         const auto camera = qSharedPointerObjectCast<CCamera>(pool.findDevice(cameraRecord(0)));
         int relayedNumber = 0;
         std::function<void(int)> onRelayedArrival;
-        QObject::connect(&pool, &CCameraPool::cameraStatisticUpdated, &pool,
+        QObject::connect(&status, &ICameraStatusService::cameraStatisticUpdated, &status,
                          [&](const CameraInfoPtr&, int number) { relayedNumber = number; });
-        QObject::connect(&pool, &CCameraPool::cameraImageGrabbed, &pool, [&] { onRelayedArrival(relayedNumber); });
+        QObject::connect(&status, &ICameraStatusService::cameraImageGrabbed, &status,
+                         [&] { onRelayedArrival(relayedNumber); });
         const SWay relayed{[&](int number)
                            {
                                emit camera->cameraStatisticChanged(number, 0, 30.0, 1000, CCompressionStatistic());
@@ -273,10 +302,12 @@ int main(int argc, char** argv)
                            {
                                onRelayedArrival = std::move(handler);
                            }};
-        std::printf("one of %d cameras, medians of %d runs\n", cameras, runs);
-        compareThroughput(bare, relayed, runs);
-        compareLatency(bare, relayed, runs, 1000);
-        compareLatency(bare, relayed, runs, 5000);
+        const SComparison comparison{figures, "one of " + std::to_string(cameras), "bare signals", true, runs};
+        compareThroughput(bare, relayed, comparison);
+        for (const int imagesPerSecond : {1000, 5000})
+        {
+            compareLatency(bare, relayed, comparison, imagesPerSecond);
+        }
         QCoreApplication::removePostedEvents(camera.data());
     }
     return 0;
