@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -396,6 +397,49 @@ TEST_P(TransportContract, removedDeviceRefusesBuffersButGivesBackThoseItHas)
     EXPECT_EQ(&memory[0], result.pContext);
     EXPECT_NE(Velmo::Transport::EResultStatus::Ok, result.status);
     EXPECT_THROW(stream.Start(), GenICam::RuntimeException);
+    RevokeAndClose(stream);
+}
+
+TEST_P(TransportContract, threadsThatQueueAndRetrieveSurviveTheRemoval)
+{
+    Open();
+    CReports reports;
+    device->SetRemovalCallback([&] { reports.Count(); });
+    auto& stream = StartStream();
+    std::atomic<bool> done{false};
+    std::vector<std::thread> users;
+    for (int i = 0; i < 3; ++i)
+    {
+        users.emplace_back(
+            [&]
+            {
+                while (!done)
+                {
+                    Velmo::Transport::SStreamResult result;
+                    if (stream.RetrieveResult(result, 10))
+                    {
+                        try
+                        {
+                            stream.QueueBuffer(result.pContext);
+                        }
+                        catch (const GenICam::RuntimeException&)
+                        {
+                            EXPECT_TRUE(device->IsRemoved());
+                        }
+                    }
+                    stream.WakeUp();
+                }
+            });
+    }
+    harness->SendImage();
+    EXPECT_TRUE(harness->Unplug());
+    EXPECT_TRUE(reports.WaitForFirst(harness->RemovalLimit()));
+    done = true;
+    for (std::thread& user : users)
+    {
+        user.join();
+    }
+    EXPECT_NO_THROW(stream.Stop());
     RevokeAndClose(stream);
 }
 

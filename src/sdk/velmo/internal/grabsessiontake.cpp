@@ -42,10 +42,20 @@ CGrabSession::ETake CGrabSession::Take(CGrabResultPtr& result, const std::option
     {
         return outcome;
     }
+    bool isSurplus = false; // several threads may have waited for the last image
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        pBuffer->state = CGrabBuffer::EState::Out;
-        pBuffer->Number(++m_taken, std::exchange(m_skipped, 0));
+        isSurplus = IsComplete();
+        if (!isSurplus)
+        {
+            pBuffer->state = CGrabBuffer::EState::Out;
+            pBuffer->Number(++m_taken, std::exchange(m_skipped, 0));
+        }
+    }
+    if (isSurplus)
+    {
+        Return(*pBuffer);
+        return ETake::Stopped;
     }
     m_failed += pBuffer->GrabSucceeded() ? 0 : 1;
     result = pBuffer->HandOut(shared_from_this());

@@ -181,6 +181,35 @@ TEST_F(Reentrancy, stopEndsEveryWaitingRetrieve)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(50));
 }
 
+TEST_F(Reentrancy, severalWaitingThreadsTakeNoMoreImagesThanWereAskedFor)
+{
+    Open();
+    for (int round = 0; round < 50; ++round)
+    {
+        transport->ResetCounts();
+        camera->StartGrabbing(1);
+        std::atomic<int> taken{0};
+        std::vector<std::thread> takers;
+        for (int i = 0; i < 3; ++i)
+        {
+            takers.emplace_back(
+                [&]
+                {
+                    CGrabResultPtr result;
+                    taken += camera->RetrieveResult(60000, result, TimeoutHandling_Return) ? 1 : 0;
+                });
+        }
+        ASSERT_TRUE(transport->WaitForCount(EStep::RetrieveResult, 3));
+        EXPECT_LE(1U, transport->DeliverImages(serial, 3));
+        for (std::thread& taker : takers)
+        {
+            taker.join();
+        }
+        EXPECT_EQ(1, taken);
+        EXPECT_FALSE(camera->IsGrabbing());
+    }
+}
+
 TEST_F(Reentrancy, removalEndsEveryWaitingRetrieve)
 {
     Open();
