@@ -88,8 +88,8 @@ public:
 
     /** A null handler registers none; with RegistrationMode_ReplaceAll it only takes away all. */
     void RegisterConfiguration(CConfigurationEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup);
-    /** False when it was not registered. Waits for calls of the handler on other threads to end; from within the
-     *  handler itself it does not wait. Two handlers that run on two threads must not deregister one another. */
+    /** False when it was not registered. Waits for calls of the handler on other threads to end; but not from within
+     *  the handler itself, nor for a call that is just deregistering the handler that calls this. */
     bool DeregisterConfiguration(CConfigurationEventHandler* pHandler);
     void RegisterImageEventHandler(CImageEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup);
     bool DeregisterImageEventHandler(CImageEventHandler* pHandler);

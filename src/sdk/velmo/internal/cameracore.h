@@ -93,8 +93,9 @@ private:
     const std::shared_ptr<COperationGate> m_gate = std::make_shared<COperationGate>();
     CCameraSettings m_settings;
     const std::unique_ptr<GenApi::INodeMap> m_emptyNodeMap;
-    CHandlerList<CConfigurationEventHandler> m_configurationHandlers;
-    CHandlerList<CImageEventHandler> m_imageHandlers;
+    const std::shared_ptr<CHandlerSync> m_handlerSync = std::make_shared<CHandlerSync>();
+    CHandlerList<CConfigurationEventHandler> m_configurationHandlers{m_handlerSync};
+    CHandlerList<CImageEventHandler> m_imageHandlers{m_handlerSync};
     std::thread m_loop;                      // owner only
     std::vector<std::thread> m_retiredLoops; // owner only: ended from within themselves
     std::shared_ptr<CRemovalLink> m_removal; // owner only

@@ -8,8 +8,11 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace Velmo::Internal
@@ -23,50 +26,74 @@ public:
     static void Remove(CEventHandlerBase& handler) { --handler.m_registrations; }
 };
 
-/** The handler calls that run on this thread, innermost first. */
-class CHandlerCall
+/**
+ * What the handler lists of one camera share: a lock, and who waits for whom.
+ *
+ * Threads: any; all but the constructor with the mutex held.
+ */
+class CHandlerSync
 {
 public:
-    explicit CHandlerCall(const void* pEntry) : m_pEntry(pEntry), m_pOuter(Top()) { Top() = this; }
-    ~CHandlerCall() { Top() = m_pOuter; }
-    CHandlerCall(const CHandlerCall&) = delete;
-    CHandlerCall& operator=(const CHandlerCall&) = delete;
+    using Threads = std::vector<std::thread::id>;
 
-    static int CountOnThisThread(const void* pEntry)
+    /** Waits until only such threads are left among the runners as cannot end before this one goes on: itself, and
+     *  those that wait, directly or not, for this one. */
+    void AwaitIdle(std::unique_lock<std::mutex>& lock, const Threads& runners)
     {
-        int count = 0;
-        for (const CHandlerCall* pCall = Top(); pCall != nullptr; pCall = pCall->m_pOuter)
+        const std::thread::id self = std::this_thread::get_id();
+        const auto isIdle = [&]
         {
-            count += pCall->m_pEntry == pEntry ? 1 : 0;
+            return std::all_of(runners.begin(), runners.end(),
+                               [&](std::thread::id runner)
+                               { return runner == self || WaitsFor(runner, self, m_waiting.size()); });
+        };
+        if (isIdle())
+        {
+            return;
         }
-        return count;
+        m_waiting[self] = &runners;
+        changed.wait(lock, isIdle);
+        m_waiting.erase(self);
     }
+
+    std::mutex mutex; // guards the lists and the members below; never held while a handler is called
+    std::condition_variable changed;
 
 private:
-    static const CHandlerCall*& Top()
+    /** Directly, or through at most that many others. Who closes a circle does not wait for it. */
+    bool WaitsFor(std::thread::id waiter, std::thread::id awaited, std::size_t others) const
     {
-        thread_local const CHandlerCall* pTop = nullptr;
-        return pTop;
+        const auto found = m_waiting.find(waiter);
+        return found != m_waiting.end() &&
+               std::any_of(found->second->begin(), found->second->end(),
+                           [&](std::thread::id runner) {
+                               return runner == awaited ||
+                                      (runner != waiter && others > 0 && WaitsFor(runner, awaited, others - 1));
+                           });
     }
-    const void* const m_pEntry;
-    const CHandlerCall* const m_pOuter;
+
+    std::map<std::thread::id, const Threads*> m_waiting; // for the end of which calls
 };
 
 /**
  * The handlers of one kind, called in registration order with no lock held.
  *
  * A handler that was removed is called no more once Remove has returned, except where Remove was called from within
- * that handler itself. Handlers to be deleted are deleted when nobody calls them any more.
+ * that handler itself, or where that handler waits for the removal of the one that called Remove. Handlers to be
+ * deleted are deleted when nobody calls them any more.
+ *
  * Threads: any.
  */
 template <class Handler> class CHandlerList
 {
 public:
+    explicit CHandlerList(std::shared_ptr<CHandlerSync> sync) : m_sync(std::move(sync)) {}
+
     void Append(Handler& handler, ECleanup cleanup)
     {
         auto entry = std::make_shared<SEntry>(handler, cleanup);
         CHandlerRegistration::Add(handler);
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const std::lock_guard<std::mutex> lock(m_sync->mutex);
         auto next = std::make_shared<Entries>(*m_entries);
         next->push_back(std::move(entry));
         m_entries = std::move(next);
@@ -78,7 +105,7 @@ public:
     {
         EntryPtr removed;
         {
-            std::unique_lock<std::mutex> lock(m_mutex);
+            std::unique_lock<std::mutex> lock(m_sync->mutex);
             const auto found = std::find_if(m_entries->begin(), m_entries->end(),
                                             [pHandler](const EntryPtr& entry)
                                             { return pHandler == nullptr || entry->pHandler == pHandler; });
@@ -92,7 +119,7 @@ public:
             m_entries = std::move(next);
             removed->active = false;
             removed->cleanup = removed->pHandler == pKeep ? Cleanup_None : removed->cleanup;
-            m_idle.wait(lock, [&] { return removed->calls == CHandlerCall::CountOnThisThread(removed.get()); });
+            m_sync->AwaitIdle(lock, removed->runners);
         }
         CHandlerRegistration::Remove(*removed->pHandler);
         onRemoved(*removed->pHandler);
@@ -129,7 +156,10 @@ public:
 private:
     struct SEntry
     {
-        SEntry(Handler& handler, ECleanup howToEnd) : pHandler(&handler), cleanup(howToEnd) {}
+        SEntry(Handler& handler, ECleanup howToEnd) : pHandler(&handler), cleanup(howToEnd)
+        {
+            runners.reserve(UsualRunners);
+        }
         ~SEntry()
         {
             if (cleanup == Cleanup_Delete)
@@ -143,44 +173,44 @@ private:
         Handler* const pHandler;
         ECleanup cleanup;
         bool active = true;
-        int calls = 0;
+        CHandlerSync::Threads runners; // of the calls under way
     };
     using EntryPtr = std::shared_ptr<SEntry>;
     using Entries = std::vector<EntryPtr>;
 
     std::shared_ptr<const Entries> Snapshot() const
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
+        const std::lock_guard<std::mutex> lock(m_sync->mutex);
         return m_entries;
     }
 
     template <class Function> void CallOne(SEntry& entry, Function& function)
     {
         {
-            const std::lock_guard<std::mutex> lock(m_mutex);
+            const std::lock_guard<std::mutex> lock(m_sync->mutex);
             if (!entry.active)
             {
                 return;
             }
-            ++entry.calls;
+            entry.runners.push_back(std::this_thread::get_id());
         }
         struct SLeave
         {
             ~SLeave()
             {
-                const std::lock_guard<std::mutex> lock(list.m_mutex);
-                --entry.calls;
-                list.m_idle.notify_all();
+                const std::lock_guard<std::mutex> lock(list.m_sync->mutex);
+                entry.runners.erase(std::find(entry.runners.begin(), entry.runners.end(), std::this_thread::get_id()));
+                list.m_sync->changed.notify_all();
             }
             CHandlerList& list;
             SEntry& entry;
         } leave{*this, entry};
-        const CHandlerCall call(&entry);
         function(*entry.pHandler);
     }
 
-    mutable std::mutex m_mutex; // guards the entries; never held while a handler is called
-    std::condition_variable m_idle;
+    static constexpr std::size_t UsualRunners = 8; // more than that allocate
+
+    const std::shared_ptr<CHandlerSync> m_sync;
     std::shared_ptr<const Entries> m_entries = std::make_shared<const Entries>();
 };
 

@@ -271,6 +271,54 @@ TEST_F(Reentrancy, handlerThatDeregistersItselfOnTheLoopAndOnTheRemovalThread)
     }
 }
 
+TEST_F(Reentrancy, handlersOnTwoThreadsThatDeregisterOneAnotherDoNotDeadlock)
+{
+    Open();
+    ::Test::CRecorder image;
+    ::Test::CRecorder configuration;
+    camera->RegisterImageEventHandler(&image, RegistrationMode_Append, Cleanup_None);
+    camera->RegisterConfiguration(&configuration, RegistrationMode_Append, Cleanup_None);
+    image.At("ImageGrabbed",
+             [&](CInstantCamera& c)
+             {
+                 EXPECT_TRUE(configuration.WaitFor("Removed"));
+                 EXPECT_TRUE(c.DeregisterConfiguration(&configuration));
+             });
+    configuration.At("Removed", [&](CInstantCamera& c) { EXPECT_TRUE(c.DeregisterImageEventHandler(&image)); });
+    StartLoop();
+    ASSERT_TRUE(transport->DeliverImage(serial));
+    ASSERT_TRUE(image.WaitFor("ImageGrabbed"));
+    transport->RemoveCamera(serial);
+    ASSERT_TRUE(recorder.WaitFor("GrabStopped"));
+    EXPECT_EQ(0, image.DebugGetEventHandlerRegistrationCount());
+    EXPECT_EQ(0, configuration.DebugGetEventHandlerRegistrationCount());
+}
+
+TEST_F(Reentrancy, deregisteringWaitsForACallOnAnotherThread)
+{
+    Open();
+    ::Test::CRecorder image;
+    camera->RegisterImageEventHandler(&image, RegistrationMode_Append, Cleanup_None);
+    std::atomic<bool> isLeaving{false};
+    std::atomic<bool> ended{false};
+    image.At("ImageGrabbed",
+             [&](CInstantCamera&)
+             {
+                 while (!isLeaving)
+                 {
+                     std::this_thread::yield();
+                 }
+                 ended = true;
+             });
+    StartLoop();
+    ASSERT_TRUE(transport->DeliverImage(serial));
+    ASSERT_TRUE(image.WaitFor("ImageGrabbed"));
+    std::thread releasing([&] { isLeaving = true; });
+    EXPECT_TRUE(camera->DeregisterImageEventHandler(&image));
+    EXPECT_TRUE(ended);
+    releasing.join();
+}
+
 TEST_F(Reentrancy, threadsThatOpenGrabCloseAndDestroyAtOnce)
 {
     Attach();
