@@ -3,10 +3,13 @@
 
 #include "camerapool/camerainfolist.h"
 
+#include "camerapool/deviceclasses.h"
 #include "camerapool/internal/camerainfo.h"
 #include "camerapool/internal/recordthread.h"
 
 #include <QHash>
+
+#include <vector>
 
 namespace Plugin::CameraPool
 {
@@ -17,7 +20,51 @@ namespace
 struct SKnownCamera
 {
     int position; // -1: there is none
-    bool isSame;  // the whole SDK record is as it was
+    bool isSame;  // nothing that a record is refreshed for has changed
+};
+
+/** What tells whether a camera is known and unchanged, side by side in memory: among thousands of cameras, whole
+ * records are too far apart for the processor's caches. */
+class CKnownNames
+{
+public:
+    explicit CKnownNames(const Velmo::CDeviceInfo& info)
+    {
+        read(info, Velmo::Key::DeviceClass, m_deviceClass);
+        read(info, Velmo::Key::FullName, m_fullName);
+        read(info, Velmo::Key::FriendlyName, m_friendlyName);
+        read(info, Velmo::Key::UserDefinedName, m_userDefinedName);
+        m_isConsumer = m_deviceClass.str().find(DeviceClass::GenTlConsumer) != std::string::npos;
+    }
+
+    /** False when in doubt: the name of a producer's camera is made of further properties. */
+    bool areThoseOf(const Velmo::CDeviceInfo& info) const
+    {
+        static const GenICam::gcstring deviceClass(Velmo::Key::DeviceClass);
+        static const GenICam::gcstring fullName(Velmo::Key::FullName);
+        static const GenICam::gcstring friendlyName(Velmo::Key::FriendlyName);
+        static const GenICam::gcstring userDefinedName(Velmo::Key::UserDefinedName);
+        return !m_isConsumer && is(info, fullName, m_fullName) && is(info, friendlyName, m_friendlyName) &&
+               is(info, userDefinedName, m_userDefinedName) && is(info, deviceClass, m_deviceClass);
+    }
+
+private:
+    static void read(const Velmo::CDeviceInfo& info, const char* key, GenICam::gcstring& value)
+    {
+        info.GetPropertyValue(key, value);
+    }
+
+    static bool is(const Velmo::CDeviceInfo& info, const GenICam::gcstring& key, const GenICam::gcstring& expected)
+    {
+        static thread_local GenICam::gcstring value; // keeps its memory
+        return info.GetPropertyValue(key, value) ? value == expected : expected.empty();
+    }
+
+    GenICam::gcstring m_fullName;
+    GenICam::gcstring m_friendlyName;
+    GenICam::gcstring m_userDefinedName;
+    GenICam::gcstring m_deviceClass;
+    bool m_isConsumer;
 };
 
 /** Where to find a record by its full name. */
@@ -27,23 +74,37 @@ public:
     SKnownCamera find(const QVector<QSharedPointer<Internal::CCameraInfo>>& known, const Velmo::CDeviceInfo& info)
     {
         // Cameras mostly come back unchanged and in the same order; that costs no conversion of their names.
-        if (m_next < known.size() && known.at(m_next)->getVelmoDeviceInfo() == info)
+        if (isUnchanged(known, m_next, info))
         {
             return {m_next++, true};
         }
         const int position = m_positions.value(Internal::CCameraInfo::qString(info.GetFullName()), -1);
         m_next = position + 1;
-        return {position, position >= 0 && known.at(position)->getVelmoDeviceInfo() == info};
+        return {position, position >= 0 && isUnchanged(known, position, info)};
     }
 
-    void add(const QString& fullName, int position)
+    void add(const QString& fullName, int position, const Velmo::CDeviceInfo& info)
     {
         m_positions.insert(fullName, position);
+        m_names.emplace_back(info);
         m_next = position + 1;
     }
 
+    void update(int position, const Velmo::CDeviceInfo& info)
+    {
+        m_names[static_cast<std::size_t>(position)] = CKnownNames(info);
+    }
+
 private:
+    bool isUnchanged(const QVector<QSharedPointer<Internal::CCameraInfo>>& known, int position,
+                     const Velmo::CDeviceInfo& info) const
+    {
+        return position < known.size() && (m_names[static_cast<std::size_t>(position)].areThoseOf(info) ||
+                                           known.at(position)->getVelmoDeviceInfo() == info);
+    }
+
     QHash<QString, int> m_positions;
+    std::vector<CKnownNames> m_names; // by position
     int m_next = 0;
 };
 
@@ -93,11 +154,12 @@ CCameraInfoList CCameraInfoList::fromDeviceInfoList(Velmo::DeviceInfoList device
             Internal::moveToMainThread(*info);
             position = known.size();
             known.append(info);
-            index.add(info->getFullName(), position);
+            index.add(info->getFullName(), position, velmoInfo);
         }
         else if (!isSame && hasOtherNames(*known.at(position), velmoInfo))
         {
             known.at(position)->updateFromDeviceInfo(velmoInfo);
+            index.update(position, velmoInfo);
             changed = true;
         }
         result.append(known.at(position));
