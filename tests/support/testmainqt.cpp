@@ -7,10 +7,17 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+#ifdef __SANITIZE_THREAD__
+#include "support/tsanqt.h"
+using TestApplication = Test::CAnnotatedApplication;
+#else
+using TestApplication = QCoreApplication;
+#endif
+
 int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
-    QCoreApplication application(argc, argv);
+    TestApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("CameraPoolTests"));
     QCoreApplication::setApplicationName(QStringLiteral("unit"));
     // Settings of a test never reach those of the person who runs it.

@@ -45,7 +45,9 @@ public:
     CInfoBase() = default;
     virtual ~CInfoBase();
     CInfoBase(const CInfoBase&) = default;
+    CInfoBase(CInfoBase&&) = default;
     CInfoBase& operator=(const CInfoBase&) = default;
+    CInfoBase& operator=(CInfoBase&&) = default;
 
     /** Adds every name that has a value; sorted. Returns their number. */
     int GetPropertyNames(GenICam::gcstring_vector& names) const;
@@ -80,6 +82,11 @@ private:
 class TRANSPORT_EXPORT CTlInfo : public CInfoBase
 {
 public:
+    CTlInfo() = default;
+    CTlInfo(const CTlInfo&) = default;
+    CTlInfo(CTlInfo&&) = default;
+    CTlInfo& operator=(const CTlInfo&) = default;
+    CTlInfo& operator=(CTlInfo&&) = default;
     ~CTlInfo() override;
 };
 
@@ -87,6 +94,11 @@ public:
 class TRANSPORT_EXPORT CInterfaceInfo : public CInfoBase
 {
 public:
+    CInterfaceInfo() = default;
+    CInterfaceInfo(const CInterfaceInfo&) = default;
+    CInterfaceInfo(CInterfaceInfo&&) = default;
+    CInterfaceInfo& operator=(const CInterfaceInfo&) = default;
+    CInterfaceInfo& operator=(CInterfaceInfo&&) = default;
     ~CInterfaceInfo() override;
     GenICam::gcstring GetInterfaceID() const { return Get(Key::InterfaceID); }
     CInfoBase& SetInterfaceID(const GenICam::gcstring& v) { return SetPropertyValue(Key::InterfaceID, v); }
@@ -96,6 +108,11 @@ public:
 class TRANSPORT_EXPORT CDeviceInfo : public CInfoBase
 {
 public:
+    CDeviceInfo() = default;
+    CDeviceInfo(const CDeviceInfo&) = default;
+    CDeviceInfo(CDeviceInfo&&) = default;
+    CDeviceInfo& operator=(const CDeviceInfo&) = default;
+    CDeviceInfo& operator=(CDeviceInfo&&) = default;
     ~CDeviceInfo() override;
     GenICam::gcstring GetModelName() const { return Get(Key::ModelName); }
     GenICam::gcstring GetSerialNumber() const { return Get(Key::SerialNumber); }

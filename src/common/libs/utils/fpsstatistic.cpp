@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <limits>
 #include <thread>
 #include <utility>
@@ -217,5 +218,5 @@ void FpsStatistic::computeResult(double& fps, unsigned int& bps)
     // The first sample's bytes arrived before the time that is measured.
     const double rate = static_cast<double>(sum.bytes - sum.firstBytes) / seconds;
     constexpr auto Most = std::numeric_limits<unsigned int>::max();
-    bps = rate >= static_cast<double>(Most) ? Most : static_cast<unsigned int>(rate + 0.5);
+    bps = rate >= static_cast<double>(Most) ? Most : static_cast<unsigned int>(std::llround(rate));
 }
