@@ -6,13 +6,14 @@ if(CAMERAPOOL_TESTS)
   include(GoogleTest)
 endif()
 
-# project_add_test(<name> [QT] [SOURCES <files>] [DEPENDS <targets>] [INTERNALS_OF <modules>] [LABELS <labels>]
+# project_add_test(<name> [QT] [SERIAL] [SOURCES <files>] [DEPENDS <targets>] [INTERNALS_OF <modules>] [LABELS <labels>]
 #                  [TIMEOUT <seconds>])
 #
+# SERIAL: its tests run while no other does, for those whose peer must keep a pace.
 # One test program of all *test.cpp files of the current folder (or of SOURCES). INTERNALS_OF names the modules whose
 # internal headers the tests include. QT runs the tests under a QCoreApplication with settings in a scratch folder.
 function(project_add_test name)
-  cmake_parse_arguments(ARG "QT" "TIMEOUT" "SOURCES;DEPENDS;INTERNALS_OF;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "QT;SERIAL" "TIMEOUT" "SOURCES;DEPENDS;INTERNALS_OF;LABELS" ${ARGN})
   if(NOT ARG_SOURCES)
     file(GLOB ARG_SOURCES CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*test.cpp")
   endif()
@@ -38,7 +39,8 @@ function(project_add_test name)
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
   # No test may search the machine's real network; those of the GigE transport name their adapter themselves.
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "CAMERAPOOL_GIGE_ADAPTERS=none" LABELS "${ARG_LABELS}")
+    PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "CAMERAPOOL_GIGE_ADAPTERS=none"
+    RUN_SERIAL ${ARG_SERIAL} LABELS "${ARG_LABELS}")
   foreach(source IN LISTS ARG_SOURCES)
     get_filename_component(source "${source}" ABSOLUTE)
     set_property(GLOBAL APPEND PROPERTY PROJECT_TEST_SOURCES "${source}")
