@@ -146,7 +146,7 @@ void ADevicePool::endAnnounce()
     rebuildIndex();
     m_removedDevices += removed;
     QMetaObject::invokeMethod(
-        this, [this] { m_removedDevices.clear(); }, Qt::QueuedConnection);
+        this, [this] { std::exchange(m_removedDevices, {}).clear(); }, Qt::QueuedConnection);
     for (const auto& device : qAsConst(removed))
     {
         emit deviceDisconnected(device->getInfo().objectCast<IBaseInfo>());
@@ -182,8 +182,8 @@ void ADevicePool::releaseDevices()
 {
     m_cameraIndex.clear();
     m_interfaceIndex.clear();
-    m_removedDevices.clear();
     // Taken out first: a device that closes while it goes may make a slot look for it here.
+    const auto removed = std::exchange(m_removedDevices, {});
     const auto devices = std::exchange(m_devices, {});
 }
 

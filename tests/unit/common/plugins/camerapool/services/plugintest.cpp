@@ -2,21 +2,22 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/camerapoolplugin.h"
+#include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
+#include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
-#include "camerapool/internal/cameraenumerationservice.h"
-#include "camerapool/internal/controlservice.h"
-#include "camerapool/internal/statusservice.h"
+#include "camerapool/internal/camerapool.h"
+#include "servicecore/serviceregistry.h"
 #include "support/scriptedtransport.h"
 #include "unit/common/plugins/camerapool/testing/messagelog.h"
-#include "unit/common/plugins/camerapool/testing/records.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -78,103 +79,113 @@ TEST_F(CameraPoolPlugin, withoutAnInitializerNothingIsRegistered)
     EXPECT_TRUE(plugin.initialize(nullptr));
 }
 
+/** Destroys itself when it has registered so many services. */
+class CDyingInitializer : public CFakeInitializer
+{
+public:
+    CDyingInitializer(int lifetime, QVector<ServicePtr>& registered) : m_lifetime(lifetime), m_all(registered) {}
+    void registerService(const ServicePtr& service) override
+    {
+        m_all.append(service);
+        if (m_all.size() == m_lifetime)
+        {
+            delete this;
+        }
+    }
+
+private:
+    int m_lifetime;
+    QVector<ServicePtr>& m_all;
+};
+
+TEST_F(CameraPoolPlugin, initializerThatDiesBetweenTwoRegistrationsEndsThemAndInitializeSucceeds)
+{
+    for (int lifetime = 1; lifetime <= 5; ++lifetime)
+    {
+        QVector<ServicePtr> registered;
+        CCameraPoolPlugin plugin;
+        EXPECT_TRUE(plugin.initialize(new CDyingInitializer(lifetime, registered)));
+        EXPECT_EQ(registered.size(), lifetime);
+        // The next one has been made to be registered; all after that were not made.
+        EXPECT_TRUE(plugin.unInitialize(&m_initializer));
+        const auto made = m_initializer.m_unregistered.size() - m_initializer.m_unregistered.count(ServicePtr());
+        EXPECT_EQ(made, std::min(lifetime + 1, 5));
+        m_initializer.m_unregistered.clear();
+    }
+}
+
+TEST_F(CameraPoolPlugin, servicesNeverMadeDoNoHarmWhenTheyAreUnregistered)
+{
+    Core::Service::CServiceRegistry registry;
+    QSignalSpy unregistered(&registry, &Core::Service::CServiceRegistry::serviceUnregistered);
+    CCameraPoolPlugin plugin;
+    plugin.initialize(nullptr);
+    ::Test::CMessageLog log;
+    class CRegistering : public Core::Plugin::IPluginInitializer
+    {
+    public:
+        explicit CRegistering(Core::Service::CServiceRegistry& registry) : m_registry(registry) {}
+        void registerService(const ServicePtr& service) override { m_registry.registerService(service); }
+        void unregisterService(const ServicePtr& service) override { m_registry.unregisterService(service); }
+
+    private:
+        Core::Service::CServiceRegistry& m_registry;
+    } initializer(registry);
+    EXPECT_TRUE(plugin.unInitialize(&initializer));
+    EXPECT_EQ(unregistered.count(), 0);
+}
+
+TEST_F(CameraPoolPlugin, servicesAndPoolsLiveOnBetweenUnInitializeAndTheEndOfThePlugin)
+{
+    QWeakPointer<Core::Service::IService> service;
+    QPointer<CCameraPool> cameras;
+    {
+        CCameraPoolPlugin plugin;
+        plugin.initialize(&m_initializer);
+        plugin.unInitialize(&m_initializer);
+        service = m_initializer.m_registered.at(4);
+        cameras = plugin.findChild<CCameraPool*>();
+        m_initializer.m_registered.clear();
+        m_initializer.m_unregistered.clear();
+        EXPECT_FALSE(service.isNull());
+        EXPECT_FALSE(cameras.isNull());
+    }
+    EXPECT_TRUE(service.isNull());
+    EXPECT_TRUE(cameras.isNull());
+}
+
+TEST_F(CameraPoolPlugin, servicesAreReleasedInTheReverseOrderOfTheirRegistration)
+{
+    QVector<int> order;
+    {
+        CCameraPoolPlugin plugin;
+        plugin.initialize(&m_initializer);
+        for (int i = 0; i < m_initializer.m_registered.size(); ++i)
+        {
+            QObject::connect(m_initializer.m_registered.at(i).data(), &QObject::destroyed, &m_initializer,
+                             [&order, i] { order.append(i); });
+        }
+        m_initializer.m_registered.clear();
+    }
+    EXPECT_EQ(order, (QVector<int>{4, 3, 2, 1, 0}));
+}
+
+TEST(CameraPoolPluginDeathTest, unInitializeWithoutAnInitializerIsFatal)
+{
+    EXPECT_DEATH(
+        {
+            CCameraPoolPlugin plugin;
+            plugin.unInitialize(nullptr);
+        },
+        "does not exist any more");
+}
+
 TEST_F(CameraPoolPlugin, carriesItsTranslations)
 {
     for (const auto* language : {"ja", "zh", "en", "ko"})
     {
         EXPECT_TRUE(QFile::exists(QStringLiteral(":/translation/CameraPool_%1.qm").arg(QLatin1String(language))));
     }
-}
-
-class EnumerationService : public CameraPoolPlugin
-{
-protected:
-    CCameraPool m_cameras{nullptr};
-    CInterfacePool m_interfaces{nullptr};
-    CCameraEnumerationService m_service{&m_cameras, &m_interfaces};
-};
-
-TEST_F(EnumerationService, announcesACameraOnceAndAnEqualPassNothing)
-{
-    ::Test::SScriptedCamera camera;
-    camera.serialNumber = "service1";
-    m_transport->AddCamera(camera);
-    QSignalSpy changed(&m_service, &ICameraEnumerationService::enumerationChanged);
-    QSignalSpy connected(&m_cameras, &ADevicePool::deviceConnected);
-    ASSERT_TRUE(::Test::waitUntil([&] { return changed.count() == 1; }));
-    EXPECT_EQ(connected.count(), 1);
-    m_service.triggerEnumeration();
-    ASSERT_TRUE(::Test::waitUntil([&] { return m_transport->GetCount(::Test::EStep::EnumerateDevices) >= 2; }));
-    m_service.setEnumerationEnabled(false);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_TRUE(m_service.enumerate(QStringLiteral("anything")).isEmpty());
-    EXPECT_EQ(m_service.enumerate().size(), 1);
-}
-
-TEST_F(EnumerationService, lostCameraIsRemovedOnceAtOnce)
-{
-    ::Test::SScriptedCamera camera;
-    camera.serialNumber = "service2";
-    m_transport->AddCamera(camera);
-    ASSERT_TRUE(::Test::waitUntil([&] { return !m_service.enumerate().isEmpty(); }));
-    m_service.setEnumerationEnabled(false);
-    const CameraInfoPtr info = m_service.enumerate().at(0)->getCameraInfoList().at(0);
-    QSignalSpy disconnected(&m_cameras, &ADevicePool::deviceDisconnected);
-    QSignalSpy changed(&m_service, &ICameraEnumerationService::enumerationChanged);
-    m_service.removeDevice(info);
-    m_service.removeDevice(info);
-    EXPECT_EQ(disconnected.count(), 1);
-    EXPECT_EQ(changed.count(), 1);
-}
-
-TEST_F(EnumerationService, forcedUpdateWhileDisabledEnumeratesOnceAndStaysDisabled)
-{
-    m_service.setEnumerationEnabled(false);
-    m_transport->ResetCounts();
-    m_service.forceUpdate();
-    ASSERT_TRUE(::Test::waitUntil(
-        [&]
-        { return m_transport->GetCount(::Test::EStep::EnumerateDevices) == 1 && !m_service.isEnumerationEnabled(); }));
-    EXPECT_EQ(m_transport->GetCount(::Test::EStep::EnumerateDevices), 1U);
-}
-
-TEST_F(EnumerationService, listenersMayCallBack)
-{
-    int calls = 0;
-    QObject::connect(&m_service, &ICameraEnumerationService::enumerationChanged, &m_service,
-                     [&]
-                     {
-                         m_service.enumerate();
-                         m_service.triggerEnumeration();
-                         m_service.setEnumerationEnabled(true);
-                         ++calls;
-                     });
-    EXPECT_TRUE(::Test::waitUntil([&] { return calls == 1; }));
-}
-
-TEST_F(CameraPoolPlugin, statusServiceAnnouncesTheActiveDeviceOnceAndItsClearing)
-{
-    CCameraPool cameras(nullptr);
-    CStatusService service(&cameras, nullptr, nullptr);
-    QSignalSpy changed(&service, &IDeviceStatusService::activeDeviceChanged);
-    const BaseInfoPtr info = ::Test::cameraRecord("status/1");
-    service.setActiveDevice(info);
-    service.setActiveDevice(info);
-    EXPECT_EQ(changed.count(), 1);
-    service.setActiveDevice({});
-    EXPECT_EQ(changed.count(), 2);
-    EXPECT_TRUE(service.getActiveDevice().isNull());
-}
-
-TEST_F(CameraPoolPlugin, controlServiceWithoutPoolsRefuses)
-{
-    CControlService service(nullptr, nullptr, nullptr);
-    EXPECT_FALSE(service.open(false));
-    EXPECT_FALSE(service.open(::Test::cameraRecord("control/1"), false));
-    EXPECT_TRUE(service.tryLock(::Test::cameraRecord("control/1")).isNull());
-    EXPECT_TRUE(service.openCameraExclusive(::Test::cameraRecord("control/1")).isNull());
-    EXPECT_FALSE(service.unlock({}));
 }
 
 } // namespace
