@@ -46,6 +46,9 @@ void CCameraEnumerationThread::enable()
     if (isLeaving)
     {
         wait();
+        // Not left to run(): a second call before that would wait for a thread that is not to end.
+        const QMutexLocker locker(&m_mutex);
+        m_isLeaving = false;
     }
     start(QThread::InheritPriority);
 }
