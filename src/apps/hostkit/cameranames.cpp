@@ -3,7 +3,7 @@
 
 #include "hostkit/cameranames.h"
 
-#include <QCoreApplication>
+#include "hostkit/internal/texts.h"
 
 namespace HostKit
 {
@@ -31,7 +31,7 @@ CameraInfoPtr findByName(const QVector<CameraInfoPtr>& cameras, const QString& n
     }
     if (found.isEmpty())
     {
-        error = QCoreApplication::translate("HostKit", "There is no camera called \"%1\".").arg(name);
+        error = CTexts::tr("There is no camera called \"%1\".").arg(name);
         return {};
     }
     QStringList fullNames;
@@ -39,8 +39,7 @@ CameraInfoPtr findByName(const QVector<CameraInfoPtr>& cameras, const QString& n
     {
         fullNames.append(camera->getFullName());
     }
-    error = QCoreApplication::translate("HostKit", "Several cameras are called \"%1\": %2.")
-                .arg(name, fullNames.join(QStringLiteral(", ")));
+    error = CTexts::tr("Several cameras are called \"%1\": %2.").arg(name, fullNames.join(QStringLiteral(", ")));
     return {};
 }
 

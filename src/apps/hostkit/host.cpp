@@ -3,6 +3,8 @@
 
 #include "hostkit/host.h"
 
+#include "hostkit/internal/texts.h"
+
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
@@ -13,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QTranslator>
 
 namespace HostKit
 {
@@ -23,6 +26,7 @@ struct CHost::SPrivate
     Core::Service::CServiceRegistry registry;
     Core::Plugin::CPluginManager manager{registry};
     QStringList errors;
+    QTranslator translator; // of the texts of hosts and of the framework
     QSharedPointer<Plugin::CameraPool::ICameraControlService> control;
     QSharedPointer<Plugin::CameraPool::ICameraEnumerationService> enumeration;
     QSharedPointer<Plugin::CameraPool::ICameraStatusService> status;
@@ -34,8 +38,7 @@ struct CHost::SPrivate
         service = registry.find<T>();
         if (service.isNull())
         {
-            errors.append(QCoreApplication::translate("HostKit::CHost", "No plugin offers the service %1.")
-                              .arg(QLatin1String(name)));
+            errors.append(CTexts::tr("No plugin offers the service %1.").arg(QLatin1String(name)));
         }
     }
 };
@@ -52,6 +55,10 @@ CHost::~CHost()
 
 bool CHost::start(const QString& language)
 {
+    if (m_p->translator.load(QStringLiteral(":/translation/Host_%1.qm").arg(language)))
+    {
+        QCoreApplication::installTranslator(&m_p->translator);
+    }
     m_p->manager.addFolder(m_p->folder);
     m_p->manager.setLanguage(language);
     const bool started = m_p->manager.start();

@@ -3,12 +3,11 @@
 
 #include "hostkit/imageconversion.h"
 
+#include "hostkit/internal/texts.h"
 #include "hostkit/pixelformat.h"
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
-
-#include <QCoreApplication>
 
 #include <cstring>
 
@@ -16,11 +15,6 @@ namespace HostKit
 {
 namespace
 {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("HostKit::ImageConversion", text);
-}
 
 /** One 16-bit sample a pixel from a stream of bits, least significant first. */
 void unpackLsb(const std::uint8_t* pLine, std::uint16_t* pOut, std::size_t samples, unsigned int bits)
@@ -158,19 +152,19 @@ QImage toPicture(const SRawImage& image, QString& error)
     SPixelFormat format;
     if (!describePixelFormat(image.pixelType, format))
     {
-        error = tr("The pixel format 0x%1 cannot be shown.").arg(image.pixelType, 8, 16, QLatin1Char('0'));
+        error = CTexts::tr("The pixel format 0x%1 cannot be shown.").arg(image.pixelType, 8, 16, QLatin1Char('0'));
         return {};
     }
     if (image.width == 0 || image.height == 0 || image.width > sideLimit || image.height > sideLimit)
     {
-        error = tr("An image of %1 x %2 pixels cannot be shown.").arg(image.width).arg(image.height);
+        error = CTexts::tr("An image of %1 x %2 pixels cannot be shown.").arg(image.width).arg(image.height);
         return {};
     }
     const std::size_t line = format.lineBytes(image.width);
     const std::size_t needed = (line + image.paddingX) * (image.height - 1) + line;
     if (image.pData == nullptr || image.bytes < needed)
     {
-        error = tr("The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.")
+        error = CTexts::tr("The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.")
                     .arg(image.bytes)
                     .arg(image.width)
                     .arg(image.height)
@@ -181,7 +175,7 @@ QImage toPicture(const SRawImage& image, QString& error)
     const bool bayer = demosaicCode(format.layout) >= 0;
     if (bayer && (image.width < 4 || image.height < 4))
     {
-        error = tr("An image of %1 x %2 pixels cannot be shown.").arg(image.width).arg(image.height);
+        error = CTexts::tr("An image of %1 x %2 pixels cannot be shown.").arg(image.width).arg(image.height);
         return {};
     }
     return fromMatrix(toMatrix(image, format), format.layout);
@@ -191,7 +185,7 @@ QImage toPicture(const Velmo::CGrabResultPtr& result, QString& error)
 {
     if (!result.IsValid())
     {
-        error = tr("There is no image.");
+        error = CTexts::tr("There is no image.");
         return {};
     }
     if (!result->GrabSucceeded())

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "poolcli/output.h"
+#include "poolcli/texts.h"
 #include "poolcli/verbs.h"
 
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
 #include "transport/infos.h"
 
-#include <QCoreApplication>
 #include <QTime>
 #include <QTimer>
 
@@ -20,11 +20,6 @@ namespace
 using Plugin::CameraPool::IBaseInfo;
 using Plugin::CameraPool::ICameraInfo;
 using Plugin::CameraPool::ICameraStatusService;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("PoolCli", text);
-}
 
 QString property(const ICameraInfo& camera, const char* key)
 {
@@ -93,10 +88,11 @@ int runList(CSession& session, const SOptions& options)
     }
     if (cameras.isEmpty())
     {
-        printLine(tr("No camera found."));
+        printLine(CTexts::tr("No camera found."));
         return ExitDone;
     }
-    QVector<QVector<QString>> rows{{tr("NAME"), tr("MODEL"), tr("SERIAL"), tr("USER NAME"), tr("TYPE"), tr("ADDRESS")}};
+    QVector<QVector<QString>> rows{{CTexts::tr("NAME"), CTexts::tr("MODEL"), CTexts::tr("SERIAL"),
+                                    CTexts::tr("USER NAME"), CTexts::tr("TYPE"), CTexts::tr("ADDRESS")}};
     for (const auto& camera : cameras)
     {
         rows.append({printable(camera->getFriendlyName()), printable(camera->getModelName()),
@@ -124,7 +120,7 @@ int runWatch(CSession& session, const SOptions& options)
     show(&ICameraStatusService::cameraConnectionLost, "connection lost");
     if (!options.json)
     {
-        printLine(tr("Watching; Ctrl-C ends."));
+        printLine(CTexts::tr("Watching; Ctrl-C ends."));
     }
     // A person who watches wants to see a plugged camera sooner than the periodic pass would show it.
     QTimer passes;
@@ -152,7 +148,7 @@ int runInfo(CSession& session, const SOptions& options)
         printJson(object);
         return ExitDone;
     }
-    QVector<QVector<QString>> rows{{tr("PROPERTY"), tr("VALUE")}};
+    QVector<QVector<QString>> rows{{CTexts::tr("PROPERTY"), CTexts::tr("VALUE")}};
     for (auto it = properties.constBegin(); it != properties.constEnd(); ++it)
     {
         rows.append({it.key(), printable(it.value().toString())});

@@ -3,12 +3,12 @@
 
 #include "poolcli/grabsession.h"
 
+#include "poolcli/texts.h"
+
 #include "poolcli/output.h"
 
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -18,11 +18,6 @@ namespace
 {
 
 using Plugin::CameraPool::ICameraStatusService;
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("PoolCli", text);
-}
 
 } // namespace
 
@@ -120,7 +115,7 @@ void CGrabSession::run()
         if (!m_session.host().status().isCameraGrabbing(count.camera))
         {
             const QString reason = count.camera->errorString();
-            throw CRefusal(tr("%1 does not start grabbing: %2").arg(count.camera->getFriendlyName(), reason));
+            throw CRefusal(CTexts::tr("%1 does not start grabbing: %2").arg(count.camera->getFriendlyName(), reason));
         }
     }
     m_elapsed.start();
@@ -171,7 +166,7 @@ void CGrabSession::showLive()
             printJsonLine(describe(count));
             continue;
         }
-        QString line = tr("%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s")
+        QString line = CTexts::tr("%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s")
                            .arg(printable(count.camera->getFriendlyName()))
                            .arg(count.images)
                            .arg(count.failed)
@@ -180,7 +175,7 @@ void CGrabSession::showLive()
                            .arg(static_cast<double>(count.bytesPerSecond) / bytesPerMegabyte, 0, 'f', 1);
         if (count.lost)
         {
-            line += tr(" (connection lost)");
+            line += CTexts::tr(" (connection lost)");
         }
         printLine(draw ? line + QStringLiteral("\x1b[K") : line);
     }

@@ -3,13 +3,13 @@
 
 #include "poolcli/grabsession.h"
 #include "poolcli/output.h"
+#include "poolcli/texts.h"
 #include "poolcli/verbs.h"
 
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "hostkit/imageconversion.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -23,11 +23,6 @@ namespace
 
 using Plugin::CameraPool::ICameraStatusService;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("PoolCli", text);
-}
-
 void writePicture(const Velmo::CGrabResultPtr& result, const QString& file)
 {
     QString error;
@@ -38,7 +33,7 @@ void writePicture(const Velmo::CGrabResultPtr& result, const QString& file)
     }
     if (!picture.save(file, "PNG"))
     {
-        throw CRefusal(tr("%1 could not be written.").arg(file));
+        throw CRefusal(CTexts::tr("%1 could not be written.").arg(file));
     }
 }
 
@@ -83,7 +78,7 @@ int runGrab(CSession& session, const SOptions& options)
                 writePicture(count.last, file);
                 if (!options.json)
                 {
-                    printLine(tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
+                    printLine(CTexts::tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
                 }
             }
         }
@@ -121,9 +116,9 @@ int runSnapshot(CSession& session, const SOptions& options)
     if (!image.IsValid())
     {
         const QString reason = camera.info()->errorString();
-        throw CRefusal(
-            tr("%1 gave no image: %2")
-                .arg(camera.info()->getFriendlyName(), reason.isEmpty() ? tr("none arrived in time.") : reason));
+        throw CRefusal(CTexts::tr("%1 gave no image: %2")
+                           .arg(camera.info()->getFriendlyName(),
+                                reason.isEmpty() ? CTexts::tr("none arrived in time.") : reason));
     }
     const QString file = options.output.isEmpty() ? fileNameFor(*camera.info()) : options.output;
     writePicture(image, file);
@@ -138,7 +133,7 @@ int runSnapshot(CSession& session, const SOptions& options)
     }
     else
     {
-        printLine(tr("%1 x %2 pixels in %3").arg(image->GetWidth()).arg(image->GetHeight()).arg(file));
+        printLine(CTexts::tr("%1 x %2 pixels in %3").arg(image->GetWidth()).arg(image->GetHeight()).arg(file));
     }
     return ExitDone;
 }

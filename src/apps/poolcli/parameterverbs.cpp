@@ -3,22 +3,16 @@
 
 #include "poolcli/featuretree.h"
 #include "poolcli/output.h"
+#include "poolcli/texts.h"
 #include "poolcli/verbs.h"
 
 #include "genapi/inodes.h"
 #include "parametercollection/parameters.h"
 
-#include <QCoreApplication>
-
 namespace PoolCli
 {
 namespace
 {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("PoolCli", text);
-}
 
 QString text(const GenICam::GenericException& e)
 {
@@ -80,7 +74,7 @@ int runGet(CSession& session, const SOptions& options)
         const ParameterCollection::CParameter parameter(collection, name);
         if (!parameter.isValid())
         {
-            throw CRefusal(tr("%1 has no feature %2.").arg(camera.info()->getFriendlyName(), name));
+            throw CRefusal(CTexts::tr("%1 has no feature %2.").arg(camera.info()->getFriendlyName(), name));
         }
         try
         {
@@ -88,7 +82,7 @@ int runGet(CSession& session, const SOptions& options)
         }
         catch (const GenICam::GenericException& e)
         {
-            throw CRefusal(tr("%1 cannot be read: %2").arg(name, text(e)));
+            throw CRefusal(CTexts::tr("%1 cannot be read: %2").arg(name, text(e)));
         }
         if (!options.json)
         {
@@ -109,7 +103,7 @@ void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection
     ParameterCollection::CParameter parameter(collection, name);
     if (!parameter.isValid())
     {
-        throw CRefusal(tr("There is no feature %1.").arg(name));
+        throw CRefusal(CTexts::tr("There is no feature %1.").arg(name));
     }
     try
     {
@@ -118,7 +112,7 @@ void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection
             ParameterCollection::CCommandParameter command(collection, name);
             if (!command.isValid())
             {
-                throw CRefusal(tr("%1 is no command; give a value as %1=VALUE.").arg(name));
+                throw CRefusal(CTexts::tr("%1 is no command; give a value as %1=VALUE.").arg(name));
             }
             command.execute();
             return;
@@ -127,7 +121,7 @@ void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection
     }
     catch (const GenICam::GenericException& e)
     {
-        throw CRefusal(tr("%1 was refused: %2").arg(setting, text(e)));
+        throw CRefusal(CTexts::tr("%1 was refused: %2").arg(setting, text(e)));
     }
 }
 
@@ -153,7 +147,7 @@ int runSet(CSession& session, const SOptions& options)
         {
             const QJsonValue value = values.value(name);
             printLine(value.isString() ? QStringLiteral("%1 = %2").arg(name, printable(value.toString()))
-                                       : tr("%1 done").arg(name));
+                                       : CTexts::tr("%1 done").arg(name));
         }
     }
     if (options.json)

@@ -3,6 +3,8 @@
 
 #include "poolcli/session.h"
 
+#include "poolcli/texts.h"
+
 #include "camerapool/camerainfolist.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
@@ -10,22 +12,11 @@
 #include "camerapool/itransportlayerinfo.h"
 
 #include <QAbstractEventDispatcher>
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 
 namespace PoolCli
 {
-namespace
-{
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("PoolCli", text);
-}
-
-} // namespace
-
 CSession::CSession(const QString& language) : m_host(HostKit::CHost::defaultPluginFolder())
 {
     if (!m_host.start(language))
@@ -92,8 +83,8 @@ HostKit::CameraInfoPtr CSession::camera(const QString& name, int timeoutMs)
         const auto all = cameras();
         if (all.size() != 1)
         {
-            throw CRefusal(all.isEmpty() ? tr("There is no camera.")
-                                         : tr("There are %1 cameras; name one of them.").arg(all.size()));
+            throw CRefusal(all.isEmpty() ? CTexts::tr("There is no camera.")
+                                         : CTexts::tr("There are %1 cameras; name one of them.").arg(all.size()));
         }
         return all.first();
     }
@@ -117,7 +108,7 @@ QVector<HostKit::CameraInfoPtr> CSession::camerasCalled(const QStringList& names
         result = cameras();
         if (result.isEmpty())
         {
-            throw CRefusal(tr("There is no camera."));
+            throw CRefusal(CTexts::tr("There is no camera."));
         }
         return result;
     }
@@ -138,8 +129,9 @@ void CSession::open(const HostKit::CameraInfoPtr& camera)
     if (!m_host.control().open(camera, false))
     {
         const QString reason = camera->errorString();
-        throw CRefusal(tr("%1 could not be opened: %2")
-                           .arg(camera->getFriendlyName(), reason.isEmpty() ? tr("it is in exclusive use.") : reason));
+        throw CRefusal(
+            CTexts::tr("%1 could not be opened: %2")
+                .arg(camera->getFriendlyName(), reason.isEmpty() ? CTexts::tr("it is in exclusive use.") : reason));
     }
 }
 
@@ -153,7 +145,7 @@ QSharedPointer<ParameterCollection::IParameterCollection> CSession::parameters(c
     auto collection = m_host.parameters().getParameterCollection(camera);
     if (collection.isNull())
     {
-        throw CRefusal(tr("%1 has no parameters.").arg(camera->getFriendlyName()));
+        throw CRefusal(CTexts::tr("%1 has no parameters.").arg(camera->getFriendlyName()));
     }
     return collection;
 }

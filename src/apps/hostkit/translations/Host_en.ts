@@ -1,0 +1,344 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>Core::Plugin::CPluginManager</name>
+    <message>
+        <source>unknown error</source>
+        <translation>unknown error</translation>
+    </message>
+    <message>
+        <source>The plugin folder &quot;%1&quot; cannot be read.</source>
+        <translation>The plugin folder &quot;%1&quot; cannot be read.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; was not started, because the plugin &quot;%2&quot; that it needs failed.</source>
+        <translation>The plugin &quot;%1&quot; was not started, because the plugin &quot;%2&quot; that it needs failed.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: %2.</source>
+        <translation>The plugin &quot;%1&quot; could not be loaded: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: its instance is not a plugin.</source>
+        <translation>The plugin &quot;%1&quot; could not be loaded: its instance is not a plugin.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized.</source>
+        <translation>The plugin &quot;%1&quot; could not be initialized.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized: %2.</source>
+        <translation>The plugin &quot;%1&quot; could not be initialized: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start.</source>
+        <translation>The plugin &quot;%1&quot; could not finish its start.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start: %2.</source>
+        <translation>The plugin &quot;%1&quot; could not finish its start: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; failed while stopping: %2.</source>
+        <translation>The plugin &quot;%1&quot; failed while stopping: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginMetadata</name>
+    <message>
+        <source>The plugin file &quot;%1&quot; does not exist.</source>
+        <translation>The plugin file &quot;%1&quot; does not exist.</translation>
+    </message>
+    <message>
+        <source>it has no plugin metadata</source>
+        <translation>it has no plugin metadata</translation>
+    </message>
+    <message>
+        <source>its interface identifier is &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <translation>its interface identifier is &quot;%1&quot; instead of &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>its metadata has no object &quot;MetaData&quot;</source>
+        <translation>its metadata has no object &quot;MetaData&quot;</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not true or false</source>
+        <translation>the entry &quot;%1&quot; of its metadata is not true or false</translation>
+    </message>
+    <message>
+        <source>its metadata has no name</source>
+        <translation>its metadata has no name</translation>
+    </message>
+    <message>
+        <source>its compatible version %1 is newer than its version %2</source>
+        <translation>its compatible version %1 is newer than its version %2</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a list</source>
+        <translation>the entry &quot;%1&quot; of its metadata is not a list</translation>
+    </message>
+    <message>
+        <source>dependency number %1 of its metadata has no name</source>
+        <translation>dependency number %1 of its metadata has no name</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a text</source>
+        <translation>the entry &quot;%1&quot; of its metadata is not a text</translation>
+    </message>
+    <message>
+        <source>its metadata has no entry &quot;%1&quot;</source>
+        <translation>its metadata has no entry &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata, &quot;%2&quot;, is not a version</source>
+        <translation>the entry &quot;%1&quot; of its metadata, &quot;%2&quot;, is not a version</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; is not a plugin that can be used: %2.</source>
+        <translation>The file &quot;%1&quot; is not a plugin that can be used: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3.</source>
+        <translation>The plugin &quot;%1&quot; (%2) cannot be used: %3.</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginResolver</name>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3 has the same name.</source>
+        <translation>The plugin &quot;%1&quot; (%2) cannot be used: %3 has the same name.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, which is missing.</source>
+        <translation>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, which is missing.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, but that one has version %4, compatible down to %5.</source>
+        <translation>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, but that one has version %4, compatible down to %5.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot;, which cannot be used.</source>
+        <translation>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot;, which cannot be used.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; depends on itself: %2.</source>
+        <translation>The plugin &quot;%1&quot; depends on itself: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>HostKit</name>
+    <message>
+        <source>There is no camera called &quot;%1&quot;.</source>
+        <translation>There is no camera called &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>Several cameras are called &quot;%1&quot;: %2.</source>
+        <translation>Several cameras are called &quot;%1&quot;: %2.</translation>
+    </message>
+    <message>
+        <source>No plugin offers the service %1.</source>
+        <translation>No plugin offers the service %1.</translation>
+    </message>
+    <message>
+        <source>The pixel format 0x%1 cannot be shown.</source>
+        <translation>The pixel format 0x%1 cannot be shown.</translation>
+    </message>
+    <message>
+        <source>An image of %1 x %2 pixels cannot be shown.</source>
+        <translation>An image of %1 x %2 pixels cannot be shown.</translation>
+    </message>
+    <message>
+        <source>The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.</source>
+        <translation>The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.</translation>
+    </message>
+    <message>
+        <source>There is no image.</source>
+        <translation>There is no image.</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterCollection::CParameterCollection</name>
+    <message>
+        <source>No node map has been announced under %1.</source>
+        <translation>No node map has been announced under %1.</translation>
+    </message>
+    <message>
+        <source>The node map under %1 is being detached.</source>
+        <translation>The node map under %1 is being detached.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CDataProcessingGraph</name>
+    <message>
+        <source>A null node cannot be added to the graph.</source>
+        <translation>A null node cannot be added to the graph.</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; is in the graph already.</source>
+        <translation>The node &quot;%1&quot; is in the graph already.</translation>
+    </message>
+    <message>
+        <source>The graph has a node &quot;%1&quot; for &quot;%2&quot; already.</source>
+        <translation>The graph has a node &quot;%1&quot; for &quot;%2&quot; already.</translation>
+    </message>
+    <message>
+        <source>A node to be connected is not in the graph.</source>
+        <translation>A node to be connected is not in the graph.</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no input port %2.</source>
+        <translation>The node &quot;%1&quot; has no input port %2.</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no output port %2.</source>
+        <translation>The node &quot;%1&quot; has no output port %2.</translation>
+    </message>
+    <message>
+        <source>Input port %1 of the node &quot;%2&quot; is connected already.</source>
+        <translation>Input port %1 of the node &quot;%2&quot; is connected already.</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; allows only one connection.</source>
+        <translation>Output port %1 of the node &quot;%2&quot; allows only one connection.</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; gives &quot;%3&quot;, but input port %4 of the node &quot;%5&quot; takes &quot;%6&quot;.</source>
+        <translation>Output port %1 of the node &quot;%2&quot; gives &quot;%3&quot;, but input port %4 of the node &quot;%5&quot; takes &quot;%6&quot;.</translation>
+    </message>
+    <message>
+        <source>Connecting the node &quot;%1&quot; to the node &quot;%2&quot; would close a circle.</source>
+        <translation>Connecting the node &quot;%1&quot; to the node &quot;%2&quot; would close a circle.</translation>
+    </message>
+    <message>
+        <source>Unknown error.</source>
+        <translation>Unknown error.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CNodeRegistry</name>
+    <message>
+        <source>There is no kind of node with the name &quot;%1&quot;.</source>
+        <translation>There is no kind of node with the name &quot;%1&quot;.</translation>
+    </message>
+</context>
+<context>
+    <name>PoolCli</name>
+    <message>
+        <source>No camera found.</source>
+        <translation>No camera found.</translation>
+    </message>
+    <message>
+        <source>NAME</source>
+        <translation>NAME</translation>
+    </message>
+    <message>
+        <source>MODEL</source>
+        <translation>MODEL</translation>
+    </message>
+    <message>
+        <source>SERIAL</source>
+        <translation>SERIAL</translation>
+    </message>
+    <message>
+        <source>USER NAME</source>
+        <translation>USER NAME</translation>
+    </message>
+    <message>
+        <source>TYPE</source>
+        <translation>TYPE</translation>
+    </message>
+    <message>
+        <source>ADDRESS</source>
+        <translation>ADDRESS</translation>
+    </message>
+    <message>
+        <source>Watching; Ctrl-C ends.</source>
+        <translation>Watching; Ctrl-C ends.</translation>
+    </message>
+    <message>
+        <source>PROPERTY</source>
+        <translation>PROPERTY</translation>
+    </message>
+    <message>
+        <source>VALUE</source>
+        <translation>VALUE</translation>
+    </message>
+    <message>
+        <source>%1 does not start grabbing: %2</source>
+        <translation>%1 does not start grabbing: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s</source>
+        <translation>%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s</translation>
+    </message>
+    <message>
+        <source> (connection lost)</source>
+        <translation> (connection lost)</translation>
+    </message>
+    <message>
+        <source>%1 could not be written.</source>
+        <translation>%1 could not be written.</translation>
+    </message>
+    <message>
+        <source>%1: picture in %2</source>
+        <translation>%1: picture in %2</translation>
+    </message>
+    <message>
+        <source>%1 gave no image: %2</source>
+        <translation>%1 gave no image: %2</translation>
+    </message>
+    <message>
+        <source>none arrived in time.</source>
+        <translation>none arrived in time.</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels in %3</source>
+        <translation>%1 x %2 pixels in %3</translation>
+    </message>
+    <message>
+        <source>%1 has no feature %2.</source>
+        <translation>%1 has no feature %2.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 cannot be read: %2</translation>
+    </message>
+    <message>
+        <source>There is no feature %1.</source>
+        <translation>There is no feature %1.</translation>
+    </message>
+    <message>
+        <source>%1 is no command; give a value as %1=VALUE.</source>
+        <translation>%1 is no command; give a value as %1=VALUE.</translation>
+    </message>
+    <message>
+        <source>%1 was refused: %2</source>
+        <translation>%1 was refused: %2</translation>
+    </message>
+    <message>
+        <source>%1 done</source>
+        <translation>%1 done</translation>
+    </message>
+    <message>
+        <source>There is no camera.</source>
+        <translation>There is no camera.</translation>
+    </message>
+    <message>
+        <source>There are %1 cameras; name one of them.</source>
+        <translation>There are %1 cameras; name one of them.</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>%1 could not be opened: %2</translation>
+    </message>
+    <message>
+        <source>it is in exclusive use.</source>
+        <translation>it is in exclusive use.</translation>
+    </message>
+    <message>
+        <source>%1 has no parameters.</source>
+        <translation>%1 has no parameters.</translation>
+    </message>
+</context>
+</TS>

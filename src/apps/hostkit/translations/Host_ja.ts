@@ -1,0 +1,344 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>Core::Plugin::CPluginManager</name>
+    <message>
+        <source>unknown error</source>
+        <translation>不明なエラー</translation>
+    </message>
+    <message>
+        <source>The plugin folder &quot;%1&quot; cannot be read.</source>
+        <translation>プラグインフォルダー「%1」を読み取れません。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; was not started, because the plugin &quot;%2&quot; that it needs failed.</source>
+        <translation>プラグイン「%1」は、必要なプラグイン「%2」が失敗したため起動されませんでした。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: %2.</source>
+        <translation>プラグイン「%1」を読み込めませんでした: %2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: its instance is not a plugin.</source>
+        <translation>プラグイン「%1」を読み込めませんでした: インスタンスがプラグインではありません。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized.</source>
+        <translation>プラグイン「%1」を初期化できませんでした。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized: %2.</source>
+        <translation>プラグイン「%1」を初期化できませんでした: %2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start.</source>
+        <translation>プラグイン「%1」は起動を完了できませんでした。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start: %2.</source>
+        <translation>プラグイン「%1」は起動を完了できませんでした: %2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; failed while stopping: %2.</source>
+        <translation>プラグイン「%1」は停止中に失敗しました: %2。</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginMetadata</name>
+    <message>
+        <source>The plugin file &quot;%1&quot; does not exist.</source>
+        <translation>プラグインファイル「%1」は存在しません。</translation>
+    </message>
+    <message>
+        <source>it has no plugin metadata</source>
+        <translation>プラグインのメタデータがありません</translation>
+    </message>
+    <message>
+        <source>its interface identifier is &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <translation>インターフェイス識別子が「%2」ではなく「%1」です</translation>
+    </message>
+    <message>
+        <source>its metadata has no object &quot;MetaData&quot;</source>
+        <translation>メタデータにオブジェクト「MetaData」がありません</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not true or false</source>
+        <translation>メタデータの項目「%1」が真偽値ではありません</translation>
+    </message>
+    <message>
+        <source>its metadata has no name</source>
+        <translation>メタデータに名前がありません</translation>
+    </message>
+    <message>
+        <source>its compatible version %1 is newer than its version %2</source>
+        <translation>互換バージョン %1 がバージョン %2 より新しくなっています</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a list</source>
+        <translation>メタデータの項目「%1」がリストではありません</translation>
+    </message>
+    <message>
+        <source>dependency number %1 of its metadata has no name</source>
+        <translation>メタデータの依存関係 %1 番に名前がありません</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a text</source>
+        <translation>メタデータの項目「%1」がテキストではありません</translation>
+    </message>
+    <message>
+        <source>its metadata has no entry &quot;%1&quot;</source>
+        <translation>メタデータに項目「%1」がありません</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata, &quot;%2&quot;, is not a version</source>
+        <translation>メタデータの項目「%1」の「%2」はバージョンではありません</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; is not a plugin that can be used: %2.</source>
+        <translation>ファイル「%1」は使用できるプラグインではありません: %2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3.</source>
+        <translation>プラグイン「%1」(%2) は使用できません: %3。</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginResolver</name>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3 has the same name.</source>
+        <translation>プラグイン「%1」(%2) は使用できません: %3 が同じ名前です。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, which is missing.</source>
+        <translation>プラグイン「%1」にはプラグイン「%2」のバージョン %3 が必要ですが、見つかりません。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, but that one has version %4, compatible down to %5.</source>
+        <translation>プラグイン「%1」にはプラグイン「%2」のバージョン %3 が必要ですが、そのバージョンは %4（%5 まで互換）です。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot;, which cannot be used.</source>
+        <translation>プラグイン「%1」に必要なプラグイン「%2」が使用できません。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; depends on itself: %2.</source>
+        <translation>プラグイン「%1」が自分自身に依存しています: %2。</translation>
+    </message>
+</context>
+<context>
+    <name>HostKit</name>
+    <message>
+        <source>There is no camera called &quot;%1&quot;.</source>
+        <translation>「%1」という名前のカメラはありません。</translation>
+    </message>
+    <message>
+        <source>Several cameras are called &quot;%1&quot;: %2.</source>
+        <translation>「%1」という名前のカメラが複数あります: %2。</translation>
+    </message>
+    <message>
+        <source>No plugin offers the service %1.</source>
+        <translation>サービス %1 を提供するプラグインがありません。</translation>
+    </message>
+    <message>
+        <source>The pixel format 0x%1 cannot be shown.</source>
+        <translation>ピクセルフォーマット 0x%1 は表示できません。</translation>
+    </message>
+    <message>
+        <source>An image of %1 x %2 pixels cannot be shown.</source>
+        <translation>%1 x %2 ピクセルの画像は表示できません。</translation>
+    </message>
+    <message>
+        <source>The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.</source>
+        <translation>画像は %1 バイトですが、%4 の %2 x %3 ピクセルには %5 バイト必要です。</translation>
+    </message>
+    <message>
+        <source>There is no image.</source>
+        <translation>画像がありません。</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterCollection::CParameterCollection</name>
+    <message>
+        <source>No node map has been announced under %1.</source>
+        <translation>%1 にはノードマップが登録されていません。</translation>
+    </message>
+    <message>
+        <source>The node map under %1 is being detached.</source>
+        <translation>%1 のノードマップは切り離し中です。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CDataProcessingGraph</name>
+    <message>
+        <source>A null node cannot be added to the graph.</source>
+        <translation>空のノードはグラフに追加できません。</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; is in the graph already.</source>
+        <translation>ノード「%1」は既にグラフにあります。</translation>
+    </message>
+    <message>
+        <source>The graph has a node &quot;%1&quot; for &quot;%2&quot; already.</source>
+        <translation>グラフには「%2」のノード「%1」が既にあります。</translation>
+    </message>
+    <message>
+        <source>A node to be connected is not in the graph.</source>
+        <translation>接続するノードがグラフにありません。</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no input port %2.</source>
+        <translation>ノード「%1」に入力ポート %2 はありません。</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no output port %2.</source>
+        <translation>ノード「%1」に出力ポート %2 はありません。</translation>
+    </message>
+    <message>
+        <source>Input port %1 of the node &quot;%2&quot; is connected already.</source>
+        <translation>ノード「%2」の入力ポート %1 は既に接続されています。</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; allows only one connection.</source>
+        <translation>ノード「%2」の出力ポート %1 は接続を一つだけ許可します。</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; gives &quot;%3&quot;, but input port %4 of the node &quot;%5&quot; takes &quot;%6&quot;.</source>
+        <translation>ノード「%2」の出力ポート %1 は「%3」を出力しますが、ノード「%5」の入力ポート %4 は「%6」を受け取ります。</translation>
+    </message>
+    <message>
+        <source>Connecting the node &quot;%1&quot; to the node &quot;%2&quot; would close a circle.</source>
+        <translation>ノード「%1」をノード「%2」に接続すると循環になります。</translation>
+    </message>
+    <message>
+        <source>Unknown error.</source>
+        <translation>不明なエラーです。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CNodeRegistry</name>
+    <message>
+        <source>There is no kind of node with the name &quot;%1&quot;.</source>
+        <translation>「%1」という種類のノードはありません。</translation>
+    </message>
+</context>
+<context>
+    <name>PoolCli</name>
+    <message>
+        <source>No camera found.</source>
+        <translation>カメラが見つかりません。</translation>
+    </message>
+    <message>
+        <source>NAME</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>MODEL</source>
+        <translation>型式</translation>
+    </message>
+    <message>
+        <source>SERIAL</source>
+        <translation>シリアル番号</translation>
+    </message>
+    <message>
+        <source>USER NAME</source>
+        <translation>ユーザー名</translation>
+    </message>
+    <message>
+        <source>TYPE</source>
+        <translation>種類</translation>
+    </message>
+    <message>
+        <source>ADDRESS</source>
+        <translation>アドレス</translation>
+    </message>
+    <message>
+        <source>Watching; Ctrl-C ends.</source>
+        <translation>監視中です。Ctrl-C で終了します。</translation>
+    </message>
+    <message>
+        <source>PROPERTY</source>
+        <translation>プロパティ</translation>
+    </message>
+    <message>
+        <source>VALUE</source>
+        <translation>値</translation>
+    </message>
+    <message>
+        <source>%1 does not start grabbing: %2</source>
+        <translation>%1 は取り込みを開始しません: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s</source>
+        <translation>%1: 画像 %2、失敗 %3、欠落 %4、%5 fps、%6 MB/s</translation>
+    </message>
+    <message>
+        <source> (connection lost)</source>
+        <translation>（接続が失われました）</translation>
+    </message>
+    <message>
+        <source>%1 could not be written.</source>
+        <translation>%1 に書き込めませんでした。</translation>
+    </message>
+    <message>
+        <source>%1: picture in %2</source>
+        <translation>%1: 画像は %2</translation>
+    </message>
+    <message>
+        <source>%1 gave no image: %2</source>
+        <translation>%1 から画像が得られませんでした: %2</translation>
+    </message>
+    <message>
+        <source>none arrived in time.</source>
+        <translation>時間内に届きませんでした。</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels in %3</source>
+        <translation>%1 x %2 ピクセル: %3</translation>
+    </message>
+    <message>
+        <source>%1 has no feature %2.</source>
+        <translation>%1 に機能 %2 はありません。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 を読み取れません: %2</translation>
+    </message>
+    <message>
+        <source>There is no feature %1.</source>
+        <translation>機能 %1 はありません。</translation>
+    </message>
+    <message>
+        <source>%1 is no command; give a value as %1=VALUE.</source>
+        <translation>%1 はコマンドではありません。%1=値 の形で値を指定してください。</translation>
+    </message>
+    <message>
+        <source>%1 was refused: %2</source>
+        <translation>%1 は拒否されました: %2</translation>
+    </message>
+    <message>
+        <source>%1 done</source>
+        <translation>%1 完了</translation>
+    </message>
+    <message>
+        <source>There is no camera.</source>
+        <translation>カメラがありません。</translation>
+    </message>
+    <message>
+        <source>There are %1 cameras; name one of them.</source>
+        <translation>カメラが %1 台あります。いずれかを指定してください。</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>%1 を開けませんでした: %2</translation>
+    </message>
+    <message>
+        <source>it is in exclusive use.</source>
+        <translation>排他的に使用中です。</translation>
+    </message>
+    <message>
+        <source>%1 has no parameters.</source>
+        <translation>%1 にパラメーターはありません。</translation>
+    </message>
+</context>
+</TS>

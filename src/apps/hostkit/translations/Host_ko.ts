@@ -1,0 +1,344 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ko" sourcelanguage="en">
+<context>
+    <name>Core::Plugin::CPluginManager</name>
+    <message>
+        <source>unknown error</source>
+        <translation>알 수 없는 오류</translation>
+    </message>
+    <message>
+        <source>The plugin folder &quot;%1&quot; cannot be read.</source>
+        <translation>플러그인 폴더 &quot;%1&quot;을(를) 읽을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; was not started, because the plugin &quot;%2&quot; that it needs failed.</source>
+        <translation>플러그인 &quot;%1&quot;은(는) 필요한 플러그인 &quot;%2&quot;이(가) 실패하여 시작되지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: %2.</source>
+        <translation>플러그인 &quot;%1&quot;을(를) 불러올 수 없습니다: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: its instance is not a plugin.</source>
+        <translation>플러그인 &quot;%1&quot;을(를) 불러올 수 없습니다: 인스턴스가 플러그인이 아닙니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized.</source>
+        <translation>플러그인 &quot;%1&quot;을(를) 초기화할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized: %2.</source>
+        <translation>플러그인 &quot;%1&quot;을(를) 초기화할 수 없습니다: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start.</source>
+        <translation>플러그인 &quot;%1&quot;이(가) 시작을 마칠 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start: %2.</source>
+        <translation>플러그인 &quot;%1&quot;이(가) 시작을 마칠 수 없습니다: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; failed while stopping: %2.</source>
+        <translation>플러그인 &quot;%1&quot;이(가) 정지 중에 실패했습니다: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginMetadata</name>
+    <message>
+        <source>The plugin file &quot;%1&quot; does not exist.</source>
+        <translation>플러그인 파일 &quot;%1&quot;이(가) 없습니다.</translation>
+    </message>
+    <message>
+        <source>it has no plugin metadata</source>
+        <translation>플러그인 메타데이터가 없습니다</translation>
+    </message>
+    <message>
+        <source>its interface identifier is &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <translation>인터페이스 식별자가 &quot;%2&quot;이(가) 아니라 &quot;%1&quot;입니다</translation>
+    </message>
+    <message>
+        <source>its metadata has no object &quot;MetaData&quot;</source>
+        <translation>메타데이터에 &quot;MetaData&quot; 객체가 없습니다</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not true or false</source>
+        <translation>메타데이터 항목 &quot;%1&quot;이(가) 참 또는 거짓이 아닙니다</translation>
+    </message>
+    <message>
+        <source>its metadata has no name</source>
+        <translation>메타데이터에 이름이 없습니다</translation>
+    </message>
+    <message>
+        <source>its compatible version %1 is newer than its version %2</source>
+        <translation>호환 버전 %1이(가) 버전 %2보다 최신입니다</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a list</source>
+        <translation>메타데이터 항목 &quot;%1&quot;이(가) 목록이 아닙니다</translation>
+    </message>
+    <message>
+        <source>dependency number %1 of its metadata has no name</source>
+        <translation>메타데이터의 %1번 의존성에 이름이 없습니다</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a text</source>
+        <translation>메타데이터 항목 &quot;%1&quot;이(가) 텍스트가 아닙니다</translation>
+    </message>
+    <message>
+        <source>its metadata has no entry &quot;%1&quot;</source>
+        <translation>메타데이터에 항목 &quot;%1&quot;이(가) 없습니다</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata, &quot;%2&quot;, is not a version</source>
+        <translation>메타데이터 항목 &quot;%1&quot;의 &quot;%2&quot;은(는) 버전이 아닙니다</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; is not a plugin that can be used: %2.</source>
+        <translation>파일 &quot;%1&quot;은(는) 사용할 수 있는 플러그인이 아닙니다: %2.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3.</source>
+        <translation>플러그인 &quot;%1&quot;(%2)을(를) 사용할 수 없습니다: %3.</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginResolver</name>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3 has the same name.</source>
+        <translation>플러그인 &quot;%1&quot;(%2)을(를) 사용할 수 없습니다: %3의 이름이 같습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, which is missing.</source>
+        <translation>플러그인 &quot;%1&quot;에는 플러그인 &quot;%2&quot;의 버전 %3이(가) 필요하지만 없습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, but that one has version %4, compatible down to %5.</source>
+        <translation>플러그인 &quot;%1&quot;에는 플러그인 &quot;%2&quot;의 버전 %3이(가) 필요하지만 그 버전은 %4이며 %5까지 호환됩니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot;, which cannot be used.</source>
+        <translation>플러그인 &quot;%1&quot;에 필요한 플러그인 &quot;%2&quot;을(를) 사용할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; depends on itself: %2.</source>
+        <translation>플러그인 &quot;%1&quot;이(가) 자기 자신에 의존합니다: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>HostKit</name>
+    <message>
+        <source>There is no camera called &quot;%1&quot;.</source>
+        <translation>&quot;%1&quot;(이)라는 카메라가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Several cameras are called &quot;%1&quot;: %2.</source>
+        <translation>&quot;%1&quot;(이)라는 카메라가 여러 대 있습니다: %2.</translation>
+    </message>
+    <message>
+        <source>No plugin offers the service %1.</source>
+        <translation>서비스 %1을(를) 제공하는 플러그인이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The pixel format 0x%1 cannot be shown.</source>
+        <translation>픽셀 형식 0x%1은(는) 표시할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>An image of %1 x %2 pixels cannot be shown.</source>
+        <translation>%1 x %2 픽셀의 이미지는 표시할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.</source>
+        <translation>이미지는 %1바이트이지만 %4의 %2 x %3 픽셀에는 %5바이트가 필요합니다.</translation>
+    </message>
+    <message>
+        <source>There is no image.</source>
+        <translation>이미지가 없습니다.</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterCollection::CParameterCollection</name>
+    <message>
+        <source>No node map has been announced under %1.</source>
+        <translation>%1에 등록된 노드 맵이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The node map under %1 is being detached.</source>
+        <translation>%1의 노드 맵을 분리하는 중입니다.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CDataProcessingGraph</name>
+    <message>
+        <source>A null node cannot be added to the graph.</source>
+        <translation>빈 노드는 그래프에 추가할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; is in the graph already.</source>
+        <translation>노드 &quot;%1&quot;은(는) 이미 그래프에 있습니다.</translation>
+    </message>
+    <message>
+        <source>The graph has a node &quot;%1&quot; for &quot;%2&quot; already.</source>
+        <translation>그래프에 &quot;%2&quot;의 노드 &quot;%1&quot;이(가) 이미 있습니다.</translation>
+    </message>
+    <message>
+        <source>A node to be connected is not in the graph.</source>
+        <translation>연결할 노드가 그래프에 없습니다.</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no input port %2.</source>
+        <translation>노드 &quot;%1&quot;에 입력 포트 %2이(가) 없습니다.</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no output port %2.</source>
+        <translation>노드 &quot;%1&quot;에 출력 포트 %2이(가) 없습니다.</translation>
+    </message>
+    <message>
+        <source>Input port %1 of the node &quot;%2&quot; is connected already.</source>
+        <translation>노드 &quot;%2&quot;의 입력 포트 %1은(는) 이미 연결되어 있습니다.</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; allows only one connection.</source>
+        <translation>노드 &quot;%2&quot;의 출력 포트 %1은(는) 연결을 하나만 허용합니다.</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; gives &quot;%3&quot;, but input port %4 of the node &quot;%5&quot; takes &quot;%6&quot;.</source>
+        <translation>노드 &quot;%2&quot;의 출력 포트 %1은(는) &quot;%3&quot;을(를) 내보내지만 노드 &quot;%5&quot;의 입력 포트 %4은(는) &quot;%6&quot;을(를) 받습니다.</translation>
+    </message>
+    <message>
+        <source>Connecting the node &quot;%1&quot; to the node &quot;%2&quot; would close a circle.</source>
+        <translation>노드 &quot;%1&quot;을(를) 노드 &quot;%2&quot;에 연결하면 순환이 생깁니다.</translation>
+    </message>
+    <message>
+        <source>Unknown error.</source>
+        <translation>알 수 없는 오류입니다.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CNodeRegistry</name>
+    <message>
+        <source>There is no kind of node with the name &quot;%1&quot;.</source>
+        <translation>&quot;%1&quot;(이)라는 종류의 노드가 없습니다.</translation>
+    </message>
+</context>
+<context>
+    <name>PoolCli</name>
+    <message>
+        <source>No camera found.</source>
+        <translation>카메라를 찾을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>NAME</source>
+        <translation>이름</translation>
+    </message>
+    <message>
+        <source>MODEL</source>
+        <translation>모델</translation>
+    </message>
+    <message>
+        <source>SERIAL</source>
+        <translation>일련 번호</translation>
+    </message>
+    <message>
+        <source>USER NAME</source>
+        <translation>사용자 이름</translation>
+    </message>
+    <message>
+        <source>TYPE</source>
+        <translation>유형</translation>
+    </message>
+    <message>
+        <source>ADDRESS</source>
+        <translation>주소</translation>
+    </message>
+    <message>
+        <source>Watching; Ctrl-C ends.</source>
+        <translation>감시 중입니다. Ctrl-C로 끝냅니다.</translation>
+    </message>
+    <message>
+        <source>PROPERTY</source>
+        <translation>속성</translation>
+    </message>
+    <message>
+        <source>VALUE</source>
+        <translation>값</translation>
+    </message>
+    <message>
+        <source>%1 does not start grabbing: %2</source>
+        <translation>%1이(가) 취득을 시작하지 않습니다: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s</source>
+        <translation>%1: 이미지 %2, 실패 %3, 누락 %4, %5 fps, %6 MB/s</translation>
+    </message>
+    <message>
+        <source> (connection lost)</source>
+        <translation> (연결이 끊어짐)</translation>
+    </message>
+    <message>
+        <source>%1 could not be written.</source>
+        <translation>%1을(를) 쓸 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>%1: picture in %2</source>
+        <translation>%1: 그림은 %2</translation>
+    </message>
+    <message>
+        <source>%1 gave no image: %2</source>
+        <translation>%1에서 이미지를 받지 못했습니다: %2</translation>
+    </message>
+    <message>
+        <source>none arrived in time.</source>
+        <translation>제시간에 도착하지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels in %3</source>
+        <translation>%1 x %2 픽셀: %3</translation>
+    </message>
+    <message>
+        <source>%1 has no feature %2.</source>
+        <translation>%1에 기능 %2이(가) 없습니다.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1을(를) 읽을 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>There is no feature %1.</source>
+        <translation>기능 %1이(가) 없습니다.</translation>
+    </message>
+    <message>
+        <source>%1 is no command; give a value as %1=VALUE.</source>
+        <translation>%1은(는) 명령이 아닙니다. %1=값 형식으로 값을 지정하십시오.</translation>
+    </message>
+    <message>
+        <source>%1 was refused: %2</source>
+        <translation>%1이(가) 거부되었습니다: %2</translation>
+    </message>
+    <message>
+        <source>%1 done</source>
+        <translation>%1 완료</translation>
+    </message>
+    <message>
+        <source>There is no camera.</source>
+        <translation>카메라가 없습니다.</translation>
+    </message>
+    <message>
+        <source>There are %1 cameras; name one of them.</source>
+        <translation>카메라가 %1대 있습니다. 하나를 지정하십시오.</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>%1을(를) 열 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>it is in exclusive use.</source>
+        <translation>독점 사용 중입니다.</translation>
+    </message>
+    <message>
+        <source>%1 has no parameters.</source>
+        <translation>%1에 매개변수가 없습니다.</translation>
+    </message>
+</context>
+</TS>

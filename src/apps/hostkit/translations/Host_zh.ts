@@ -1,0 +1,344 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>Core::Plugin::CPluginManager</name>
+    <message>
+        <source>unknown error</source>
+        <translation>未知错误</translation>
+    </message>
+    <message>
+        <source>The plugin folder &quot;%1&quot; cannot be read.</source>
+        <translation>无法读取插件文件夹“%1”。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; was not started, because the plugin &quot;%2&quot; that it needs failed.</source>
+        <translation>插件“%1”未启动，因为它所需的插件“%2”失败了。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: %2.</source>
+        <translation>无法加载插件“%1”：%2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be loaded: its instance is not a plugin.</source>
+        <translation>无法加载插件“%1”：其实例不是插件。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized.</source>
+        <translation>无法初始化插件“%1”。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not be initialized: %2.</source>
+        <translation>无法初始化插件“%1”：%2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start.</source>
+        <translation>插件“%1”未能完成启动。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; could not finish its start: %2.</source>
+        <translation>插件“%1”未能完成启动：%2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; failed while stopping: %2.</source>
+        <translation>插件“%1”在停止时失败：%2。</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginMetadata</name>
+    <message>
+        <source>The plugin file &quot;%1&quot; does not exist.</source>
+        <translation>插件文件“%1”不存在。</translation>
+    </message>
+    <message>
+        <source>it has no plugin metadata</source>
+        <translation>它没有插件元数据</translation>
+    </message>
+    <message>
+        <source>its interface identifier is &quot;%1&quot; instead of &quot;%2&quot;</source>
+        <translation>其接口标识符是“%1”而不是“%2”</translation>
+    </message>
+    <message>
+        <source>its metadata has no object &quot;MetaData&quot;</source>
+        <translation>其元数据中没有对象“MetaData”</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not true or false</source>
+        <translation>其元数据的条目“%1”不是真假值</translation>
+    </message>
+    <message>
+        <source>its metadata has no name</source>
+        <translation>其元数据中没有名称</translation>
+    </message>
+    <message>
+        <source>its compatible version %1 is newer than its version %2</source>
+        <translation>其兼容版本 %1 比版本 %2 更新</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a list</source>
+        <translation>其元数据的条目“%1”不是列表</translation>
+    </message>
+    <message>
+        <source>dependency number %1 of its metadata has no name</source>
+        <translation>其元数据中的第 %1 个依赖项没有名称</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata is not a text</source>
+        <translation>其元数据的条目“%1”不是文本</translation>
+    </message>
+    <message>
+        <source>its metadata has no entry &quot;%1&quot;</source>
+        <translation>其元数据中没有条目“%1”</translation>
+    </message>
+    <message>
+        <source>the entry &quot;%1&quot; of its metadata, &quot;%2&quot;, is not a version</source>
+        <translation>其元数据的条目“%1”的值“%2”不是版本</translation>
+    </message>
+    <message>
+        <source>The file &quot;%1&quot; is not a plugin that can be used: %2.</source>
+        <translation>文件“%1”不是可用的插件：%2。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3.</source>
+        <translation>插件“%1”（%2）无法使用：%3。</translation>
+    </message>
+</context>
+<context>
+    <name>Core::Plugin::CPluginResolver</name>
+    <message>
+        <source>The plugin &quot;%1&quot; (%2) cannot be used: %3 has the same name.</source>
+        <translation>插件“%1”（%2）无法使用：%3 具有相同的名称。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, which is missing.</source>
+        <translation>插件“%1”需要版本 %3 的插件“%2”，但它不存在。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot; in version %3, but that one has version %4, compatible down to %5.</source>
+        <translation>插件“%1”需要版本 %3 的插件“%2”，但后者的版本是 %4，最低兼容到 %5。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; needs the plugin &quot;%2&quot;, which cannot be used.</source>
+        <translation>插件“%1”需要插件“%2”，但后者无法使用。</translation>
+    </message>
+    <message>
+        <source>The plugin &quot;%1&quot; depends on itself: %2.</source>
+        <translation>插件“%1”依赖于自身：%2。</translation>
+    </message>
+</context>
+<context>
+    <name>HostKit</name>
+    <message>
+        <source>There is no camera called &quot;%1&quot;.</source>
+        <translation>没有名为“%1”的相机。</translation>
+    </message>
+    <message>
+        <source>Several cameras are called &quot;%1&quot;: %2.</source>
+        <translation>有多台相机名为“%1”：%2。</translation>
+    </message>
+    <message>
+        <source>No plugin offers the service %1.</source>
+        <translation>没有插件提供服务 %1。</translation>
+    </message>
+    <message>
+        <source>The pixel format 0x%1 cannot be shown.</source>
+        <translation>无法显示像素格式 0x%1。</translation>
+    </message>
+    <message>
+        <source>An image of %1 x %2 pixels cannot be shown.</source>
+        <translation>无法显示 %1 x %2 像素的图像。</translation>
+    </message>
+    <message>
+        <source>The image holds %1 bytes where its %2 x %3 pixels of %4 need %5.</source>
+        <translation>图像只有 %1 字节，而 %4 的 %2 x %3 像素需要 %5 字节。</translation>
+    </message>
+    <message>
+        <source>There is no image.</source>
+        <translation>没有图像。</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterCollection::CParameterCollection</name>
+    <message>
+        <source>No node map has been announced under %1.</source>
+        <translation>%1 下没有登记节点映射。</translation>
+    </message>
+    <message>
+        <source>The node map under %1 is being detached.</source>
+        <translation>%1 下的节点映射正在分离。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CDataProcessingGraph</name>
+    <message>
+        <source>A null node cannot be added to the graph.</source>
+        <translation>不能将空节点添加到图中。</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; is in the graph already.</source>
+        <translation>节点“%1”已在图中。</translation>
+    </message>
+    <message>
+        <source>The graph has a node &quot;%1&quot; for &quot;%2&quot; already.</source>
+        <translation>图中已有用于“%2”的节点“%1”。</translation>
+    </message>
+    <message>
+        <source>A node to be connected is not in the graph.</source>
+        <translation>要连接的节点不在图中。</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no input port %2.</source>
+        <translation>节点“%1”没有输入端口 %2。</translation>
+    </message>
+    <message>
+        <source>The node &quot;%1&quot; has no output port %2.</source>
+        <translation>节点“%1”没有输出端口 %2。</translation>
+    </message>
+    <message>
+        <source>Input port %1 of the node &quot;%2&quot; is connected already.</source>
+        <translation>节点“%2”的输入端口 %1 已连接。</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; allows only one connection.</source>
+        <translation>节点“%2”的输出端口 %1 只允许一个连接。</translation>
+    </message>
+    <message>
+        <source>Output port %1 of the node &quot;%2&quot; gives &quot;%3&quot;, but input port %4 of the node &quot;%5&quot; takes &quot;%6&quot;.</source>
+        <translation>节点“%2”的输出端口 %1 提供“%3”，但节点“%5”的输入端口 %4 接受“%6”。</translation>
+    </message>
+    <message>
+        <source>Connecting the node &quot;%1&quot; to the node &quot;%2&quot; would close a circle.</source>
+        <translation>将节点“%1”连接到节点“%2”会形成环路。</translation>
+    </message>
+    <message>
+        <source>Unknown error.</source>
+        <translation>未知错误。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::DataProcessingCore::CNodeRegistry</name>
+    <message>
+        <source>There is no kind of node with the name &quot;%1&quot;.</source>
+        <translation>没有名为“%1”的节点类型。</translation>
+    </message>
+</context>
+<context>
+    <name>PoolCli</name>
+    <message>
+        <source>No camera found.</source>
+        <translation>未找到相机。</translation>
+    </message>
+    <message>
+        <source>NAME</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>MODEL</source>
+        <translation>型号</translation>
+    </message>
+    <message>
+        <source>SERIAL</source>
+        <translation>序列号</translation>
+    </message>
+    <message>
+        <source>USER NAME</source>
+        <translation>用户名</translation>
+    </message>
+    <message>
+        <source>TYPE</source>
+        <translation>类型</translation>
+    </message>
+    <message>
+        <source>ADDRESS</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>Watching; Ctrl-C ends.</source>
+        <translation>正在监视；按 Ctrl-C 结束。</translation>
+    </message>
+    <message>
+        <source>PROPERTY</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>VALUE</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>%1 does not start grabbing: %2</source>
+        <translation>%1 无法开始采集：%2</translation>
+    </message>
+    <message>
+        <source>%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s</source>
+        <translation>%1：图像 %2，失败 %3，缺失 %4，%5 fps，%6 MB/s</translation>
+    </message>
+    <message>
+        <source> (connection lost)</source>
+        <translation>（连接已丢失）</translation>
+    </message>
+    <message>
+        <source>%1 could not be written.</source>
+        <translation>无法写入 %1。</translation>
+    </message>
+    <message>
+        <source>%1: picture in %2</source>
+        <translation>%1：图片位于 %2</translation>
+    </message>
+    <message>
+        <source>%1 gave no image: %2</source>
+        <translation>%1 没有给出图像：%2</translation>
+    </message>
+    <message>
+        <source>none arrived in time.</source>
+        <translation>未及时到达。</translation>
+    </message>
+    <message>
+        <source>%1 x %2 pixels in %3</source>
+        <translation>%1 x %2 像素，位于 %3</translation>
+    </message>
+    <message>
+        <source>%1 has no feature %2.</source>
+        <translation>%1 没有功能 %2。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>There is no feature %1.</source>
+        <translation>没有功能 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is no command; give a value as %1=VALUE.</source>
+        <translation>%1 不是命令；请以 %1=值 的形式给出值。</translation>
+    </message>
+    <message>
+        <source>%1 was refused: %2</source>
+        <translation>%1 被拒绝：%2</translation>
+    </message>
+    <message>
+        <source>%1 done</source>
+        <translation>%1 完成</translation>
+    </message>
+    <message>
+        <source>There is no camera.</source>
+        <translation>没有相机。</translation>
+    </message>
+    <message>
+        <source>There are %1 cameras; name one of them.</source>
+        <translation>有 %1 台相机；请指定其中一台。</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened: %2</source>
+        <translation>无法打开 %1：%2</translation>
+    </message>
+    <message>
+        <source>it is in exclusive use.</source>
+        <translation>它正被独占使用。</translation>
+    </message>
+    <message>
+        <source>%1 has no parameters.</source>
+        <translation>%1 没有参数。</translation>
+    </message>
+</context>
+</TS>
