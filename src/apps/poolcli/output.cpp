@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <unistd.h>
 
@@ -18,6 +19,28 @@ void print(std::FILE* file, const QByteArray& bytes)
 {
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), file);
     std::fflush(file);
+}
+
+/** Columns of a terminal that the text takes: East Asian wide characters take two (Unicode TR 11). */
+int displayWidth(const QString& text)
+{
+    struct SRange
+    {
+        ushort first;
+        ushort last;
+    };
+    static constexpr std::array wide{SRange{0x1100, 0x115F}, SRange{0x2E80, 0xA4CF}, SRange{0xAC00, 0xD7A3},
+                                     SRange{0xF900, 0xFAFF}, SRange{0xFE30, 0xFE6F}, SRange{0xFF00, 0xFF60}};
+    int width = 0;
+    for (const QChar character : text)
+    {
+        const ushort code = character.unicode();
+        const bool isWide =
+            std::any_of(wide.begin(), wide.end(),
+                        [code](const SRange& range) { return code >= range.first && code <= range.last; });
+        width += isWide ? 2 : 1;
+    }
+    return width;
 }
 
 } // namespace
@@ -55,7 +78,7 @@ void printTable(const QVector<QVector<QString>>& rows)
         widths.resize(std::max(widths.size(), row.size()));
         for (int column = 0; column < row.size(); ++column)
         {
-            widths[column] = std::max(widths[column], row[column].size());
+            widths[column] = std::max(widths[column], displayWidth(row[column]));
         }
     }
     for (const auto& row : rows)
@@ -63,7 +86,11 @@ void printTable(const QVector<QVector<QString>>& rows)
         QString line;
         for (int column = 0; column < row.size(); ++column)
         {
-            line += column + 1 < row.size() ? row[column].leftJustified(widths[column] + 2) : row[column];
+            line += row[column];
+            if (column + 1 < row.size())
+            {
+                line += QString(widths[column] + 2 - displayWidth(row[column]), QLatin1Char(' '));
+            }
         }
         printLine(line);
     }
