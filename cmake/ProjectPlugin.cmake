@@ -14,6 +14,7 @@ endfunction()
 # A module (see project_add_module) that is a Qt plugin of the application. Its metadata file is named by its
 # Q_PLUGIN_METADATA; a change of any *.json file of the folder makes moc run again.
 function(project_add_plugin name)
+  set(CAMERAPOOL_INSTALL_LIBRARIES lib/camerapool/plugins)
   project_add_module(${name} FAMILY plugin QT ${ARGN})
   file(GLOB metadata CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.json" "${CMAKE_CURRENT_SOURCE_DIR}/internal/*.json")
   set_property(TARGET ${name} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS "${metadata}")
