@@ -67,17 +67,21 @@ void CTransportLayerInfo::replaceCameraInfoList(const CCameraInfoList& list, boo
 bool CTransportLayerInfo::removeCamera(const QSharedPointer<ICameraInfo>& camera)
 {
     const QMutexLocker locker(&m_mutex);
-    const auto isCamera = [&camera](const auto& candidate)
+    // A new list, not the old one shortened: whoever holds a copy of that one may still be reading it.
+    CCameraInfoList kept;
+    kept.reserve(m_cameraInfoList.size());
+    for (const auto& candidate : qAsConst(m_cameraInfoList))
     {
-        return candidate.data() == camera.data();
-    };
-    const auto end = m_cameraInfoList.cend();
-    const auto found = std::find_if(m_cameraInfoList.cbegin(), end, isCamera);
-    if (found == end)
+        if (candidate.data() != camera.data())
+        {
+            kept.append(candidate);
+        }
+    }
+    if (kept.size() == m_cameraInfoList.size())
     {
         return false;
     }
-    m_cameraInfoList.remove(static_cast<int>(found - m_cameraInfoList.cbegin()));
+    m_cameraInfoList = kept;
     setHaveContainedCamerasChanged(true);
     return true;
 }
