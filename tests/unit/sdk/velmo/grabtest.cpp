@@ -254,11 +254,12 @@ TEST_F(Grab, stopFromTheHandlerAndFromOutsideAtOnceDoNotDeadlock)
 TEST_F(Grab, handlerMayStartTheNextGrab)
 {
     Open();
-    std::atomic<int> restarts{0};
+    // Shared with the handler, whose last call may come after this function's end.
+    const auto restarts = std::make_shared<std::atomic<int>>(0);
     recorder.At("GrabStopped",
-                [&](CInstantCamera& c)
+                [restarts](CInstantCamera& c)
                 {
-                    if (restarts++ == 0)
+                    if ((*restarts)++ == 0)
                     {
                         c.StartGrabbing(1, GrabStrategy_OneByOne, GrabLoop_ProvidedByInstantCamera);
                     }
