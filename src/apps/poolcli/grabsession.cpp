@@ -57,6 +57,7 @@ void CGrabSession::connectSignals()
                          if (SGrabCount* pCount = countOf(camera); pCount != nullptr && !pCount->stopped)
                          {
                              ++pCount->failed;
+                             ++pCount->failedSinceLast;
                          }
                      });
     QObject::connect(&status, &ICameraStatusService::cameraStatisticUpdated, &m_receiver,
@@ -89,8 +90,10 @@ void CGrabSession::onImage(SGrabCount& count, const Velmo::CGrabResultPtr& resul
     const quint64 id = result->GetBlockID();
     if (count.lastBlockId != 0 && id > count.lastBlockId + 1)
     {
-        count.missing += static_cast<qint64>(id - count.lastBlockId - 1);
+        const auto gap = static_cast<qint64>(id - count.lastBlockId - 1);
+        count.missing += std::max<qint64>(0, gap - count.failedSinceLast);
     }
+    count.failedSinceLast = 0;
     count.lastBlockId = id;
     count.last = result;
     if (m_options.images > 0 && count.images >= m_options.images)
@@ -196,10 +199,33 @@ void CGrabSession::printSummary() const
     printJson(array);
 }
 
-int CGrabSession::exitCode() const
+bool CGrabSession::isBarren(const SGrabCount& count)
+{
+    return count.images == 0 && !m_session.interrupt().wasRaised();
+}
+
+void CGrabSession::printFailures()
+{
+    for (const SGrabCount& count : m_counts)
+    {
+        const QString name = printable(count.camera->getFriendlyName());
+        if (count.lost)
+        {
+            printError(CTexts::tr("%1: the connection to the camera was lost.").arg(name));
+        }
+        else if (isBarren(count))
+        {
+            const QString reason = count.camera->errorString();
+            printError(CTexts::tr("%1 gave no image: %2")
+                           .arg(name, reason.isEmpty() ? CTexts::tr("none arrived in time.") : reason));
+        }
+    }
+}
+
+int CGrabSession::exitCode()
 {
     const bool bad = std::any_of(m_counts.begin(), m_counts.end(),
-                                 [](const SGrabCount& count) { return count.lost || count.images == 0; });
+                                 [this](const SGrabCount& count) { return count.lost || isBarren(count); });
     return bad ? ExitRefused : ExitDone;
 }
 

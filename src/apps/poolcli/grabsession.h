@@ -23,13 +23,13 @@ struct SGrabCount
     HostKit::CameraInfoPtr camera;
     qint64 images = 0;
     qint64 failed = 0;
-    qint64 missing = 0; // gaps in the camera's frame numbers
+    qint64 missing = 0;         // gaps in the camera's frame numbers that no failed image explains
+    qint64 failedSinceLast = 0; // since the last good image
     qint64 bytes = 0;
     quint64 lastBlockId = 0;
     double fps = 0.0;
     quint64 bytesPerSecond = 0;
     bool lost = false;
-    bool running = false;
     bool stopped = false; // as many images as were asked for
     Velmo::CGrabResultPtr last;
 };
@@ -50,15 +50,18 @@ public:
      * not start. */
     void run();
     void printSummary() const;
+    /** Says on stderr what makes exitCode() ExitRefused. */
+    void printFailures();
     const QVector<SGrabCount>& counts() const { return m_counts; }
-    /** ExitRefused when a camera was lost or gave no image at all. */
-    int exitCode() const;
+    /** ExitRefused when a camera was lost, or gave no image at all though nobody ended the grab early. */
+    int exitCode();
 
 private:
     void connectSignals();
     SGrabCount* countOf(const HostKit::CameraInfoPtr& camera);
     void onImage(SGrabCount& count, const Velmo::CGrabResultPtr& result);
     bool isOver() const;
+    bool isBarren(const SGrabCount& count);
     void showLive();
     QJsonObject describe(const SGrabCount& count) const;
 

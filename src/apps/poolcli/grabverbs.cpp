@@ -84,6 +84,7 @@ int runGrab(CSession& session, const SOptions& options)
         }
     }
     grab.printSummary();
+    grab.printFailures();
     return grab.exitCode();
 }
 
@@ -151,6 +152,7 @@ int runStats(CSession& session, const SOptions& options)
     grab.setStatisticsOnly(true);
     grab.run();
     grab.printSummary();
+    grab.printFailures();
     return grab.exitCode();
 }
 

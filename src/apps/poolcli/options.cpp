@@ -30,6 +30,7 @@ struct SRaw
     bool json = false;
 };
 
+constexpr double shortestSeconds = 0.001; // 0 ms would mean no limit
 constexpr double longestSeconds = 1e6;
 
 void addCommon(CLI::App& verb, SRaw& raw)
@@ -49,7 +50,7 @@ void addCamera(CLI::App& verb, SRaw& raw)
 
 void addSeconds(CLI::App& verb, SRaw& raw, const std::string& text)
 {
-    verb.add_option("-s,--seconds", raw.seconds, text)->check(CLI::Range(0.0, longestSeconds));
+    verb.add_option("-s,--seconds", raw.seconds, text)->check(CLI::Range(shortestSeconds, longestSeconds));
 }
 
 void addParameterVerbs(CLI::App& app, SRaw& raw)
@@ -92,7 +93,7 @@ void addGrabVerbs(CLI::App& app, SRaw& raw)
     pSnapshot->add_option("-o,--output", raw.output, "The file; by default model-serial.png");
     pSnapshot->add_option("--set", raw.settings, "NAME=VALUE to write before grabbing")->take_all()->expected(1);
     pSnapshot->add_option("-t,--timeout", raw.timeoutSeconds, "Seconds to wait for the image")
-        ->check(CLI::Range(0.001, longestSeconds))
+        ->check(CLI::Range(shortestSeconds, longestSeconds))
         ->capture_default_str();
 
     CLI::App* pStats = app.add_subcommand("stats", "Grab from one camera and print its statistics every second");
@@ -159,7 +160,9 @@ bool parseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
     SRaw raw;
     CLI::App app("Find, open and use cameras through the CameraPool plugin", "poolcli");
     app.set_version_flag("--version", POOLCLI_VERSION);
-    app.add_option("--language", raw.language, "Language of messages: en, ja, zh or ko")->capture_default_str();
+    app.add_option("--language", raw.language, "Language of messages: en, ja, zh or ko")
+        ->check(CLI::IsMember({"en", "ja", "zh", "ko"}))
+        ->capture_default_str();
     app.require_subcommand(1);
     app.failure_message(CLI::FailureMessage::help);
     app.footer("Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.");

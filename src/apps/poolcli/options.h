@@ -17,7 +17,6 @@ struct SOptions
     QStringList arguments;
     QStringList settings; // NAME=VALUE, applied before a grab
     bool json = false;
-    bool network = true;
     int discoveryTimeoutMs = 3000;
     int durationMs = 0;
     int images = 0;

@@ -195,6 +195,39 @@ TEST_F(PoolCliProgram, ctrlCEndsAGrabInOrder)
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
 }
 
+TEST_F(PoolCliProgram, aCameraThatDiesDuringAGrabEndsItWithOneAndAReason)
+{
+    QProcess process;
+    prepare(process);
+    process.start(QStringLiteral(POOLCLI), {QStringLiteral("grab"), QStringLiteral("EMU-B")});
+    constexpr int limitMs = 30000;
+    ASSERT_TRUE(process.waitForReadyRead(limitMs)) << "no live line";
+    writeData(R"({"cameras": [{"serial": "EMU-A", "model": "Mono"}]})");
+    ASSERT_TRUE(process.waitForFinished(limitMs)) << "the grab goes on without its camera";
+    EXPECT_EQ(process.exitCode(), 1);
+    const QByteArray err = process.readAllStandardError();
+    EXPECT_TRUE(err.contains("EMU-B") && err.contains("lost")) << err.constData();
+}
+
+TEST_F(PoolCliProgram, aGrabWithoutOneGoodImageEndsWithOneAndAReason)
+{
+    writeData(R"({"cameras": [{"serial": "BAD", "faults": {"failEveryNth": 1}}]})");
+    const SOutcome outcome = run({QStringLiteral("grab"), QStringLiteral("--seconds"), QStringLiteral("1")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("BAD")) << outcome.err.constData();
+}
+
+TEST_F(PoolCliProgram, failedImagesAreNotCountedAsMissingToo)
+{
+    writeData(R"({"cameras": [{"serial": "THIRD", "faults": {"failEveryNth": 3}}]})");
+    const SOutcome outcome =
+        run({QStringLiteral("grab"), QStringLiteral("-n"), QStringLiteral("6"), QStringLiteral("--json")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    const QJsonObject camera = outcome.json().array().at(0).toObject();
+    EXPECT_GE(camera.value(QStringLiteral("failed")).toInt(), 2);
+    EXPECT_EQ(camera.value(QStringLiteral("missing")).toInt(), 0);
+}
+
 TEST_F(PoolCliProgram, watchShowsACameraThatIsUnplugged)
 {
     QProcess process;

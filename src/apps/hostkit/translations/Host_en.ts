@@ -340,5 +340,9 @@
         <source>%1 has no parameters.</source>
         <translation>%1 has no parameters.</translation>
     </message>
+    <message>
+        <source>%1: the connection to the camera was lost.</source>
+        <translation>%1: the connection to the camera was lost.</translation>
+    </message>
 </context>
 </TS>

@@ -340,5 +340,9 @@
         <source>%1 has no parameters.</source>
         <translation>%1에 매개변수가 없습니다.</translation>
     </message>
+    <message>
+        <source>%1: the connection to the camera was lost.</source>
+        <translation>%1: 카메라와의 연결이 끊어졌습니다.</translation>
+    </message>
 </context>
 </TS>

@@ -340,5 +340,9 @@
         <source>%1 has no parameters.</source>
         <translation>%1 没有参数。</translation>
     </message>
+    <message>
+        <source>%1: the connection to the camera was lost.</source>
+        <translation>%1：与相机的连接已丢失。</translation>
+    </message>
 </context>
 </TS>

@@ -74,6 +74,8 @@ TEST(PoolCliOptions, wrongUsageEndsWithTwo)
         {"grab", "-n", "0"},
         {"grab", "-n", "many"},
         {"grab", "--seconds", "-1"},
+        {"grab", "--seconds", "0"},
+        {"--language", "xx", "list"},
         {"features", "--visibility", "Everybody"},
         {"get", "EMU-1"},
         {"list", "--unknown"},
