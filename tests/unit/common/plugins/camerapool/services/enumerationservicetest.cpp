@@ -250,6 +250,8 @@ TEST_F(EnumerationService, interfacesAloneThatComeOrGoAreNotAnnounced)
 
 TEST_F(EnumerationService, worksOnWithoutItsPools)
 {
+    // The registries of records belong to one enumeration thread at a time.
+    m_service.setEnumerationEnabled(false);
     auto cameras = std::make_unique<CCameraPool>(nullptr);
     auto interfaces = std::make_unique<CInterfacePool>(nullptr);
     CCameraEnumerationService service(cameras.get(), interfaces.get());
