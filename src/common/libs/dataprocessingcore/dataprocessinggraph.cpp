@@ -70,7 +70,9 @@ bool CDataProcessingGraph::removeNode(const ANodeDataModelPtr& node)
     {
         return false;
     }
-    const ANodeDataModelPtr kept = node; // the argument may be the graph's own reference
+    // The argument may be the graph's own reference, which goes below.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const ANodeDataModelPtr kept = node;
     const QMap<quint64, SNodeConnection> links = m_links;
     for (auto link = links.begin(); link != links.end(); ++link)
     {

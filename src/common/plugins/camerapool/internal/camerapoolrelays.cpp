@@ -19,6 +19,7 @@ void CCameraPool::relay(const RelayPtr& relay, Slot slot, const Arguments&... ar
     if (!relay->camera.isNull())
     {
         // Held here: a receiver may take the camera from the pool.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const RelayPtr current = relay;
         const QScopedValueRollback<const SRelay*> running(m_pCurrentRelay, current.data());
         (this->*slot)(arguments...);
