@@ -4,10 +4,12 @@
 #include "camerapool/camerapoolplugin.h"
 
 #include "camerapool/internal/cameraenumerationservice.h"
+#include "camerapool/internal/cameranodedatamodel.h"
 #include "camerapool/internal/cameraparameterservice.h"
 #include "camerapool/internal/camerastreamcontrolservice.h"
 #include "camerapool/internal/controlservice.h"
 #include "camerapool/internal/statusservice.h"
+#include "dataprocessingcore/inoderegistry.h"
 
 namespace Plugin::CameraPool
 {
@@ -18,6 +20,7 @@ CCameraPoolPlugin::CCameraPoolPlugin(QObject* parent) : ALocalizedPlugin(QString
 
 CCameraPoolPlugin::~CCameraPoolPlugin()
 {
+    unregisterNode();
     m_initializer.clear();
     m_ptrStreamControlService.reset();
     m_ptrParameterService.reset();
@@ -33,6 +36,7 @@ bool CCameraPoolPlugin::initialize(QPointer<Core::Plugin::IPluginInitializer> in
     m_initializer = initializer;
     createPools();
     createServices();
+    registerNode();
     return true;
 }
 
@@ -80,6 +84,32 @@ void CCameraPoolPlugin::createServices()
     registerService(m_ptrStreamControlService);
 }
 
+void CCameraPoolPlugin::registerNode()
+{
+    if (!m_initializer)
+    {
+        return;
+    }
+    const auto registry = m_initializer->findService<DataProcessingCore::INodeRegistry>();
+    const auto create = [pool = m_cameraPool](const QSharedPointer<AppCore::IInfo>& info)
+    {
+        return CCameraNodeDataModel::create(pool, info);
+    };
+    if (!registry.isNull() && registry->registerNode(CCameraNodeDataModel::nodeName(), create))
+    {
+        m_nodeRegistry = registry;
+    }
+}
+
+void CCameraPoolPlugin::unregisterNode()
+{
+    if (const auto registry = m_nodeRegistry.toStrongRef())
+    {
+        registry->unregisterNode(CCameraNodeDataModel::nodeName());
+    }
+    m_nodeRegistry.clear();
+}
+
 bool CCameraPoolPlugin::postInitialize()
 {
     return true;
@@ -97,6 +127,7 @@ bool CCameraPoolPlugin::unInitialize(QPointer<Core::Plugin::IPluginInitializer> 
     {
         qFatal("CameraPool: the plugin initializer given to unInitialize does not exist any more.");
     }
+    unregisterNode();
     const auto all = services();
     for (const auto& service : all)
     {

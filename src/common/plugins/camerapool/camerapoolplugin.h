@@ -8,6 +8,12 @@
 
 #include <QPointer>
 #include <QSharedPointer>
+#include <QWeakPointer>
+
+namespace Plugin::DataProcessingCore
+{
+class INodeRegistry;
+} // namespace Plugin::DataProcessingCore
 
 namespace Plugin::CameraPool
 {
@@ -24,7 +30,8 @@ class CStatusService;
 } // namespace Internal
 
 /**
- * The plugin: makes the pools and the services and registers the services with the host.
+ * The plugin: makes the pools and the services and registers the services with the host, and the camera source node
+ * with the host's registry of nodes when there is one.
  *
  * Hosts get it from the plugin manager and everything else from its services. Main thread.
  */
@@ -48,6 +55,9 @@ private:
     /** False when the initializer is gone. */
     bool registerService(const QSharedPointer<Core::Service::IService>& service);
     void createServices();
+    /** Nothing when the host has no registry of nodes. */
+    void registerNode();
+    void unregisterNode();
     /** In the order of their creation; null for those that were not made. */
     QVector<QSharedPointer<Core::Service::IService>> services() const;
 
@@ -59,6 +69,7 @@ private:
     QSharedPointer<Internal::CCameraParameterService> m_ptrParameterService;
     QSharedPointer<Internal::CCameraStreamControlService> m_ptrStreamControlService;
     QPointer<Core::Plugin::IPluginInitializer> m_initializer;
+    QWeakPointer<Plugin::DataProcessingCore::INodeRegistry> m_nodeRegistry; // the one that has the node; else null
 };
 
 } // namespace Plugin::CameraPool

@@ -17,6 +17,13 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
+    <message>
+        <source>A camera source node cannot be created: the given record is not that of a camera.</source>
+        <translation>A camera source node cannot be created: the given record is not that of a camera.</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CCameraPool</name>
     <message>
         <source>No camera found for the provided camera info.</source>

@@ -17,6 +17,13 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
+    <message>
+        <source>A camera source node cannot be created: the given record is not that of a camera.</source>
+        <translation>카메라 소스 노드를 만들 수 없습니다. 지정된 레코드가 카메라의 레코드가 아닙니다.</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CCameraPool</name>
     <message>
         <source>No camera found for the provided camera info.</source>

@@ -17,6 +17,13 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
+    <message>
+        <source>A camera source node cannot be created: the given record is not that of a camera.</source>
+        <translation>无法创建相机源节点：所给的记录不是相机的记录。</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CCameraPool</name>
     <message>
         <source>No camera found for the provided camera info.</source>

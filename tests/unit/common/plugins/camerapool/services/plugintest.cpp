@@ -8,6 +8,7 @@
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/internal/camerapool.h"
+#include "dataprocessingcore/noderegistry.h"
 #include "servicecore/serviceregistry.h"
 #include "support/scriptedtransport.h"
 #include "unit/common/plugins/camerapool/testing/messagelog.h"
@@ -32,6 +33,8 @@ class CFakeInitializer : public Core::Plugin::IPluginInitializer
 public:
     void registerService(const ServicePtr& service) override { m_registered.append(service); }
     void unregisterService(const ServicePtr& service) override { m_unregistered.append(service); }
+    QVector<ServicePtr> services() const override { return m_ofOthers + m_registered; }
+    QVector<ServicePtr> m_ofOthers;
     QVector<ServicePtr> m_registered;
     QVector<ServicePtr> m_unregistered;
 };
@@ -168,6 +171,61 @@ TEST_F(CameraPoolPlugin, servicesAreReleasedInTheReverseOrderOfTheirRegistration
         m_initializer.m_registered.clear();
     }
     EXPECT_EQ(order, (QVector<int>{4, 3, 2, 1, 0}));
+}
+
+using Plugin::DataProcessingCore::CNodeRegistry;
+
+TEST_F(CameraPoolPlugin, offersItsSourceNodeWhileItIsInitialized)
+{
+    const auto registry = QSharedPointer<CNodeRegistry>::create();
+    m_initializer.m_ofOthers = {registry};
+    CCameraPoolPlugin plugin;
+    plugin.initialize(&m_initializer);
+    EXPECT_EQ(registry->nodeNames(), QStringList{QStringLiteral("KorvelCameraSource")});
+    const auto node = registry->createNode(QStringLiteral("KorvelCameraSource"));
+    ASSERT_FALSE(node.isNull());
+    EXPECT_EQ(node->name(), QStringLiteral("KorvelCameraSource"));
+    auto* const pPool = plugin.findChild<CCameraPool*>();
+    emit pPool->cameraImageGrabbed({}, Velmo::CGrabResultPtr());
+    EXPECT_FALSE(node->outData(0).isNull()) << "the node is not connected to the camera pool";
+    plugin.unInitialize(&m_initializer);
+    EXPECT_TRUE(registry->nodeNames().isEmpty());
+}
+
+TEST_F(CameraPoolPlugin, takesItsSourceNodeBackWhenItIsDestroyedWithoutUnInitialize)
+{
+    const auto registry = QSharedPointer<CNodeRegistry>::create();
+    m_initializer.m_ofOthers = {registry};
+    {
+        CCameraPoolPlugin plugin;
+        plugin.initialize(&m_initializer);
+        m_initializer.m_registered.clear();
+    }
+    EXPECT_TRUE(registry->nodeNames().isEmpty());
+}
+
+TEST_F(CameraPoolPlugin, leavesAnothersNodeOfTheSameNameAlone)
+{
+    const auto registry = QSharedPointer<CNodeRegistry>::create();
+    const Plugin::DataProcessingCore::NodeCreator creator = [](const auto&)
+    {
+        return Plugin::DataProcessingCore::ANodeDataModelPtr();
+    };
+    registry->registerNode(QStringLiteral("KorvelCameraSource"), creator);
+    m_initializer.m_ofOthers = {registry};
+    CCameraPoolPlugin plugin;
+    EXPECT_TRUE(plugin.initialize(&m_initializer));
+    plugin.unInitialize(&m_initializer);
+    EXPECT_EQ(registry->nodeNames().size(), 1);
+}
+
+TEST_F(CameraPoolPlugin, outlivesTheRegistryOfNodes)
+{
+    m_initializer.m_ofOthers = {QSharedPointer<CNodeRegistry>::create()};
+    CCameraPoolPlugin plugin;
+    plugin.initialize(&m_initializer);
+    m_initializer.m_ofOthers.clear();
+    EXPECT_TRUE(plugin.unInitialize(&m_initializer));
 }
 
 TEST(CameraPoolPluginDeathTest, unInitializeWithoutAnInitializerIsFatal)
