@@ -32,16 +32,23 @@ ADevicePool::~ADevicePool()
 
 QSharedPointer<IDevice> ADevicePool::findDevice(QSharedPointer<IBaseInfo> info) const
 {
-    int position = -1;
-    if (const auto* pInterface = qobject_cast<const IInterfaceInfo*>(info.data()))
-    {
-        position = m_interfaceIndex.value(pInterface->getInterfaceId(), -1);
-    }
-    else if (info && info->getType() == RecordType_Camera)
-    {
-        position = m_cameraIndex.value(info->getFullName(), -1);
-    }
+    // Most ask with the record that a device was made of: no text has to be copied under that record's lock and hashed.
+    const auto known = m_recordIndex.constFind(info.data());
+    const int position = known != m_recordIndex.constEnd() ? *known : positionByKey(info.data());
     return position < 0 ? QSharedPointer<IDevice>() : m_devices.at(position);
+}
+
+int ADevicePool::positionByKey(const IBaseInfo* pInfo) const
+{
+    if (const auto* pInterface = qobject_cast<const IInterfaceInfo*>(pInfo))
+    {
+        return m_interfaceIndex.value(pInterface->getInterfaceId(), -1);
+    }
+    if (pInfo != nullptr && pInfo->getType() == RecordType_Camera)
+    {
+        return m_cameraIndex.value(pInfo->getFullName(), -1);
+    }
+    return -1;
 }
 
 bool ADevicePool::openDevice(QSharedPointer<IBaseInfo> info, bool monitorMode)
@@ -180,8 +187,7 @@ void ADevicePool::appendDevice(const QSharedPointer<IDevice>& device)
 
 void ADevicePool::releaseDevices()
 {
-    m_cameraIndex.clear();
-    m_interfaceIndex.clear();
+    clearIndex();
     // Taken out first: a device that closes while it goes may make a slot look for it here.
     const auto removed = std::exchange(m_removedDevices, {});
     const auto devices = std::exchange(m_devices, {});
@@ -190,34 +196,37 @@ void ADevicePool::releaseDevices()
 void ADevicePool::addToIndex(int position)
 {
     const auto info = m_devices.at(position)->getInfo();
-    auto& index = qobject_cast<const IInterfaceInfo*>(info.data()) ? m_interfaceIndex : m_cameraIndex;
-    QString key;
-    if (const auto* pInterface = qobject_cast<const IInterfaceInfo*>(info.data()))
+    const auto* const pInfo = qobject_cast<const IBaseInfo*>(info.data());
+    int first = positionByKey(pInfo);
+    if (first < 0)
     {
-        key = pInterface->getInterfaceId();
-    }
-    else if (const auto* pInfo = qobject_cast<const IBaseInfo*>(info.data()))
-    {
-        if (pInfo->getType() != RecordType_Camera)
+        first = position;
+        if (const auto* pInterface = qobject_cast<const IInterfaceInfo*>(pInfo))
         {
-            return;
+            m_interfaceIndex.insert(pInterface->getInterfaceId(), position);
         }
-        key = pInfo->getFullName();
+        else if (pInfo != nullptr && pInfo->getType() == RecordType_Camera)
+        {
+            m_cameraIndex.insert(pInfo->getFullName(), position);
+        }
+        else
+        {
+            return; // of a kind that is never found
+        }
     }
-    else
-    {
-        return;
-    }
-    if (!index.contains(key))
-    {
-        index.insert(key, position);
-    }
+    m_recordIndex.insert(pInfo, first);
+}
+
+void ADevicePool::clearIndex()
+{
+    m_recordIndex.clear();
+    m_cameraIndex.clear();
+    m_interfaceIndex.clear();
 }
 
 void ADevicePool::rebuildIndex()
 {
-    m_cameraIndex.clear();
-    m_interfaceIndex.clear();
+    clearIndex();
     for (int i = 0; i < m_devices.size(); ++i)
     {
         addToIndex(i);

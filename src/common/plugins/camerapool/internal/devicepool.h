@@ -78,13 +78,19 @@ protected slots:
     void onDeviceClosed();
 
 private:
+    /** Of the first device whose record has the same identity; negative when there is none. */
+    int positionByKey(const IBaseInfo* pInfo) const;
     void addToIndex(int position);
+    void clearIndex();
     void rebuildIndex();
 
     QVector<QSharedPointer<IDevice>> m_devices;
     QVector<QSharedPointer<IBaseInfo>> m_announced;
     static QSharedPointer<IBaseInfo> m_ptrActiveDevice;
 
+    // What the search by the record's text leads to, for each device's own record. Keys do not change: another full
+    // name or interface ID is another record. No pointer outlives its record, which its device holds.
+    QHash<const IBaseInfo*, int> m_recordIndex;
     QHash<QString, int> m_cameraIndex;    // full name to position of the first device
     QHash<QString, int> m_interfaceIndex; // interface ID to position of the first device
     QVector<QSharedPointer<IDevice>> m_removedDevices;

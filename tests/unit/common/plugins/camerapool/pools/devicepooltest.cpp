@@ -12,6 +12,8 @@
 #include <QSignalSpy>
 
 #include <iostream>
+#include <random>
+#include <string>
 
 namespace
 {
@@ -52,6 +54,7 @@ class CFakePool : public ADevicePool
 public:
     CFakePool() : ADevicePool(nullptr) {}
     ~CFakePool() override { releaseDevices(); }
+    using ADevicePool::appendDevice;
     using ADevicePool::closeDevice;
     using ADevicePool::devices;
     using ADevicePool::openDevice;
@@ -68,6 +71,25 @@ public:
         return device;
     }
 };
+
+/** The search as it is defined: the first device whose record has the same identity. */
+QSharedPointer<IDevice> walk(const CFakePool& pool, const BaseInfoPtr& asked)
+{
+    const auto* const pAskedInterface = qobject_cast<const IInterfaceInfo*>(asked.data());
+    for (const auto& device : pool.devices())
+    {
+        const auto own = device->getInfo().objectCast<IBaseInfo>();
+        const auto* const pOwnInterface = qobject_cast<const IInterfaceInfo*>(own.data());
+        const bool areInterfaces = pAskedInterface != nullptr && pOwnInterface != nullptr;
+        if (areInterfaces ? pOwnInterface->getInterfaceId() == pAskedInterface->getInterfaceId()
+                          : asked->getType() == RecordType_Camera && own->getType() == RecordType_Camera &&
+                                own->getFullName() == asked->getFullName())
+        {
+            return device;
+        }
+    }
+    return {};
+}
 
 class DevicePool : public ::testing::Test
 {
@@ -126,6 +148,79 @@ TEST_F(DevicePool, findsAnInterfaceByItsInterfaceId)
     const auto device = m_pool.createDevice(::Test::interfaceRecord("eth0"));
     m_pool.createDevice(::Test::interfaceRecord("eth1"));
     EXPECT_EQ(m_pool.findDevice(::Test::interfaceRecord("eth0")), device);
+}
+
+TEST_F(DevicePool, firstOfTheRecordsOfEqualNameIsFoundByEachOfThem)
+{
+    const BaseInfoPtr twin = ::Test::cameraRecord("pool/1");
+    const QSharedPointer<IDevice> first(new CFakeDevice(m_camera));
+    const QSharedPointer<IDevice> second(new CFakeDevice(twin));
+    m_pool.appendDevice(first);
+    m_pool.appendDevice(second);
+    EXPECT_EQ(m_pool.findDevice(m_camera), first);
+    EXPECT_EQ(m_pool.findDevice(twin), first);
+    EXPECT_EQ(m_pool.findDevice(::Test::cameraRecord("pool/1")), first);
+    announce({twin}); // finds the first, yet it is the first that no pass announces any more
+    EXPECT_EQ(m_pool.findDevice(m_camera), second);
+    EXPECT_EQ(m_pool.findDevice(twin), second);
+}
+
+TEST_F(DevicePool, firstOfTheInterfacesOfEqualIdIsFoundByEachOfThem)
+{
+    const BaseInfoPtr own = ::Test::interfaceRecord("eth0");
+    const BaseInfoPtr twin = ::Test::interfaceRecord("eth0");
+    const QSharedPointer<IDevice> first(new CFakeDevice(own));
+    m_pool.appendDevice(first);
+    m_pool.appendDevice(QSharedPointer<IDevice>(new CFakeDevice(twin)));
+    EXPECT_EQ(m_pool.findDevice(own), first);
+    EXPECT_EQ(m_pool.findDevice(twin), first);
+}
+
+TEST_F(DevicePool, interfaceAndCameraOfEqualTextAreApart)
+{
+    const auto camera = m_pool.createDevice(::Test::cameraRecord("eth0"));
+    const auto interface = m_pool.createDevice(::Test::interfaceRecord("eth0"));
+    EXPECT_NE(camera, interface);
+    EXPECT_EQ(m_pool.findDevice(::Test::cameraRecord("eth0")), camera);
+    EXPECT_EQ(m_pool.findDevice(::Test::interfaceRecord("eth0")), interface);
+}
+
+TEST_F(DevicePool, findsWhatAWalkFromFrontToBackFinds)
+{
+    const auto seed = std::random_device()();
+    RecordProperty("seed", std::to_string(seed));
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto randomRecord = [&random]() -> BaseInfoPtr
+    {
+        const std::string text = "key/" + std::to_string(random() % 8);
+        return random() % 3 == 0 ? BaseInfoPtr(::Test::interfaceRecord(text)) : BaseInfoPtr(::Test::cameraRecord(text));
+    };
+    for (int round = 0; round < 200; ++round)
+    {
+        const BaseInfoPtr record = randomRecord();
+        m_pool.appendDevice(QSharedPointer<IDevice>(new CFakeDevice(record)));
+        if (random() % 16 == 0)
+        {
+            m_pool.beginAnnounce();
+            for (const auto& device : QVector<QSharedPointer<IDevice>>(m_pool.devices()))
+            {
+                if (random() % 3 != 0)
+                {
+                    m_pool.announceDevice(device->getInfo().objectCast<IBaseInfo>());
+                }
+            }
+            m_pool.endAnnounce();
+        }
+        const BaseInfoPtr foreign = randomRecord();
+        ASSERT_EQ(m_pool.findDevice(record), walk(m_pool, record));
+        ASSERT_EQ(m_pool.findDevice(foreign), walk(m_pool, foreign));
+        for (const auto& device : m_pool.devices())
+        {
+            const auto own = device->getInfo().objectCast<IBaseInfo>();
+            ASSERT_EQ(m_pool.findDevice(own), walk(m_pool, own));
+        }
+    }
 }
 
 TEST_F(DevicePool, findsNothingForNull)
