@@ -1,84 +1,27 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "camerapool/camerainfolist.h"
 #include "camerapool/icameracontrolservice.h"
-#include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
-#include "plugincore/pluginmanager.h"
-#include "servicecore/serviceregistry.h"
+#include "integration/plugin/hostfixture.h"
 #include "velmo/velmo.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <memory>
 
 namespace
 {
 
 using namespace Plugin::CameraPool;
 
-constexpr int WaitMs = 20000;
-
-/** The plugins of the application, loaded from their folder, on two emulated cameras. */
-class PluginLifeCycle : public ::testing::Test
+class PluginLifeCycle : public ::Test::HostFixture
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_folder.isValid());
-        const QString name = m_folder.filePath(QStringLiteral("cameras.json"));
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(R"({"cameras": [{"serial": "LIFE-A", "model": "Mono"}, {"serial": "LIFE-B", "model": "Mono"}]})");
-        file.close();
-        qputenv("CAMERAPOOL_EMULATION_FILE", QFile::encodeName(name));
-        qputenv("CAMERAPOOL_GIGE_ADAPTERS", "none");
-        m_manager->addFolder(QStringLiteral(PLUGIN_FOLDER));
-        m_manager->setLanguage(QStringLiteral("en"));
-        ASSERT_TRUE(m_manager->start()) << m_manager->errors().join('\n').toStdString();
-    }
-    void TearDown() override { qunsetenv("CAMERAPOOL_EMULATION_FILE"); }
-
-    template <class T> QSharedPointer<T> service() const
-    {
-        const auto found = m_registry.find<T>();
-        EXPECT_FALSE(found.isNull());
-        return found;
-    }
-
-    /** In the order of the emulation; waits until both are found. */
-    QVector<CameraInfoPtr> cameras() const
-    {
-        const auto enumeration = service<ICameraEnumerationService>();
-        QVector<CameraInfoPtr> found;
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&]
-            {
-                found.clear();
-                const auto layers = enumeration->enumerate();
-                for (const auto& layer : layers)
-                {
-                    const auto infos = layer->getCameraInfoList().toBaseInfoVector();
-                    for (const auto& info : infos)
-                    {
-                        found.append(info.objectCast<ICameraInfo>());
-                    }
-                }
-                return found.size() == 2;
-            },
-            WaitMs));
-        return found;
-    }
-
     QStringList startedNames() const
     {
         QStringList names;
@@ -89,11 +32,6 @@ protected:
         }
         return names;
     }
-
-    QTemporaryDir m_folder;
-    Core::Service::CServiceRegistry m_registry;
-    std::unique_ptr<Core::Plugin::CPluginManager> m_manager =
-        std::make_unique<Core::Plugin::CPluginManager>(m_registry);
 };
 
 TEST_F(PluginLifeCycle, pluginsAreStartedAfterThoseTheyNeed)
@@ -125,7 +63,7 @@ TEST_F(PluginLifeCycle, twoCamerasAreFoundOpenedGrabbedFromAndClosed)
     }
     EXPECT_EQ(status->getCountGrabbing(), 2);
     EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return images[QStringLiteral("LIFE-A")] >= 3 && images[QStringLiteral("LIFE-B")] >= 3; }, WaitMs));
+        [&] { return images[QStringLiteral("LIFE-A")] >= 3 && images[QStringLiteral("LIFE-B")] >= 3; }, s_waitMs));
     stream->stopGrabbingAll();
     EXPECT_EQ(status->getCountGrabbing(), 0);
     for (const auto& info : infos)
