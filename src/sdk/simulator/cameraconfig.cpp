@@ -14,7 +14,7 @@ namespace
 auto Tie(const SFaults& f)
 {
     return std::tie(f.dropFrames, f.failEveryNth, f.stall, f.refuseOpenOwner, f.readError, f.writeError,
-                    f.brokenDescription, f.discoveryDelayMs, f.removalReports);
+                    f.brokenDescription, f.discoveryDelayMs, f.chunkLies, f.chunkMissing, f.removalReports);
 }
 
 auto Tie(const SCameraConfig& c)

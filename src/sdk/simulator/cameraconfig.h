@@ -24,6 +24,8 @@ struct SFaults
     std::string writeError;             // not empty: every register write fails with this text
     bool brokenDescription = false;     // the description is not well-formed
     std::uint32_t discoveryDelayMs = 0; // the camera answers discoveries that late
+    bool chunkLies = false;             // the last chunk claims more bytes than there are
+    bool chunkMissing = false;          // the last chunk behind the image is not sent
     std::uint32_t removalReports = 1;   // how often its loss is reported
 };
 

@@ -5,6 +5,7 @@
 
 #include "genapi/exceptions.h"
 #include "simulator/internal/description.h"
+#include "simulator/internal/framecomposer.h"
 #include "simulator/internal/frameschedule.h"
 #include "simulator/internal/settings.h"
 #include "simulator/internal/testimage.h"
@@ -66,7 +67,8 @@ struct CCameraModel::SPrivate
 
     void CheckAccess(const std::string& error) const;
     void RefreshRegisters();
-    void WriteRegister(const SFeature& feature, const std::uint8_t* data, std::int64_t length, SFollowUp& followUp);
+    void WriteRegister(const SFeature& feature, std::int64_t address, const std::uint8_t* data, std::int64_t length,
+                       SFollowUp& followUp);
     void Execute(std::int64_t address, SFollowUp& followUp);
     void FollowUp(const SFollowUp& followUp, CCameraModel& model);
     void StartAcquisition();
@@ -89,6 +91,7 @@ struct CCameraModel::SPrivate
     CCameraClock cameraClock;
     SFaults faults; // texts; numbers live in registers
     CFrameSchedule schedule;
+    Internal::CFrameComposer composer;       // what it made is read under produceMutex
     std::shared_ptr<const CTestImage> image; // null: settings changed
     std::uint64_t generated = 0;
     std::uint64_t lost = 0;
@@ -117,10 +120,10 @@ void CCameraModel::SPrivate::RefreshRegisters()
     settings.GetMemory().SetInteger(Register::AcquisitionStatus, schedule.IsRunning() ? 1 : 0);
 }
 
-void CCameraModel::SPrivate::WriteRegister(const SFeature& feature, const std::uint8_t* data, std::int64_t length,
-                                           SFollowUp& followUp)
+void CCameraModel::SPrivate::WriteRegister(const SFeature& feature, std::int64_t address, const std::uint8_t* data,
+                                           std::int64_t length, SFollowUp& followUp)
 {
-    settings.Write(feature, data, length, IsLocked());
+    settings.Write(feature, address, data, length, IsLocked());
     if (feature.kind == Internal::EKind::Command)
     {
         const bool isAsked = Integer(feature.address) != 0;
@@ -259,8 +262,12 @@ bool CCameraModel::SPrivate::PrepareFrame(std::int64_t frameNs, SFrame& frame)
     frame.offsetX = static_cast<std::uint32_t>(Integer(Register::OffsetX));
     frame.offsetY = static_cast<std::uint32_t>(Integer(Register::OffsetY));
     frame.isFailed = nth != 0 && generated % nth == 0;
-    frame.data = image->GetFrame(generated - 1, hash & 0xFEU);
-    frame.bytes = frame.isFailed ? image->GetFrameBytes() / 2 : image->GetFrameBytes();
+    composer.Compose(settings, {image->GetFrame(generated - 1, hash & 0xFEU), image->GetFrameBytes()}, frame);
+    if (frame.isFailed)
+    {
+        frame.bytes /= 2;
+        frame.tailBytes = 0;
+    }
     return true;
 }
 
@@ -343,13 +350,13 @@ void CCameraModel::Write(const void* buffer, std::int64_t address, std::int64_t 
         while (length > 0)
         {
             const SFeature* feature = m_p->settings.FindFeatureAt(address);
-            if (feature == nullptr || feature->address != address)
+            if (feature == nullptr || (address - feature->address) % feature->bytes != 0)
             {
                 GENICAM_THROW(AccessException,
                               "The camera has no register to write at address " + std::to_string(address) + ".");
             }
             const std::int64_t bytes = std::min(length, feature->bytes);
-            m_p->WriteRegister(*feature, data, bytes, followUp);
+            m_p->WriteRegister(*feature, address, data, bytes, followUp);
             data += bytes;
             address += bytes;
             length -= bytes;
@@ -381,7 +388,7 @@ void CCameraModel::SetFeature(const std::string& name, const std::string& value)
             GENICAM_THROW(InvalidArgumentException, "There is no feature '" + name + "'.");
         }
         const std::vector<std::uint8_t> data = m_p->settings.Encode(*feature, value);
-        m_p->WriteRegister(*feature, data.data(), feature->bytes, followUp);
+        m_p->WriteRegister(*feature, m_p->settings.AddressOf(*feature), data.data(), feature->bytes, followUp);
     }
     m_p->FollowUp(followUp, *this);
 }
@@ -393,6 +400,8 @@ SFaults CCameraModel::GetFaults() const
     faults.dropFrames = static_cast<std::uint32_t>(m_p->Integer(Register::FaultDropFrames));
     faults.failEveryNth = static_cast<std::uint32_t>(m_p->Integer(Register::FaultFailEveryNth));
     faults.stall = m_p->Integer(Register::FaultStall) != 0;
+    faults.chunkLies = m_p->Integer(Register::FaultChunkLies) != 0;
+    faults.chunkMissing = m_p->Integer(Register::FaultChunkMissing) != 0;
     faults.removalReports = static_cast<std::uint32_t>(m_p->Integer(Register::FaultRemovalReports));
     return faults;
 }
@@ -405,6 +414,8 @@ void CCameraModel::SetFaults(const SFaults& faults)
     m_p->settings.GetMemory().SetInteger(Register::FaultFailEveryNth, faults.failEveryNth);
     m_p->settings.GetMemory().SetInteger(Register::FaultStall, faults.stall ? 1 : 0);
     m_p->settings.GetMemory().SetInteger(Register::FaultRemovalReports, faults.removalReports);
+    m_p->settings.GetMemory().SetInteger(Register::FaultChunkLies, faults.chunkLies ? 1 : 0);
+    m_p->settings.GetMemory().SetInteger(Register::FaultChunkMissing, faults.chunkMissing ? 1 : 0);
 }
 
 std::size_t CCameraModel::GetPayloadBytes() const

@@ -11,6 +11,12 @@
 namespace Simulator
 {
 
+enum class EFramePayload
+{
+    Image,    // data alone
+    ChunkData // data, then tail
+};
+
 /** A frame as the camera sends it; valid only during the call that hands it over. */
 struct SFrame
 {
@@ -21,8 +27,11 @@ struct SFrame
     std::uint32_t height = 0;
     std::uint32_t offsetX = 0;
     std::uint32_t offsetY = 0;
-    const std::uint8_t* data = nullptr;
-    std::size_t bytes = 0; // of data; of a failed frame less than the payload size
+    EFramePayload payload = EFramePayload::Image;
+    const std::uint8_t* data = nullptr; // the image
+    std::size_t bytes = 0;              // of data; of a failed frame less than the payload size
+    const std::uint8_t* tail = nullptr; // follows data: the image's chunk trailer and the other chunks, big-endian
+    std::size_t tailBytes = 0;          // of tail
     bool isFailed = false;
 };
 

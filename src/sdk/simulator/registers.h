@@ -72,11 +72,17 @@ constexpr std::int64_t PayloadSize = 0x20700;
 constexpr std::int64_t TLParamsLocked = 0x20704;
 constexpr std::int64_t ClearBufferModeEnable = 0x20708;
 
+constexpr std::int64_t ChunkModeActive = 0x20720;
+constexpr std::int64_t ChunkSelector = 0x20724;
+constexpr std::int64_t ChunkEnable = 0x20730; // one for each value of ChunkSelector; room for 32
+
 constexpr std::int64_t FaultDropFrames = 0x20800;
 constexpr std::int64_t FaultFailEveryNth = 0x20804;
 constexpr std::int64_t FaultStall = 0x20808;
 constexpr std::int64_t FaultRemove = 0x2080C;
 constexpr std::int64_t FaultRemovalReports = 0x20810;
+constexpr std::int64_t FaultChunkLies = 0x20814;
+constexpr std::int64_t FaultChunkMissing = 0x20818;
 
 constexpr std::int64_t FramesGenerated = 0x20900; // 64
 constexpr std::int64_t FramesLost = 0x20908;      // 64

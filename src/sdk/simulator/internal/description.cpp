@@ -3,9 +3,11 @@
 
 #include "simulator/internal/description.h"
 
+#include "simulator/internal/chunkkinds.h"
 #include "simulator/internal/limits.h"
 #include "simulator/registers.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 
@@ -96,8 +98,13 @@ std::string RegisterBody(const SFeature& feature)
     const char* access = feature.access == EAccess::ReadOnly    ? "RO"
                          : feature.access == EAccess::ReadWrite ? "RW"
                                                                 : "WO";
-    xml += Element("Address", Hex(feature.address)) + Element("Length", std::to_string(feature.bytes)) +
-           Element("AccessMode", access) + Element("pPort", "Device");
+    xml += Element("Address", Hex(feature.address));
+    if (!feature.selector.empty())
+    {
+        xml += "<pIndex Offset=\"" + std::to_string(feature.bytes) + "\">" + feature.selector + "Reg</pIndex>";
+    }
+    xml += Element("Length", std::to_string(feature.bytes)) + Element("AccessMode", access) +
+           Element("pPort", feature.chunkId == 0 ? "Device" : feature.name + "Port");
     xml += Element("Cachable", feature.isVolatile ? "NoCache" : "WriteAround");
     return xml;
 }
@@ -185,7 +192,7 @@ std::string HelperNodes()
     rateMax.address = Register::AcquisitionFrameRateMax;
     rateMax.bytes = 8;
     rateMax.access = EAccess::ReadOnly;
-    rateMax.invalidators = {"Width", "Height", "PixelFormat", "UserSetLoad"};
+    rateMax.invalidators = {"Width", "Height", "PixelFormat", "ChunkModeActive", "ChunkEnable", "UserSetLoad"};
     return LimitNode("WidthLimit", "WidthMax", "OffsetXReg") + LimitNode("HeightLimit", "HeightMax", "OffsetYReg") +
            LimitNode("OffsetXLimit", "WidthMax", "WidthReg") + LimitNode("OffsetYLimit", "HeightMax", "HeightReg") +
            RegisterNode(rateMax);
@@ -197,7 +204,7 @@ std::string Categories(const std::vector<SFeature>& features)
     std::string nodes;
     for (const SFeature& feature : features)
     {
-        if (!names.empty() && names.back() == feature.category)
+        if (std::find(names.begin(), names.end(), feature.category) != names.end())
         {
             continue;
         }
@@ -234,8 +241,11 @@ std::string Identifier(const std::string& text)
 
 } // namespace
 
-std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeature>& features)
+std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeature>& settings)
 {
+    std::vector<SFeature> features = settings;
+    const std::vector<SFeature> chunkValues = MakeChunkValues(config);
+    features.insert(features.end(), chunkValues.begin(), chunkValues.end());
     std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<RegisterDescription ModelName=\"" +
                       Identifier(config.modelName) + "\" VendorName=\"" + Identifier(config.vendorName) +
                       "\" ToolTip=\"Simulated camera\" StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" "
@@ -252,6 +262,10 @@ std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeat
         xml += FeatureNode(feature);
     }
     xml += HelperNodes();
+    for (const SFeature& value : chunkValues)
+    {
+        xml += Open("Port", value.name + "Port", true) + Element("ChunkID", Hex(value.chunkId).substr(2)) + "</Port>\n";
+    }
     xml += "<Port Name=\"Device\" NameSpace=\"Standard\"></Port>\n</RegisterDescription>\n";
     if (config.faults.brokenDescription)
     {

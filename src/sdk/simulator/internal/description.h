@@ -10,7 +10,7 @@
 namespace Simulator::Internal
 {
 
-/** The GenICam description (XML, UTF-8) of a camera with these features. */
-SIMULATOR_TEST_EXPORT std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeature>& features);
+/** The GenICam description (XML, UTF-8) of a camera with these settings, and of the values that its chunks carry. */
+SIMULATOR_TEST_EXPORT std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeature>& settings);
 
 } // namespace Simulator::Internal

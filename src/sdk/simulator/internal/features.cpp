@@ -3,6 +3,7 @@
 
 #include "simulator/internal/features.h"
 
+#include "simulator/internal/chunkkinds.h"
 #include "simulator/internal/limits.h"
 #include "simulator/pixelformats.h"
 #include "simulator/registers.h"
@@ -140,15 +141,22 @@ void AddAcquisitionTiming(Features& all, const char* category)
     rate.min = Limits::MinFrameRate;
     rate.pMax = "AcquisitionFrameRateMaxReg";
     rate.unit = "Hz";
-    rate.invalidators = {"Width", "Height", "PixelFormat", "UserSetLoad"}; // a larger image may lower it
+    rate.invalidators = {"Width",           "Height",      "PixelFormat",
+                         "ChunkModeActive", "ChunkEnable", "UserSetLoad"}; // a larger image may lower it
     SFeature& resulting =
         Add(all, category, "AcquisitionResultingFrameRate", EKind::Float, Register::AcquisitionResultingFrameRate,
             EAccess::ReadOnly, "Frames per second under all present settings.");
     resulting.max = Limits::MaxFrameRate;
     resulting.unit = "Hz";
-    resulting.invalidators = {
-        "Width",        "Height",     "PixelFormat", "AcquisitionFrameRateEnable", "AcquisitionFrameRate",
-        "ExposureTime", "UserSetLoad"};
+    resulting.invalidators = {"Width",
+                              "Height",
+                              "PixelFormat",
+                              "ChunkModeActive",
+                              "ChunkEnable",
+                              "AcquisitionFrameRateEnable",
+                              "AcquisitionFrameRate",
+                              "ExposureTime",
+                              "UserSetLoad"};
     SFeature& exposure =
         AddSetting(all, category, "ExposureTime", EKind::Float, Register::ExposureTime, "Time of exposure.");
     exposure.min = Limits::MinExposureUs;
@@ -224,7 +232,7 @@ void AddTransportLayer(Features& all)
     SFeature& payload = Add(all, Category, "PayloadSize", EKind::Integer, Register::PayloadSize, EAccess::ReadOnly,
                             "Bytes of an image.");
     payload.unit = "B";
-    payload.invalidators = {"Width", "Height", "PixelFormat", "UserSetLoad"};
+    payload.invalidators = {"Width", "Height", "PixelFormat", "ChunkModeActive", "ChunkEnable", "UserSetLoad"};
     SFeature& locked = Add(all, Category, "TLParamsLocked", EKind::Integer, Register::TLParamsLocked,
                            EAccess::ReadWrite, "Whether settings that shape the stream are locked.");
     locked.max = 1.0;
@@ -254,6 +262,10 @@ void AddFaults(Features& all)
     fault("FaultFailEveryNth", EKind::Integer, Register::FaultFailEveryNth, EAccess::ReadWrite,
           "Every n-th frame fails; 0 for none.");
     fault("FaultStall", EKind::Boolean, Register::FaultStall, EAccess::ReadWrite, "Acquires but delivers nothing.");
+    fault("FaultChunkLies", EKind::Boolean, Register::FaultChunkLies, EAccess::ReadWrite,
+          "The last chunk claims more bytes than there are.");
+    fault("FaultChunkMissing", EKind::Boolean, Register::FaultChunkMissing, EAccess::ReadWrite,
+          "The last chunk behind the image is not sent.");
     fault("FaultRemovalReports", EKind::Integer, Register::FaultRemovalReports, EAccess::ReadWrite,
           "How often a removal is reported.")
         .max = 100.0;
@@ -278,6 +290,7 @@ std::vector<SFeature> MakeFeatures(const SCameraConfig& config)
     AddAcquisition(all);
     AddAnalogAndUserSets(all);
     AddTransportLayer(all);
+    AddChunkControl(all);
     AddFaults(all);
     return all;
 }

@@ -53,6 +53,10 @@ struct SFeature
     bool isInUserSet = false;
     bool isCustom = false;
     std::string selected; // the feature that this one selects
+    std::string selector; // the feature that selects which of several registers this one is
+    std::int64_t selectorAddress = 0;
+    std::int64_t banks = 1;    // so many registers in a row, by the selector's value
+    std::uint32_t chunkId = 0; // not 0: the value comes in that chunk, and there is no register
 };
 
 /** The features of a camera, grouped by category. */

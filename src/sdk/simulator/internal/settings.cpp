@@ -4,6 +4,7 @@
 #include "simulator/internal/settings.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/internal/framecomposer.h"
 #include "simulator/internal/limits.h"
 #include "simulator/registers.h"
 
@@ -70,8 +71,9 @@ CSettings::CSettings(const SCameraConfig& config, std::shared_ptr<SFlash> flash)
     {
         if (feature.isInUserSet)
         {
-            std::vector<std::uint8_t> bytes(static_cast<std::size_t>(feature.bytes));
-            m_memory.Get(bytes.data(), feature.address, feature.bytes);
+            const std::int64_t length = feature.bytes * feature.banks;
+            std::vector<std::uint8_t> bytes(static_cast<std::size_t>(length));
+            m_memory.Get(bytes.data(), feature.address, length);
             m_factory[feature.address] = std::move(bytes);
         }
     }
@@ -123,6 +125,9 @@ void CSettings::SetFactoryValues()
     m_memory.SetInteger(Register::FaultFailEveryNth, m_config.faults.failEveryNth);
     m_memory.SetInteger(Register::FaultStall, m_config.faults.stall ? 1 : 0);
     m_memory.SetInteger(Register::FaultRemovalReports, m_config.faults.removalReports);
+    m_memory.SetInteger(Register::FaultChunkLies, m_config.faults.chunkLies ? 1 : 0);
+    m_memory.SetInteger(Register::FaultChunkMissing, m_config.faults.chunkMissing ? 1 : 0);
+    m_memory.SetInteger(Register::ChunkEnable, 1); // the image
     UpdateDerived();
 }
 
@@ -130,21 +135,32 @@ void CSettings::ApplyConfiguredFeatures()
 {
     // Widths first would fail on offsets that are not there yet: offsets start at 0, so any order of sizes before
     // offsets is right, which is the order of the feature table.
-    for (const SFeature& feature : m_features)
+    std::map<std::string, std::string> left = m_config.features;
+    const auto apply = [&](const SFeature& feature, std::int64_t address, const std::string& name)
     {
-        const auto found = m_config.features.find(feature.name);
+        const auto found = m_config.features.find(name);
         if (found != m_config.features.end())
         {
             const std::vector<std::uint8_t> data = Encode(feature, found->second);
-            Write(feature, data.data(), feature.bytes, false);
+            Write(feature, address, data.data(), feature.bytes, false);
+            left.erase(name);
+        }
+    };
+    for (const SFeature& feature : m_features)
+    {
+        apply(feature, AddressOf(feature), feature.name);
+        if (!feature.selector.empty())
+        {
+            for (const auto& [entry, value] : FindFeature(feature.selector)->entries)
+            {
+                apply(feature, feature.address + feature.bytes * value, feature.name + "[" + entry + "]");
+            }
         }
     }
-    for (const auto& [name, text] : m_config.features)
+    if (!left.empty())
     {
-        if (FindFeature(name) == nullptr)
-        {
-            GENICAM_THROW(InvalidArgumentException, "There is no feature '" + name + "' to set to '" + text + "'.");
-        }
+        const auto& [name, text] = *left.begin();
+        GENICAM_THROW(InvalidArgumentException, "There is no feature '" + name + "' to set to '" + text + "'.");
     }
 }
 
@@ -157,13 +173,22 @@ const SFeature* CSettings::FindFeature(const std::string& name) const
 
 const SFeature* CSettings::FindFeatureAt(std::int64_t address) const
 {
-    const auto found =
-        std::find_if(m_features.begin(), m_features.end(),
-                     [&](const SFeature& f) { return address >= f.address && address < f.address + f.bytes; });
+    const auto found = std::find_if(m_features.begin(), m_features.end(),
+                                    [&](const SFeature& f)
+                                    { return address >= f.address && address < f.address + f.bytes * f.banks; });
     return found == m_features.end() ? nullptr : &*found;
 }
 
-void CSettings::Write(const SFeature& feature, const std::uint8_t* data, std::int64_t length, bool isLocked)
+std::int64_t CSettings::AddressOf(const SFeature& feature) const
+{
+    return feature.selectorAddress == 0
+               ? feature.address
+               : feature.address +
+                     feature.bytes * static_cast<std::int64_t>(m_memory.GetInteger(feature.selectorAddress));
+}
+
+void CSettings::Write(const SFeature& feature, std::int64_t address, const std::uint8_t* data, std::int64_t length,
+                      bool isLocked)
 {
     if (feature.access == EAccess::ReadOnly)
     {
@@ -184,8 +209,8 @@ void CSettings::Write(const SFeature& feature, const std::uint8_t* data, std::in
             GENICAM_THROW(AccessException, "'" + feature.name + "' takes " + std::to_string(feature.bytes) +
                                                " bytes at once, not " + std::to_string(length) + ".");
         }
-        CheckValue(feature, data);
-        m_memory.Set(data, feature.address, length);
+        CheckValue(feature, address, data);
+        m_memory.Set(data, address, length);
     }
     UpdateDerived();
     const std::lock_guard<std::mutex> lock(m_flash->mutex);
@@ -223,7 +248,7 @@ double CSettings::MaximumOf(const SFeature& feature) const
     }
 }
 
-void CSettings::CheckValue(const SFeature& feature, const std::uint8_t* data) const
+void CSettings::CheckValue(const SFeature& feature, std::int64_t address, const std::uint8_t* data) const
 {
     const auto refuse = [&](const std::string& value)
     {
@@ -261,6 +286,10 @@ void CSettings::CheckValue(const SFeature& feature, const std::uint8_t* data) co
         if (integer > 1)
         {
             refuse(std::to_string(integer));
+        }
+        if (address == Register::ChunkEnable && integer == 0) // of the image
+        {
+            GENICAM_THROW(AccessException, "The image chunk cannot be switched off.");
         }
         break;
     case EKind::Text:
@@ -331,9 +360,9 @@ std::string CSettings::Decode(const SFeature& feature) const
     }
     if (feature.kind == EKind::Float)
     {
-        return std::to_string(m_memory.GetFloat(feature.address));
+        return std::to_string(m_memory.GetFloat(AddressOf(feature)));
     }
-    const std::uint64_t value = m_memory.GetInteger(feature.address, feature.bytes);
+    const std::uint64_t value = m_memory.GetInteger(AddressOf(feature), feature.bytes);
     if (feature.kind == EKind::Boolean)
     {
         return value != 0 ? "true" : "false";
@@ -423,9 +452,24 @@ std::uint32_t CSettings::GetHeight() const
     return static_cast<std::uint32_t>(m_memory.GetInteger(Register::Height));
 }
 
-std::uint64_t CSettings::GetPayloadBytes() const
+std::uint64_t CSettings::GetImageBytes() const
 {
     return std::uint64_t{GetWidth()} * GetHeight() * GetFormat().bytesPerPixel;
+}
+
+std::uint64_t CSettings::GetPayloadBytes() const
+{
+    return GetImageBytes() + CFrameComposer::GetTailBytes(*this);
+}
+
+bool CSettings::IsChunkModeActive() const
+{
+    return m_memory.GetInteger(Register::ChunkModeActive) != 0;
+}
+
+bool CSettings::IsChunkEnabled(EChunk chunk) const
+{
+    return m_memory.GetInteger(Register::ChunkEnable + 4 * static_cast<std::int64_t>(chunk)) != 0;
 }
 
 double CSettings::MaxFrameRate() const

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "simulator/flash.h"
+#include "simulator/internal/chunkkinds.h"
 #include "simulator/internal/features.h"
 #include "simulator/internal/registermemory.h"
 #include "simulator/pixelformats.h"
@@ -30,11 +31,16 @@ public:
     /** The feature whose register covers the address; null when there is none. */
     const SFeature* FindFeatureAt(std::int64_t address) const;
 
+    /** Where the feature's register lies; of several the one that is selected now. */
+    std::int64_t AddressOf(const SFeature& feature) const;
+
     CRegisterMemory& GetMemory() { return m_memory; }
     const CRegisterMemory& GetMemory() const { return m_memory; }
 
-    /** Checks and stores one register; bytes are big-endian. isLocked: the stream's shape is fixed now. */
-    void Write(const SFeature& feature, const std::uint8_t* data, std::int64_t length, bool isLocked);
+    /** Checks and stores one register of the feature; bytes are big-endian. isLocked: the stream's shape is fixed now.
+     */
+    void Write(const SFeature& feature, std::int64_t address, const std::uint8_t* data, std::int64_t length,
+               bool isLocked);
     /** Register bytes of a value given as text: a number, a symbol, "true" or "false". */
     std::vector<std::uint8_t> Encode(const SFeature& feature, const std::string& text) const;
     std::string Decode(const SFeature& feature) const;
@@ -50,7 +56,12 @@ public:
     const SPixelFormat& GetFormat() const;
     std::uint32_t GetWidth() const;
     std::uint32_t GetHeight() const;
+    std::uint64_t GetImageBytes() const;
+    /** The image and what is sent behind it. */
     std::uint64_t GetPayloadBytes() const;
+    bool IsChunkModeActive() const;
+    /** Whether chunk mode sends it. */
+    bool IsChunkEnabled(EChunk chunk) const;
     /** Nanoseconds between frames under the present settings. */
     std::int64_t GetPeriodNs() const;
 
@@ -60,7 +71,7 @@ private:
     void UpdateDerived();
     double MaxFrameRate() const;
     double MaximumOf(const SFeature& feature) const;
-    void CheckValue(const SFeature& feature, const std::uint8_t* data) const;
+    void CheckValue(const SFeature& feature, std::int64_t address, const std::uint8_t* data) const;
 
     const SCameraConfig m_config;
     const std::shared_ptr<SFlash> m_flash;

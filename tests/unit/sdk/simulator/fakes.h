@@ -30,7 +30,7 @@ public:
     struct SSeen
     {
         Simulator::SFrame frame;
-        std::vector<std::uint8_t> bytes;
+        std::vector<std::uint8_t> bytes; // the whole payload
     };
     bool OnFrame(const Simulator::SFrame& frame) override
     {
@@ -39,6 +39,8 @@ public:
             return false;
         }
         seen.push_back({frame, std::vector<std::uint8_t>(frame.data, frame.data + frame.bytes)});
+        std::vector<std::uint8_t>& bytes = seen.back().bytes;
+        bytes.insert(bytes.end(), frame.tail, frame.tail + frame.tailBytes);
         return true;
     }
     bool hasBuffers = true;

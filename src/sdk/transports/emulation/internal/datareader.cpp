@@ -166,7 +166,7 @@ void ReadFeatures(const CObject& object, std::map<std::string, std::string>& fea
 void ReadFaults(const CObject& object, Simulator::SFaults& faults)
 {
     object.AllowOnly({"dropFrames", "failEveryNth", "stall", "refuseOpenOwner", "readError", "writeError",
-                      "brokenDescription", "discoveryDelayMs", "removalReports"});
+                      "brokenDescription", "discoveryDelayMs", "chunkLies", "chunkMissing", "removalReports"});
     object.Get("dropFrames", faults.dropFrames);
     object.Get("failEveryNth", faults.failEveryNth);
     object.Get("stall", faults.stall);
@@ -175,6 +175,8 @@ void ReadFaults(const CObject& object, Simulator::SFaults& faults)
     object.Get("writeError", faults.writeError);
     object.Get("brokenDescription", faults.brokenDescription);
     object.Get("discoveryDelayMs", faults.discoveryDelayMs);
+    object.Get("chunkLies", faults.chunkLies);
+    object.Get("chunkMissing", faults.chunkMissing);
     object.Get("removalReports", faults.removalReports);
 }
 

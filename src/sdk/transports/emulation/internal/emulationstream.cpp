@@ -313,9 +313,17 @@ bool CEmulationStream::OnFrame(const Simulator::SFrame& frame)
 void CEmulationStream::Fill(SBuffer& buffer, const Simulator::SFrame& frame)
 {
     SStreamResult& result = buffer.result;
-    result.payloadBytes = std::min(frame.bytes, buffer.bytes);
-    std::memcpy(buffer.memory, frame.data, result.payloadBytes);
-    result.payloadType = EPayloadType::Image;
+    const std::size_t wholeBytes = frame.bytes + frame.tailBytes;
+    const std::size_t imageBytes = std::min(frame.bytes, buffer.bytes);
+    const std::size_t tailBytes = std::min(frame.tailBytes, buffer.bytes - imageBytes);
+    std::memcpy(buffer.memory, frame.data, imageBytes);
+    if (tailBytes > 0)
+    {
+        std::memcpy(buffer.memory + imageBytes, frame.tail, tailBytes);
+    }
+    result.payloadBytes = imageBytes + tailBytes;
+    result.payloadType =
+        frame.payload == Simulator::EFramePayload::ChunkData ? EPayloadType::ChunkData : EPayloadType::Image;
     result.pixelType = frame.pfnc;
     result.width = frame.width;
     result.height = frame.height;
@@ -330,12 +338,12 @@ void CEmulationStream::Fill(SBuffer& buffer, const Simulator::SFrame& frame)
         result.errorCode = ErrorFrameFailed;
         result.errorDescription = "The image was not transferred completely.";
     }
-    else if (frame.bytes > buffer.bytes)
+    else if (wholeBytes > buffer.bytes)
     {
         result.status = EResultStatus::Failed;
         result.errorCode = ErrorBufferTooSmall;
         result.errorDescription = "The buffer of " + std::to_string(buffer.bytes) +
-                                  " bytes is too small for an image of " + std::to_string(frame.bytes) + " bytes.";
+                                  " bytes is too small for an image of " + std::to_string(wholeBytes) + " bytes.";
     }
 }
 

@@ -62,7 +62,8 @@ TEST(EmulationData, everyMemberIsRead)
         "frameRate": 12.5, "maxBytesPerSecond": 2e6, "clockOffsetNs": -5, "clockDriftPpm": 1.5, "bootTimeMs": 7,
         "features": {"Gain": 1.5, "ReverseX": true, "PixelFormat": "Mono8", "Width": 32},
         "faults": {"dropFrames": 1, "failEveryNth": 2, "stall": true, "refuseOpenOwner": "X", "readError": "R",
-          "writeError": "W", "brokenDescription": true, "discoveryDelayMs": 3, "removalReports": 4}}]})");
+          "writeError": "W", "brokenDescription": true, "discoveryDelayMs": 3, "removalReports": 4,
+          "chunkLies": true, "chunkMissing": true}}]})");
     ASSERT_EQ(data.cameras.size(), 1U);
     const Simulator::SCameraConfig& camera = data.cameras[0];
     EXPECT_EQ(camera.vendorName, "V");
@@ -91,6 +92,8 @@ TEST(EmulationData, everyMemberIsRead)
     EXPECT_TRUE(camera.faults.brokenDescription);
     EXPECT_EQ(camera.faults.discoveryDelayMs, 3U);
     EXPECT_EQ(camera.faults.removalReports, 4U);
+    EXPECT_TRUE(camera.faults.chunkLies);
+    EXPECT_TRUE(camera.faults.chunkMissing);
 }
 
 TEST(EmulationData, countMakesNumberedCameras)
