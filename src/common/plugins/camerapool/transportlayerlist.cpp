@@ -11,10 +11,10 @@
 #include "camerapool/internal/transportlayerinfo.h"
 #include "velmo/tlfactory.h"
 
-#include <QHash>
 #include <QSettings>
 
 #include <algorithm>
+#include <utility>
 
 namespace Plugin::CameraPool
 {
@@ -26,12 +26,6 @@ using Internal::enumerationLog;
 using KnownTransportLayers = QVector<QSharedPointer<Internal::CTransportLayerInfo>>;
 
 constexpr int ExpectedTransportLayers = 5;
-
-struct SEnumerationSettings
-{
-    bool allDevicesDisabled = false;
-    bool cxpProducerKept = true;
-};
 
 /** A value that is no truth value, as QSettings would make one of any text, counts as not there. */
 bool readBool(const QSettings& settings, const QString& key, bool defaultValue)
@@ -51,16 +45,6 @@ bool readBool(const QSettings& settings, const QString& key, bool defaultValue)
         return false;
     }
     return defaultValue;
-}
-
-SEnumerationSettings readSettings()
-{
-    QSettings settings;
-    settings.beginGroup(QStringLiteral("Enumeration"));
-    SEnumerationSettings result;
-    result.allDevicesDisabled = readBool(settings, QStringLiteral("DisableEnumerateAllDevices"), false);
-    result.cxpProducerKept = readBool(settings, QStringLiteral("ReleaseTeskCXPProducer"), true);
-    return result;
 }
 
 bool isGigE(const GenICam::gcstring& deviceClass)
@@ -151,23 +135,6 @@ void logResult(const Internal::CTransportLayerInfo& record, int countBefore)
     }
 }
 
-} // namespace
-
-QVector<QSharedPointer<Internal::CTransportLayerInfo>>* CTransportLayerList::m_pKnownTransportLayers = nullptr;
-Velmo::ITransportLayer* CTransportLayerList::m_pCxpTransportLayer = nullptr;
-
-QVector<QSharedPointer<Internal::CTransportLayerInfo>>& CTransportLayerList::knownTransportLayers()
-{
-    if (!m_pKnownTransportLayers)
-    {
-        m_pKnownTransportLayers = new KnownTransportLayers;
-    }
-    return *m_pKnownTransportLayers;
-}
-
-namespace
-{
-
 bool enumerateTransportLayers(Velmo::TlInfoList& list)
 {
     try
@@ -208,9 +175,43 @@ void releaseTransportLayer(const Velmo::ITransportLayer* pTl)
     {
         qCDebug(enumerationLog, "A transport layer could not be released: %s", e.what());
     }
+    catch (...)
+    {
+        qCDebug(enumerationLog, "A transport layer could not be released: unknown exception");
+    }
 }
 
 } // namespace
+
+struct CTransportLayerList::SSettings
+{
+    static SSettings read();
+
+    bool allDevicesDisabled = false;
+    bool cxpProducerKept = true;
+};
+
+CTransportLayerList::SSettings CTransportLayerList::SSettings::read()
+{
+    QSettings settings;
+    settings.beginGroup(QStringLiteral("Enumeration"));
+    SSettings result;
+    result.allDevicesDisabled = readBool(settings, QStringLiteral("DisableEnumerateAllDevices"), false);
+    result.cxpProducerKept = readBool(settings, QStringLiteral("ReleaseTeskCXPProducer"), true);
+    return result;
+}
+
+QVector<QSharedPointer<Internal::CTransportLayerInfo>>* CTransportLayerList::m_pKnownTransportLayers = nullptr;
+Velmo::ITransportLayer* CTransportLayerList::m_pCxpTransportLayer = nullptr;
+
+QVector<QSharedPointer<Internal::CTransportLayerInfo>>& CTransportLayerList::knownTransportLayers()
+{
+    if (!m_pKnownTransportLayers)
+    {
+        m_pKnownTransportLayers = new KnownTransportLayers;
+    }
+    return *m_pKnownTransportLayers;
+}
 
 void CTransportLayerList::refreshTransportLayerList(CTransportLayerList& list, bool gigEOnly, bool transportLayersOnly,
                                                     bool logResults)
@@ -222,15 +223,14 @@ void CTransportLayerList::refreshTransportLayerList(CTransportLayerList& list, b
     {
         return;
     }
-    const auto settings = readSettings();
+    const auto settings = SSettings::read();
     if (settings.allDevicesDisabled)
     {
         qCDebug(enumerationLog, "EnumerateAllDevices is disabled. Falling back to EnumerateDevices");
     }
     for (const auto& velmoInfo : velmoInfos)
     {
-        const auto deviceClass = velmoInfo.GetDeviceClass();
-        if (gigEOnly && !isGigE(deviceClass))
+        if (gigEOnly && !isGigE(velmoInfo.GetDeviceClass()))
         {
             continue;
         }
@@ -238,32 +238,41 @@ void CTransportLayerList::refreshTransportLayerList(CTransportLayerList& list, b
         record->setHaveContainedCamerasChanged(false);
         if (!transportLayersOnly)
         {
-            const bool isKept = settings.cxpProducerKept && deviceClass == DeviceClass::GenTlCxp;
-            auto* pTl = isKept ? m_pCxpTransportLayer : nullptr;
-            if (pTl == nullptr)
-            {
-                pTl = createTransportLayer(velmoInfo);
-            }
-            if (isKept)
-            {
-                m_pCxpTransportLayer = pTl;
-            }
-            if (pTl != nullptr)
-            {
-                const int countBefore = refresh(*pTl, settings.allDevicesDisabled, *record);
-                if (logResults)
-                {
-                    logResult(*record, countBefore);
-                }
-                if (pTl != m_pCxpTransportLayer)
-                {
-                    releaseTransportLayer(pTl);
-                }
-            }
+            refreshContents(velmoInfo, settings, logResults, *record);
         }
         result.append(record);
     }
     list.swap(result);
+}
+
+void CTransportLayerList::refreshContents(const Velmo::CTlInfo& velmoInfo, const SSettings& settings, bool logResults,
+                                          Internal::CTransportLayerInfo& record)
+{
+    const bool isKept = settings.cxpProducerKept && velmoInfo.GetDeviceClass() == DeviceClass::GenTlCxp;
+    auto* const pTl = isKept ? cxpTransportLayer(velmoInfo) : createTransportLayer(velmoInfo);
+    if (pTl == nullptr)
+    {
+        return;
+    }
+    const int countBefore = refresh(*pTl, settings.allDevicesDisabled, record);
+    if (logResults)
+    {
+        logResult(record, countBefore);
+    }
+    // By how it was obtained: the factory may count one handle per device class, also of the one kept from before.
+    if (!isKept)
+    {
+        releaseTransportLayer(pTl);
+    }
+}
+
+Velmo::ITransportLayer* CTransportLayerList::cxpTransportLayer(const Velmo::CTlInfo& velmoInfo)
+{
+    if (m_pCxpTransportLayer == nullptr)
+    {
+        m_pCxpTransportLayer = createTransportLayer(velmoInfo);
+    }
+    return m_pCxpTransportLayer;
 }
 
 void CTransportLayerList::releaseTeskProducer()

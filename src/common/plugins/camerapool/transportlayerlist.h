@@ -42,10 +42,18 @@ public:
     static void releaseTeskProducer();
 
 private:
+    struct SSettings;
+
+    /** Asks one transport layer; its record stays as it was when there is no asking it. */
+    static void refreshContents(const Velmo::CTlInfo& velmoInfo, const SSettings& settings, bool logResults,
+                                Internal::CTransportLayerInfo& record);
+    /** The one that is kept open; null when it cannot be created. */
+    static Velmo::ITransportLayer* cxpTransportLayer(const Velmo::CTlInfo& velmoInfo);
     static QVector<QSharedPointer<Internal::CTransportLayerInfo>>& knownTransportLayers();
 
     /** Every record ever made, in the order of the first sighting; grows only. */
     static QVector<QSharedPointer<Internal::CTransportLayerInfo>>* m_pKnownTransportLayers;
+    /** Kept open between enumerations; null when there is none. */
     static Velmo::ITransportLayer* m_pCxpTransportLayer;
 };
 

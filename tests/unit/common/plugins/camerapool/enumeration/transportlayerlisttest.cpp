@@ -180,6 +180,35 @@ TEST_F(TransportLayerList, renamedCameraKeepsItsRecordAndChanges)
     EXPECT_EQ(record->getUserDefinedName(), QStringLiteral("Left"));
 }
 
+TEST_F(TransportLayerList, interfaceOfTwoProducersIsOneRecordListedUnderBoth)
+{
+    const auto first = transport("SharesA");
+    const auto second = transport("SharesB");
+    first->AddInterface("Shares/if0");
+    second->AddInterface("Shares/if0");
+    const ::Test::CScriptedSdk sdk({first, second});
+    ASSERT_EQ(refresh().size(), 2);
+    ASSERT_EQ(m_list.at(0)->getInterfaceInfoList().size(), 1);
+    EXPECT_EQ(m_list.at(0)->getInterfaceInfoList(), m_list.at(1)->getInterfaceInfoList());
+}
+
+TEST_F(TransportLayerList, defaultInterfaceBesideAnotherIsListedToo)
+{
+    const auto tl = transport("DefaultToo");
+    tl->AddInterface("DefaultInterface");
+    tl->AddInterface("DefaultToo/if0");
+    const ::Test::CScriptedSdk sdk({tl});
+    EXPECT_EQ(refresh().at(0)->getInterfaceInfoList().size(), 2);
+}
+
+TEST_F(TransportLayerList, nameOfTheDefaultInterfaceIsCaseSensitive)
+{
+    const auto tl = transport("DefaultCase");
+    tl->AddInterface("defaultinterface");
+    const ::Test::CScriptedSdk sdk({tl});
+    EXPECT_EQ(refresh().at(0)->getInterfaceInfoList().size(), 1);
+}
+
 TEST_F(TransportLayerList, producerOfOnlyTheDefaultInterfaceHasNoInterfaces)
 {
     const ::Test::CScriptedSdk sdk({transport("OnlyDefault")});
@@ -286,6 +315,37 @@ TEST_F(TransportLayerList, coaXPressProducerIsKeptOpen)
     EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP"), 0U);
 }
 
+TEST_F(TransportLayerList, coaXPressProducerThatFailedIsCreatedInTheNextPass)
+{
+    const auto tl = transport("KorvelGTC/Korvel/CXP");
+    const ::Test::CScriptedSdk sdk({tl});
+    tl->SetFault(EStep::CreateTl, EFault::Runtime, "no board", "", 1);
+    refresh();
+    EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP"), 0U);
+    refresh();
+    EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP"), 1U);
+}
+
+TEST_F(TransportLayerList, coaXPressProducerStaysOpenWhenTheSettingChanges)
+{
+    const auto tl = transport("KorvelGTC/Korvel/CXP");
+    const ::Test::CScriptedSdk sdk({tl});
+    refresh();
+    set(m_releaseTesk, false);
+    refresh();
+    EXPECT_EQ(tl->GetCount(EStep::CreateTl), 2U);
+    EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP"), 1U);
+}
+
+TEST_F(TransportLayerList, nonsenseLeavesTheCoaXPressProducerKeptOpen)
+{
+    const auto tl = transport("KorvelGTC/Korvel/CXP");
+    const ::Test::CScriptedSdk sdk({tl});
+    set(m_releaseTesk, QStringLiteral("-7 bananas"));
+    refresh();
+    EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP"), 1U);
+}
+
 TEST_F(TransportLayerList, coaXPressProducerIsReleasedInEveryPassWhenSo)
 {
     const auto tl = transport("KorvelGTC/Korvel/CXP");
@@ -314,6 +374,15 @@ TEST_F(TransportLayerList, transportLayersOnlyAsksNoProducer)
     CTransportLayerList::refreshTransportLayerList(m_list, false, true, true);
     EXPECT_EQ(m_list.size(), 1);
     EXPECT_EQ(tl->GetCount(EStep::CreateTl), 0U);
+}
+
+TEST_F(TransportLayerList, resultsAreLoggedOnlyWhenAsked)
+{
+    const ::Test::CScriptedSdk sdk({transport("Silent")});
+    const ::Test::CMessageLog log;
+    CTransportLayerList::refreshTransportLayerList(m_list, false, false, false);
+    EXPECT_EQ(m_list.size(), 1);
+    EXPECT_EQ(log.lines(), QStringList());
 }
 
 TEST_F(TransportLayerList, withoutTheSdkNothingIsThrownAndTheListStays)
