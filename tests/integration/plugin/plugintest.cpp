@@ -38,6 +38,15 @@ TEST_F(LoadedPlugin, carriesItsMetadata)
     EXPECT_EQ(dependencies.at(0).toObject().value(QStringLiteral("Name")).toString(),
               QStringLiteral("DataProcessingCore"));
     EXPECT_EQ(dependencies.at(1).toObject().value(QStringLiteral("Name")).toString(), QStringLiteral("AppCore"));
+    for (const auto& dependency : dependencies)
+    {
+        EXPECT_EQ(dependency.toObject().value(QStringLiteral("Version")).toString(), QStringLiteral("1.2.0"));
+        EXPECT_EQ(dependency.toObject().size(), 2);
+    }
+    for (const auto* key : {"Vendor", "Copyright", "License", "Url"})
+    {
+        EXPECT_TRUE(own.value(QLatin1String(key)).isString()) << key;
+    }
 }
 
 TEST_F(LoadedPlugin, instanceIsOneUntilItIsDestroyed)

@@ -53,7 +53,7 @@ bool CCameraPoolPlugin::registerService(const QSharedPointer<Core::Service::ISer
         return false;
     }
     m_initializer->registerService(service);
-    return true;
+    return !m_initializer.isNull();
 }
 
 void CCameraPoolPlugin::createServices()

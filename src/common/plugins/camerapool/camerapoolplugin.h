@@ -52,7 +52,7 @@ public:
 
 private:
     void createPools();
-    /** False when the initializer is gone. */
+    /** False when the initializer was gone, or is gone now. */
     bool registerService(const QSharedPointer<Core::Service::IService>& service);
     void createServices();
     /** Nothing when the host has no registry of nodes. */

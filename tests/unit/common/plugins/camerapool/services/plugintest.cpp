@@ -8,6 +8,7 @@
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/internal/camerapool.h"
+#include "camerapool/internal/interfacepool.h"
 #include "dataprocessingcore/noderegistry.h"
 #include "servicecore/serviceregistry.h"
 #include "support/scriptedtransport.h"
@@ -16,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QPointer>
 #include <QSignalSpy>
 
 #include <algorithm>
@@ -76,10 +78,14 @@ TEST_F(CameraPoolPlugin, servicesAreReleasedWithThePlugin)
     EXPECT_TRUE(service.isNull());
 }
 
-TEST_F(CameraPoolPlugin, withoutAnInitializerNothingIsRegistered)
+TEST_F(CameraPoolPlugin, withoutAnInitializerOnlyTheFirstServiceIsMade)
 {
     CCameraPoolPlugin plugin;
     EXPECT_TRUE(plugin.initialize(nullptr));
+    plugin.unInitialize(&m_initializer);
+    const auto& all = m_initializer.m_unregistered;
+    EXPECT_EQ(all.size() - all.count(ServicePtr()), 1);
+    EXPECT_TRUE(all.at(0).objectCast<ICameraEnumerationService>());
 }
 
 /** Destroys itself when it has registered so many services. */
@@ -109,10 +115,9 @@ TEST_F(CameraPoolPlugin, initializerThatDiesBetweenTwoRegistrationsEndsThemAndIn
         CCameraPoolPlugin plugin;
         EXPECT_TRUE(plugin.initialize(new CDyingInitializer(lifetime, registered)));
         EXPECT_EQ(registered.size(), lifetime);
-        // The next one has been made to be registered; all after that were not made.
         EXPECT_TRUE(plugin.unInitialize(&m_initializer));
         const auto made = m_initializer.m_unregistered.size() - m_initializer.m_unregistered.count(ServicePtr());
-        EXPECT_EQ(made, std::min(lifetime + 1, 5));
+        EXPECT_EQ(made, lifetime);
         m_initializer.m_unregistered.clear();
     }
 }
@@ -140,21 +145,28 @@ TEST_F(CameraPoolPlugin, servicesNeverMadeDoNoHarmWhenTheyAreUnregistered)
 
 TEST_F(CameraPoolPlugin, servicesAndPoolsLiveOnBetweenUnInitializeAndTheEndOfThePlugin)
 {
-    QWeakPointer<Core::Service::IService> service;
-    QPointer<CCameraPool> cameras;
+    QVector<QPointer<QObject>> objects;
+    const auto alive = [&]
+    {
+        return std::count_if(objects.cbegin(), objects.cend(), [](const auto& object) { return !object.isNull(); });
+    };
     {
         CCameraPoolPlugin plugin;
         plugin.initialize(&m_initializer);
         plugin.unInitialize(&m_initializer);
-        service = m_initializer.m_registered.at(4);
-        cameras = plugin.findChild<CCameraPool*>();
+        for (const auto& service : qAsConst(m_initializer.m_registered))
+        {
+            objects.append(service.data());
+        }
+        for (auto* pPool : plugin.findChildren<ADevicePool*>())
+        {
+            objects.append(pPool);
+        }
         m_initializer.m_registered.clear();
         m_initializer.m_unregistered.clear();
-        EXPECT_FALSE(service.isNull());
-        EXPECT_FALSE(cameras.isNull());
+        EXPECT_EQ(alive(), 7);
     }
-    EXPECT_TRUE(service.isNull());
-    EXPECT_TRUE(cameras.isNull());
+    EXPECT_EQ(alive(), 0);
 }
 
 TEST_F(CameraPoolPlugin, servicesAreReleasedInTheReverseOrderOfTheirRegistration)
@@ -171,6 +183,24 @@ TEST_F(CameraPoolPlugin, servicesAreReleasedInTheReverseOrderOfTheirRegistration
         m_initializer.m_registered.clear();
     }
     EXPECT_EQ(order, (QVector<int>{4, 3, 2, 1, 0}));
+}
+
+TEST_F(CameraPoolPlugin, poolsGoAfterTheServices)
+{
+    QStringList order;
+    {
+        CCameraPoolPlugin plugin;
+        plugin.initialize(&m_initializer);
+        const auto note = [&](QObject* pObject, const QString& name)
+        {
+            QObject::connect(pObject, &QObject::destroyed, &m_initializer, [&order, name] { order.append(name); });
+        };
+        note(m_initializer.m_registered.first().data(), QStringLiteral("service"));
+        note(plugin.findChild<CCameraPool*>(), QStringLiteral("pool"));
+        note(plugin.findChild<CInterfacePool*>(), QStringLiteral("pool"));
+        m_initializer.m_registered.clear();
+    }
+    EXPECT_EQ(order.join(QLatin1Char(' ')), QStringLiteral("service pool pool"));
 }
 
 using Plugin::DataProcessingCore::CNodeRegistry;
