@@ -167,7 +167,7 @@ void setErrorStringHelper(const QSharedPointer<ICameraInfo>& info, const char* t
 {
     if (auto* pInfo = dynamic_cast<CCameraInfo*>(info.data()))
     {
-        pInfo->setErrorString(QString::fromLatin1(text));
+        pInfo->setErrorString(QString::fromUtf8(text));
     }
 }
 

@@ -177,6 +177,13 @@ TEST(SetErrorStringHelper, setsTheErrorOfACameraRecord)
     EXPECT_EQ(record->errorString(), QStringLiteral("reason"));
 }
 
+TEST(SetErrorStringHelper, namesOfCamerasInTheTextStayReadable)
+{
+    const auto record = ::Test::cameraRecord("camera/helperutf8");
+    setErrorStringHelper(record, "\xE3\x82\xAB is in use");
+    EXPECT_EQ(record->errorString(), QStringLiteral("\u30AB is in use"));
+}
+
 TEST(SetErrorStringHelper, nullTextClearsTheError)
 {
     const auto record = ::Test::cameraRecord("camera/helpernull");
