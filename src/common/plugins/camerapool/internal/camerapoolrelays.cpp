@@ -41,8 +41,7 @@ void CCameraPool::connectRelays(ICamera* pCamera)
     connectPlain(&ICamera::cameraGrabStarted, &CCameraPool::onCameraGrabStarted);
     connectPlain(&ICamera::cameraGrabStopped, &CCameraPool::onCameraGrabStopped);
     connectPlain(&ICamera::cameraConnectionLost, &CCameraPool::onCameraConnectionLost);
-    connect(pCamera, &IDevice::deviceClosed, this, &CCameraPool::onDeviceClosed);
-    connect(pCamera, &IDevice::deviceOpened, this, &CCameraPool::onDeviceOpened);
+    connectOpenState(pCamera);
     connect(pCamera, &ICamera::cameraImageGrabbed, this,
             [this, way](const Velmo::CGrabResultPtr& result)
             { relay(way, &CCameraPool::onCameraImageGrabbed, result); });

@@ -185,6 +185,12 @@ void ADevicePool::appendDevice(const QSharedPointer<IDevice>& device)
     addToIndex(m_devices.size() - 1);
 }
 
+void ADevicePool::connectOpenState(const IDevice* pDevice)
+{
+    connect(pDevice, &IDevice::deviceClosed, this, &ADevicePool::onDeviceClosed);
+    connect(pDevice, &IDevice::deviceOpened, this, &ADevicePool::onDeviceOpened);
+}
+
 void ADevicePool::releaseDevices()
 {
     clearIndex();

@@ -69,10 +69,12 @@ protected:
     void appendDevice(const QSharedPointer<IDevice>& device);
     /** Lets go of all devices; destructors of derived pools call it while their slots can still be called. */
     void releaseDevices();
+    /** Has the pool tell when the device is closed and opened; derived pools call it for each device they make. */
+    void connectOpenState(const IDevice* pDevice);
 
     mutable QRecursiveMutex m_mutex; // guards what derived pools decide under it
 
-protected slots:
+private slots:
     /** Connected to the signals of the same names of each device. */
     void onDeviceOpened();
     void onDeviceClosed();

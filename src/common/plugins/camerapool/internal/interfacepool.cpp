@@ -13,6 +13,13 @@ CInterfacePool::CInterfacePool(QObject* parent) : ADevicePool(parent) {}
 CInterfacePool::~CInterfacePool()
 {
     releaseDevices();
+    // Who still holds an interface keeps it, closed: the SDK may be gone with this pool.
+    const auto stillHeld = findChildren<IInterface*>(QString(), Qt::FindDirectChildrenOnly);
+    for (IInterface* pInterface : stillHeld)
+    {
+        pInterface->close();
+        pInterface->setParent(nullptr);
+    }
 }
 
 bool CInterfacePool::openDevice(QSharedPointer<IBaseInfo> info, bool monitorMode)
@@ -44,8 +51,7 @@ QSharedPointer<IDevice> CInterfacePool::createDevice(QSharedPointer<IBaseInfo> i
     }
     const QSharedPointer<CInterface> device(new CInterface(interfaceInfo, this));
     appendDevice(device);
-    connect(device.data(), &IDevice::deviceOpened, this, &CInterfacePool::onDeviceOpened);
-    connect(device.data(), &IDevice::deviceClosed, this, &CInterfacePool::onDeviceClosed);
+    connectOpenState(device.data());
     return device;
 }
 

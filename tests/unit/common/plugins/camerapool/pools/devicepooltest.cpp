@@ -3,6 +3,7 @@
 
 #include "camerapool/internal/devicepool.h"
 #include "unit/common/plugins/camerapool/testing/records.h"
+#include "utils/exceptions.h"
 #include "velmo/velmo.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +32,7 @@ public:
     QSharedPointer<ParameterCollection::IParameterCollection> getParameterCollection() const override { return {}; }
     bool open(bool monitorMode) override
     {
+        throwIfAsked();
         m_monitorMode = monitorMode;
         m_isOpen = true;
         emit deviceOpened();
@@ -38,13 +40,23 @@ public:
     }
     void close() override
     {
+        throwIfAsked();
         m_isOpen = false;
         emit deviceClosed();
     }
 
     bool m_monitorMode = false;
+    bool m_throws = false;
 
 private:
+    void throwIfAsked() const
+    {
+        if (m_throws)
+        {
+            throw Core::Exception::TimeoutException(QStringLiteral("no answer"));
+        }
+    }
+
     QSharedPointer<IBaseInfo> m_info;
     bool m_isOpen = false;
 };
@@ -66,8 +78,7 @@ public:
         }
         const QSharedPointer<CFakeDevice> device(new CFakeDevice(info));
         appendDevice(device);
-        connect(device.data(), &IDevice::deviceOpened, this, &CFakePool::onDeviceOpened);
-        connect(device.data(), &IDevice::deviceClosed, this, &CFakePool::onDeviceClosed);
+        connectOpenState(device.data());
         return device;
     }
 };
@@ -276,6 +287,28 @@ TEST_F(DevicePool, openAndCloseAreSignalledWithTheRecord)
     ASSERT_EQ(closed.count(), 1);
     EXPECT_EQ(infoOf(opened, 0), m_camera);
     EXPECT_EQ(infoOf(closed, 0), m_camera);
+}
+
+TEST_F(DevicePool, exceptionsOfADevicePassThrough)
+{
+    m_pool.openDevice(m_camera, false);
+    const auto device = m_pool.findDevice(m_camera);
+    static_cast<CFakeDevice*>(device.data())->m_throws = true;
+    EXPECT_THROW(m_pool.openDevice(m_camera, false), Core::Exception::TimeoutException);
+    EXPECT_THROW(m_pool.closeDevice(m_camera), Core::Exception::TimeoutException);
+    EXPECT_THROW(m_pool.closeDevice(device), Core::Exception::TimeoutException);
+}
+
+TEST_F(DevicePool, openStateOfWhatIsNoDeviceIsNotSignalled)
+{
+    QSignalSpy opened(&m_pool, &ADevicePool::deviceOpened);
+    QSignalSpy closed(&m_pool, &ADevicePool::deviceClosed);
+    QObject stranger;
+    ASSERT_TRUE(QObject::connect(&stranger, SIGNAL(objectNameChanged(QString)), &m_pool, SLOT(onDeviceOpened())));
+    ASSERT_TRUE(QObject::connect(&stranger, SIGNAL(objectNameChanged(QString)), &m_pool, SLOT(onDeviceClosed())));
+    stranger.setObjectName(QStringLiteral("renamed"));
+    EXPECT_EQ(opened.count(), 0);
+    EXPECT_EQ(closed.count(), 0);
 }
 
 TEST_F(DevicePool, announcingTwiceConnectsOnceAndCreatesOneDevice)

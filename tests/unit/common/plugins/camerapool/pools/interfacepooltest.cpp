@@ -14,6 +14,7 @@
 #include <QSignalSpy>
 
 #include <memory>
+#include <stdexcept>
 
 namespace
 {
@@ -168,6 +169,68 @@ TEST_F(InterfacePool, failureToCloseStillDestroysTheSdkObject)
     m_transport->SetFault(EStep::CloseInterface, EFault::Standard, "stuck", "", 1);
     EXPECT_NO_THROW(m_pool.closeDevice(BaseInfoPtr(m_info)));
     EXPECT_FALSE(m_pool.isDeviceOpen(m_info));
+    EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
+}
+
+TEST_F(InterfacePool, failureToDetachItsNodeMapIsLoggedAndKept)
+{
+    using ParameterCollection::IParameterCollection;
+    const auto collection = m_pool.createDevice(m_info)->getParameterCollection();
+    QObject::connect(collection.data(), &IParameterCollection::nodeMapAttached,
+                     [] { throw std::runtime_error("attached"); });
+    QObject::connect(collection.data(), &IParameterCollection::nodeMapDetaching,
+                     [] { throw std::runtime_error("callback"); });
+    const ::Test::CMessageLog log;
+    EXPECT_FALSE(m_pool.openDevice(m_info, false));
+    EXPECT_EQ(log.lines(),
+              QStringList({QStringLiteral("Interface could not be opened. Reason: attached"),
+                           QStringLiteral("Could not detach from interface node maps. Unexpected exceptions e.g. from "
+                                          "callbacks. Reason: callback")}));
+    EXPECT_EQ(m_info->errorString(), QStringLiteral("callback"));
+    EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
+    EXPECT_EQ(m_sdk.GetHeldTransportLayers("TestScripted"), 0U);
+}
+
+TEST_F(InterfacePool, receiverThatThrowsWhileItsNodeMapGoesDoesNotKeepAnInterfaceOpen)
+{
+    ASSERT_TRUE(m_pool.openDevice(m_info, false));
+    const auto device = m_pool.findDevice(m_info);
+    QObject::connect(device->getParameterCollection().data(),
+                     &ParameterCollection::IParameterCollection::nodeMapDetaching,
+                     [] { throw std::runtime_error("callback"); });
+    QSignalSpy closed(&m_pool, &ADevicePool::deviceClosed);
+    EXPECT_NO_THROW(m_pool.closeDevice(BaseInfoPtr(m_info)));
+    EXPECT_EQ(closed.count(), 1);
+    EXPECT_EQ(nodeMap(device), nullptr);
+    EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
+}
+
+TEST_F(InterfacePool, openingAndClosingComeInOrderWithTheRecord)
+{
+    QStringList order;
+    const auto note = [&](auto signal, const QString& name)
+    {
+        QObject::connect(&m_pool, signal, &m_pool,
+                         [&order, name, this](const BaseInfoPtr& info)
+                         { order.append(info.data() == m_info.data() ? name : QStringLiteral("stranger")); });
+    };
+    note(&ADevicePool::deviceOpening, QStringLiteral("opening"));
+    note(&ADevicePool::deviceOpened, QStringLiteral("opened"));
+    note(&ADevicePool::deviceClosing, QStringLiteral("closing"));
+    note(&ADevicePool::deviceClosed, QStringLiteral("closed"));
+    m_pool.openDevice(m_info, false);
+    m_pool.closeDevice(m_pool.findDevice(m_info));
+    EXPECT_EQ(order.join(QLatin1Char(' ')), QStringLiteral("opening opened closing closed"));
+}
+
+TEST_F(InterfacePool, interfaceThatSomebodyHoldsOutlivesThePoolClosed)
+{
+    auto pool = std::make_unique<CInterfacePool>(nullptr);
+    ASSERT_TRUE(pool->openDevice(m_info, false));
+    const auto device = pool->findDevice(m_info);
+    pool.reset();
+    EXPECT_FALSE(device->isOpen());
+    EXPECT_EQ(device->getInfo(), m_info);
     EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
 }
 
