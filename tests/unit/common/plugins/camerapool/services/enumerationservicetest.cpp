@@ -11,6 +11,7 @@
 
 #include <QSemaphore>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include <memory>
 
@@ -77,6 +78,68 @@ TEST_F(EnumerationService, announcesACameraOnceAndAnEqualPassNothing)
     EXPECT_EQ(changed.count(), 1);
     EXPECT_TRUE(m_service.enumerate(QStringLiteral("anything")).isEmpty());
     EXPECT_EQ(m_service.enumerate().size(), 1);
+}
+
+TEST_F(EnumerationService, enumerateWithATextGivesNothing)
+{
+    findCamera("text1");
+    EXPECT_FALSE(m_service.enumerate().isEmpty());
+    for (const auto* text : {"", "TestScripted", "text1", "*"})
+    {
+        EXPECT_TRUE(m_service.enumerate(QLatin1String(text)).isEmpty()) << text;
+    }
+}
+
+TEST_F(EnumerationService, passThatFindsTheSameDevicesIsNotAnnounced)
+{
+    findCamera("same1");
+    settle();
+    QSignalSpy changed(&m_service, &ICameraEnumerationService::enumerationChanged);
+    QSignalSpy connected(&m_cameras, &ADevicePool::deviceConnected);
+    m_transport->ResetCounts();
+    m_service.setEnumerationEnabled(true);
+    m_service.triggerEnumeration();
+    ASSERT_TRUE(m_transport->WaitForCount(EStep::EnumerateDevices, 1));
+    settle();
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(connected.count(), 0);
+}
+
+TEST_F(EnumerationService, passesComeEveryTenSecondsByItself)
+{
+    const auto timers = m_service.findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_EQ(timers.size(), 1);
+    EXPECT_EQ(timers.first()->interval(), 10000);
+    EXPECT_TRUE(timers.first()->isActive());
+    EXPECT_FALSE(timers.first()->isSingleShot());
+}
+
+TEST_F(EnumerationService, interfacesAreAnnouncedBeforeTheCamerasOfTheirTransportLayer)
+{
+    QStringList order;
+    QObject::connect(&m_interfaces, &ADevicePool::deviceConnected, &m_service,
+                     [&] { order.append(QStringLiteral("interface")); });
+    QObject::connect(&m_cameras, &ADevicePool::deviceConnected, &m_service,
+                     [&] { order.append(QStringLiteral("camera")); });
+    QObject::connect(&m_service, &ICameraEnumerationService::enumerationChanged, &m_service,
+                     [&] { order.append(QStringLiteral("changed")); });
+    m_transport->AddInterface("order1/port");
+    findCamera("order1");
+    EXPECT_EQ(order.mid(0, 3).join(QLatin1Char(' ')), QStringLiteral("interface camera changed"));
+}
+
+TEST_F(EnumerationService, withoutProducersNothingIsAnnounced)
+{
+    m_service.setEnumerationEnabled(false);
+    m_sdk.Remove(m_transport);
+    CCameraEnumerationService service(&m_cameras, &m_interfaces);
+    QSignalSpy changed(&service, &ICameraEnumerationService::enumerationChanged);
+    int passes = 0;
+    QObject::connect(service.findChild<CCameraEnumerationThread*>(), &CCameraEnumerationThread::enumerationFinished,
+                     &service, [&] { ++passes; });
+    ASSERT_TRUE(::Test::waitUntil([&] { return passes > 0; }));
+    EXPECT_TRUE(service.enumerate().isEmpty());
+    EXPECT_EQ(changed.count(), 0);
 }
 
 TEST_F(EnumerationService, lostCameraIsRemovedOnceAtOnce)

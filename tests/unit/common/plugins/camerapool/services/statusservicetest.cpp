@@ -1,0 +1,271 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/internal/statusservice.h"
+#include "unit/common/plugins/camerapool/testing/servicesfixture.h"
+
+#include <QMetaMethod>
+#include <QSemaphore>
+#include <QThread>
+
+namespace
+{
+
+using namespace Plugin::CameraPool;
+using namespace Plugin::CameraPool::Internal;
+
+using StatusService = ::Test::ServicesFixture;
+
+TEST_F(StatusService, repeatsTheDeviceSignalsOfBothPools)
+{
+    using Signal = void (ADevicePool::*)(BaseInfoPtr);
+    using Repeated = void (IDeviceStatusService::*)(BaseInfoPtr);
+    const QVector<QPair<Signal, Repeated>> signalPairs = {
+        {&ADevicePool::deviceOpening, &IDeviceStatusService::deviceOpening},
+        {&ADevicePool::deviceOpened, &IDeviceStatusService::deviceOpened},
+        {&ADevicePool::deviceClosing, &IDeviceStatusService::deviceClosing},
+        {&ADevicePool::deviceClosed, &IDeviceStatusService::deviceClosed}};
+    for (const auto& pair : signalPairs)
+    {
+        QSignalSpy spy(&m_status, pair.second);
+        emit(m_pool.get()->*pair.first)(m_info);
+        emit(m_interfaces.get()->*pair.first)(m_port);
+        ASSERT_EQ(spy.count(), 2);
+        EXPECT_EQ(spy.at(0).at(0).value<BaseInfoPtr>(), m_info);
+        EXPECT_EQ(spy.at(1).at(0).value<BaseInfoPtr>(), m_port);
+    }
+}
+
+TEST_F(StatusService, repeatsThatDevicesComeAndGo)
+{
+    QSignalSpy connected(&m_status, &ICameraStatusService::deviceConnected);
+    QSignalSpy disconnected(&m_status, &ICameraStatusService::deviceDisconnected);
+    for (ADevicePool* pPool : {static_cast<ADevicePool*>(m_pool.get()), static_cast<ADevicePool*>(m_interfaces.get())})
+    {
+        emit pPool->deviceConnected(m_info);
+        emit pPool->deviceDisconnected(m_info);
+    }
+    EXPECT_EQ(connected.count(), 2);
+    EXPECT_EQ(disconnected.count(), 2);
+}
+
+TEST_F(StatusService, repeatsThePoolsActiveDeviceOnce)
+{
+    QSignalSpy changed(&m_status, &IDeviceStatusService::activeDeviceChanged);
+    emit m_pool->activeDeviceChanged(m_info);
+    EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(StatusService, repeatsThePlainCameraSignals)
+{
+    using Signal = void (CCameraPool::*)(CameraInfoPtr);
+    using Repeated = void (ICameraStatusService::*)(CameraInfoPtr);
+    const QVector<QPair<Signal, Repeated>> signalPairs = {
+        {&CCameraPool::cameraGrabStart, &ICameraStatusService::cameraGrabStart},
+        {&CCameraPool::cameraGrabStarted, &ICameraStatusService::cameraGrabStarted},
+        {&CCameraPool::cameraGrabStopped, &ICameraStatusService::cameraGrabStopped},
+        {&CCameraPool::cameraImageGrabFailed, &ICameraStatusService::cameraImageGrabFailed},
+        {&CCameraPool::cameraDetached, &ICameraStatusService::cameraDetached},
+        {&CCameraPool::cameraAttached, &ICameraStatusService::cameraAttached},
+        {&CCameraPool::cameraConnectionLost, &ICameraStatusService::cameraConnectionLost}};
+    for (const auto& pair : signalPairs)
+    {
+        QSignalSpy spy(&m_status, pair.second);
+        emit(m_pool.get()->*pair.first)(m_info);
+        ASSERT_EQ(spy.count(), 1);
+        EXPECT_EQ(spy.at(0).at(0).value<CameraInfoPtr>(), m_info);
+    }
+}
+
+TEST_F(StatusService, repeatsImagesAndStatisticsWithTheirArguments)
+{
+    ::Test::CSignalRecord images(static_cast<const ICameraStatusService*>(&m_status),
+                                 &ICameraStatusService::cameraImageGrabbed);
+    ::Test::CSignalRecord statistics(static_cast<const ICameraStatusService*>(&m_status),
+                                     &ICameraStatusService::cameraStatisticUpdated);
+    emit m_pool->cameraImageGrabbed(m_info, Velmo::CGrabResultPtr());
+    emit m_pool->cameraStatisticUpdated(m_info, 3, 2, 1.5, 7U, CCompressionStatistic());
+    ASSERT_EQ(images.count(), 1);
+    EXPECT_EQ(std::get<0>(images.last()), m_info);
+    ASSERT_EQ(statistics.count(), 1);
+    EXPECT_EQ(std::get<0>(statistics.last()), m_info);
+    EXPECT_EQ(std::get<1>(statistics.last()), 3);
+    EXPECT_EQ(std::get<2>(statistics.last()), 2);
+    EXPECT_EQ(std::get<3>(statistics.last()), 1.5);
+    EXPECT_EQ(std::get<4>(statistics.last()), 7U);
+}
+
+TEST_F(StatusService, knowsWhetherADeviceOfEitherKindIsOpen)
+{
+    EXPECT_FALSE(m_status.isDeviceOpen(m_info));
+    EXPECT_FALSE(m_status.isDeviceOpen(m_port));
+    ASSERT_TRUE(m_control.open(m_info, false));
+    ASSERT_TRUE(m_control.open(m_port, false));
+    EXPECT_TRUE(m_status.isDeviceOpen(m_info));
+    EXPECT_TRUE(m_status.isDeviceOpen(m_port));
+    EXPECT_FALSE(m_status.isDeviceOpen(other()));
+    EXPECT_FALSE(m_status.isDeviceOpen({}));
+}
+
+TEST_F(StatusService, knowsNothingOnceThePoolsAreDestroyed)
+{
+    ASSERT_TRUE(m_control.open(m_info, false));
+    destroyPools();
+    EXPECT_FALSE(m_status.isDeviceOpen(m_info));
+    EXPECT_FALSE(m_status.isDeviceOpen(m_port));
+    EXPECT_FALSE(m_status.isCameraOpenExclusive(m_info));
+    EXPECT_FALSE(m_status.isCameraGrabbing(m_info));
+    EXPECT_EQ(m_status.getCountGrabbing(), 0);
+}
+
+/** Tells how many connections a pool's signals have. */
+template <class Pool> class CCounted : public Pool
+{
+public:
+    CCounted() : Pool(nullptr) {}
+    int connections() const
+    {
+        int count = 0;
+        for (int i = ADevicePool::staticMetaObject.methodOffset(); i < this->metaObject()->methodCount(); ++i)
+        {
+            const auto method = this->metaObject()->method(i);
+            if (method.methodType() == QMetaMethod::Signal)
+            {
+                count += this->receivers(QByteArray::number(QSIGNAL_CODE) + method.methodSignature());
+            }
+        }
+        return count;
+    }
+};
+
+TEST_F(StatusService, makesTwentyTwoConnectionsToThePools)
+{
+    CCounted<CCameraPool> cameras;
+    CCounted<CInterfacePool> interfaces;
+    const CStatusService status(&cameras, &interfaces, nullptr);
+    EXPECT_EQ(cameras.connections(), 16);
+    EXPECT_EQ(interfaces.connections(), 6);
+}
+
+TEST_F(StatusService, everyArgumentOfItsSignalsCanBeQueued)
+{
+    const auto& meta = ICameraStatusService::staticMetaObject;
+    int signalCount = 0;
+    for (int i = QObject::staticMetaObject.methodCount(); i < meta.methodCount(); ++i)
+    {
+        const auto method = meta.method(i);
+        signalCount += method.methodType() == QMetaMethod::Signal ? 1 : 0;
+        for (int argument = 0; argument < method.parameterCount(); ++argument)
+        {
+            EXPECT_NE(method.parameterType(argument), QMetaType::UnknownType)
+                << method.methodSignature().toStdString() << ", argument " << argument;
+        }
+    }
+    EXPECT_EQ(signalCount, 16);
+}
+
+TEST_F(StatusService, receiverInAnotherThreadHearsThereWhatIsToldHere)
+{
+    QThread thread;
+    auto* const pReceiver = new QObject;
+    pReceiver->moveToThread(&thread);
+    QObject::connect(&thread, &QThread::finished, pReceiver, &QObject::deleteLater);
+    QSemaphore heard;
+    QThread* pHeardOn = nullptr;
+    CameraInfoPtr heardOf;
+    QObject::connect(&m_status, &ICameraStatusService::cameraImageGrabbed, pReceiver,
+                     [&](const CameraInfoPtr& info, const Velmo::CGrabResultPtr&)
+                     {
+                         pHeardOn = QThread::currentThread();
+                         heardOf = info;
+                         heard.release();
+                     });
+    emit m_pool->cameraImageGrabbed(m_info, Velmo::CGrabResultPtr());
+    EXPECT_EQ(heard.available(), 0);
+    thread.start();
+    EXPECT_TRUE(heard.tryAcquire(1, 10000));
+    thread.quit();
+    ASSERT_TRUE(thread.wait(10000));
+    EXPECT_EQ(pHeardOn, &thread);
+    EXPECT_EQ(heardOf, m_info);
+}
+
+TEST_F(StatusService, settingTheSameActiveRecordTwiceIsAnnouncedOnce)
+{
+    QSignalSpy changed(&m_status, &IDeviceStatusService::activeDeviceChanged);
+    m_status.setActiveDevice(m_info);
+    m_status.setActiveDevice(m_info);
+    EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(StatusService, announcesTheActiveDeviceOnceAndItsClearing)
+{
+    QSignalSpy changed(&m_status, &IDeviceStatusService::activeDeviceChanged);
+    m_status.setActiveDevice({});
+    EXPECT_EQ(changed.count(), 0);
+    m_status.setActiveDevice(m_info);
+    m_status.setActiveDevice(m_info);
+    ASSERT_EQ(changed.count(), 1);
+    EXPECT_EQ(changed.at(0).at(0).value<BaseInfoPtr>(), m_info);
+    EXPECT_EQ(m_status.getActiveDevice(), m_info);
+    m_status.setActiveDevice({});
+    ASSERT_EQ(changed.count(), 2);
+    EXPECT_TRUE(changed.at(1).at(0).value<BaseInfoPtr>().isNull());
+    EXPECT_TRUE(m_status.getActiveDevice().isNull());
+}
+
+TEST_F(StatusService, listenerMayChooseAnotherActiveDevice)
+{
+    QObject::connect(&m_status, &IDeviceStatusService::activeDeviceChanged, &m_status,
+                     [this] { m_status.setActiveDevice(m_port); });
+    QSignalSpy changed(&m_status, &IDeviceStatusService::activeDeviceChanged);
+    m_status.setActiveDevice(m_info);
+    EXPECT_EQ(m_status.getActiveDevice(), m_port);
+    EXPECT_EQ(changed.count(), 2);
+}
+
+TEST_F(StatusService, listenerMayCloseWhatHasJustBeenOpened)
+{
+    QObject::connect(&m_status, &IDeviceStatusService::deviceOpened, &m_status,
+                     [this](const BaseInfoPtr& info) { m_control.close(info); });
+    m_control.open(m_info, false);
+    EXPECT_FALSE(m_status.isDeviceOpen(m_info));
+    m_control.open(m_port, false);
+    EXPECT_FALSE(m_status.isDeviceOpen(m_port));
+}
+
+TEST_F(StatusService, listenerMayReopenWhatHasJustBeenClosed)
+{
+    int reopened = 0;
+    QObject::connect(&m_status, &IDeviceStatusService::deviceClosed, &m_status,
+                     [&](const BaseInfoPtr& info)
+                     {
+                         if (reopened++ == 0)
+                         {
+                             m_control.open(info, false);
+                         }
+                     });
+    ASSERT_TRUE(m_control.open(m_port, false));
+    m_control.close(m_port);
+    EXPECT_TRUE(m_status.isDeviceOpen(m_port));
+}
+
+TEST_F(StatusService, lockedCameraIsSilentUntilItIsUnlocked)
+{
+    QSignalSpy detached(&m_status, &ICameraStatusService::cameraDetached);
+    QSignalSpy attached(&m_status, &ICameraStatusService::cameraAttached);
+    QSignalSpy started(&m_status, &ICameraStatusService::cameraGrabStarted);
+    ASSERT_TRUE(m_control.open(m_info, false));
+    const auto locked = m_control.tryLock(m_info);
+    ASSERT_FALSE(locked.isNull());
+    EXPECT_EQ(detached.count(), 1);
+    locked->startGrabbing();
+    locked->stopGrabbing();
+    EXPECT_EQ(started.count(), 0);
+    EXPECT_TRUE(m_control.unlock(locked));
+    EXPECT_EQ(attached.count(), 1);
+    m_stream.startGrabbing(m_info);
+    EXPECT_TRUE(::Test::waitUntil([&] { return started.count() == 1; }));
+}
+
+} // namespace
