@@ -327,6 +327,22 @@ void CScriptedTransport::SetRegister(const std::string& serialNumber, const std:
         .Poke(CScriptedCamera::FindRegister(feature).address, static_cast<std::uint64_t>(value), 8);
 }
 
+void CScriptedTransport::SetBytes(const std::string& serialNumber, const std::string& feature,
+                                  const std::vector<std::uint8_t>& bytes)
+{
+    const SRegister& entry = CScriptedCamera::FindRegister(feature);
+    if (static_cast<std::int64_t>(bytes.size()) > entry.bytes)
+    {
+        throw std::out_of_range("too many bytes for the feature " + feature);
+    }
+    GenApi::CMemoryPort& memory = m_state->Find(serialNumber)->GetMemory();
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+    {
+        memory.Poke(entry.address + static_cast<std::int64_t>(i), bytes[i], 1);
+    }
+    SetRegister(serialNumber, feature + "Length", static_cast<std::int64_t>(bytes.size()));
+}
+
 unsigned int CScriptedTransport::GetOpenDevices(const std::string& serialNumber) const
 {
     unsigned int count = 0;

@@ -90,6 +90,7 @@ struct SScriptedCamera
     bool hasClearBufferModeEnable = true;
     bool hasTransmissionType = false; // of the stream
     bool hasChunks = false;           // a chunk parser, and the feature ChunkModeActive
+    bool hasCompression = false;      // the features ImageCompression*; off until a test sets their registers
     bool hasTLParamsLocked = true;
     bool hasTLNodeMap = true;
     bool hasEventGrabber = false;
@@ -186,6 +187,8 @@ public:
     /** The present value of a feature's register (a number). */
     std::int64_t GetRegister(const std::string& serialNumber, const std::string& feature) const;
     void SetRegister(const std::string& serialNumber, const std::string& feature, std::int64_t value);
+    /** Of a feature that is a register; its length is the bytes' then. Throws std::out_of_range for too many. */
+    void SetBytes(const std::string& serialNumber, const std::string& feature, const std::vector<std::uint8_t>& bytes);
     /** Devices that exist and are open now. */
     unsigned int GetOpenDevices(const std::string& serialNumber) const;
     unsigned int GetLivingDevices() const;

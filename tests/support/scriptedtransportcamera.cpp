@@ -33,11 +33,17 @@ constexpr SRegister Registers[] = {
     {"StreamPayloadSize", 0x068, 8},
     {"TransmissionType", 0x070, 8},
     {"HeartbeatTimeout", 0x078, 8},
+    {"ImageCompressionMode", 0x080, 8},
+    {"ImageCompressionDescriptorLength", 0x088, 8},
+    {"ImageCompressionDescriptorHashLength", 0x090, 8},
+    {"ImageCompressionDecodedSize", 0x098, 8},
+    {"ImageCompressionDescriptorHash", 0x0a0, 32},
     {"DeviceUserID", 0x100, TextBytes},
     {"DeviceSerialNumber", 0x140, TextBytes},
     {"DeviceModelName", 0x180, TextBytes},
     {"DeviceVendorName", 0x1c0, TextBytes},
     {"DeviceFirmwareVersion", 0x200, TextBytes},
+    {"ImageCompressionDescriptor", 0x280, 128},
 };
 
 std::string Address(const char* feature)
@@ -91,6 +97,23 @@ std::string Enumeration(const char* feature, const std::vector<std::pair<const c
                 "</Value></EnumEntry>";
     }
     return text + "<pValue>" + name + "Reg</pValue></Enumeration>\n" + IntReg(name + "Reg", feature, "RW");
+}
+
+/** A register whose length is that of the register "<feature>Length". */
+std::string Register(const char* feature)
+{
+    const std::string name = feature;
+    const std::string length = name + "Length";
+    return "<Register Name=\"" + name + "\"><Address>" + Address(feature) + "</Address><pLength>" + length +
+           "</pLength><AccessMode>RO</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable></Register>\n" +
+           IntReg(length, length.c_str(), "RO");
+}
+
+std::string Compression()
+{
+    return Enumeration("ImageCompressionMode", {{"Off", 0}, {"Lossless", 1}, {"FixedRatio", 2}}) +
+           Register("ImageCompressionDescriptor") + Register("ImageCompressionDescriptorHash") +
+           Integer("ImageCompressionDecodedSize", "RO");
 }
 
 /** Root lists the features; body defines them. */
@@ -231,6 +254,7 @@ std::string CScriptedCamera::GetDescription() const
     add(m_config.hasPayloadSize, "PayloadSize", Integer("PayloadSize", "RO"));
     add(m_config.hasClearBufferModeEnable, "ClearBufferModeEnable", Boolean("ClearBufferModeEnable"));
     add(m_config.hasChunks, "ChunkModeActive", Boolean("ChunkModeActive"));
+    add(m_config.hasCompression, "ImageCompressionMode", Compression());
     add(m_config.hasTLParamsLocked, "TLParamsLocked", Integer("TLParamsLocked", "RW"));
     return Wrap(m_config.modelName, features, body);
 }

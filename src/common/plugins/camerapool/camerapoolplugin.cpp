@@ -8,6 +8,7 @@
 #include "camerapool/internal/cameraparameterservice.h"
 #include "camerapool/internal/camerastreamcontrolservice.h"
 #include "camerapool/internal/controlservice.h"
+#include "camerapool/internal/imagedecompressorservice.h"
 #include "camerapool/internal/statusservice.h"
 #include "dataprocessingcore/inoderegistry.h"
 
@@ -22,6 +23,7 @@ CCameraPoolPlugin::~CCameraPoolPlugin()
 {
     unregisterNode();
     m_initializer.clear();
+    m_ptrImageDecompressorService.reset();
     m_ptrStreamControlService.reset();
     m_ptrParameterService.reset();
     m_ptrControlService.reset();
@@ -81,7 +83,12 @@ void CCameraPoolPlugin::createServices()
         return;
     }
     m_ptrStreamControlService.reset(new CCameraStreamControlService(m_cameraPool, nullptr));
-    registerService(m_ptrStreamControlService);
+    if (!registerService(m_ptrStreamControlService))
+    {
+        return;
+    }
+    m_ptrImageDecompressorService.reset(new CImageDecompressorService(m_cameraPool, nullptr));
+    registerService(m_ptrImageDecompressorService);
 }
 
 void CCameraPoolPlugin::registerNode()
@@ -117,8 +124,8 @@ bool CCameraPoolPlugin::postInitialize()
 
 QVector<QSharedPointer<Core::Service::IService>> CCameraPoolPlugin::services() const
 {
-    return {m_ptrEnumerationService, m_ptrStatusService, m_ptrControlService, m_ptrParameterService,
-            m_ptrStreamControlService};
+    return {m_ptrEnumerationService, m_ptrStatusService,        m_ptrControlService,
+            m_ptrParameterService,   m_ptrStreamControlService, m_ptrImageDecompressorService};
 }
 
 bool CCameraPoolPlugin::unInitialize(QPointer<Core::Plugin::IPluginInitializer> initializer)

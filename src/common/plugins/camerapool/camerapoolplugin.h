@@ -25,6 +25,7 @@ class CCameraParameterService;
 class CCameraPool;
 class CCameraStreamControlService;
 class CControlService;
+class CImageDecompressorService;
 class CInterfacePool;
 class CStatusService;
 } // namespace Internal
@@ -68,6 +69,7 @@ private:
     QSharedPointer<Internal::CControlService> m_ptrControlService;
     QSharedPointer<Internal::CCameraParameterService> m_ptrParameterService;
     QSharedPointer<Internal::CCameraStreamControlService> m_ptrStreamControlService;
+    QSharedPointer<Internal::CImageDecompressorService> m_ptrImageDecompressorService;
     QPointer<Core::Plugin::IPluginInitializer> m_initializer;
     QWeakPointer<Plugin::DataProcessingCore::INodeRegistry> m_nodeRegistry; // the one that has the node; else null
 };

@@ -8,6 +8,7 @@
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
+#include "camerapool/iimagedecompressorservice.h"
 #include "camerapool/iinterface.h"
 #include "camerapool/iinterfaceinfo.h"
 #include "camerapool/internal/camerainfo.h"
@@ -72,5 +73,9 @@ IDeviceParameterService::~IDeviceParameterService() = default;
 ICameraEnumerationService::ICameraEnumerationService(QObject* parent) : IService(parent) {}
 
 ICameraEnumerationService::~ICameraEnumerationService() = default;
+
+IImageDecompressorService::IImageDecompressorService(QObject* parent) : IService(parent) {}
+
+IImageDecompressorService::~IImageDecompressorService() = default;
 
 } // namespace Plugin::CameraPool

@@ -13,7 +13,10 @@
 #include "parametercollection/parametercollection.h"
 #include "utils/fpsstatistic.h"
 #include "velmo/eventhandlers.h"
+#include "velmo/imagedecompressor.h"
 #include "velmo/instantcamera.h"
+
+#include <QVector>
 
 #include <atomic>
 #include <memory>
@@ -60,6 +63,22 @@ public:
     bool isGrabbing() const override;
     bool isMonitorModeActive() const override;
     QSharedPointer<ParameterCollection::IParameterCollection> getParameterCollection() const override;
+
+    /**
+     * @name How the camera compresses its images, read from its node map
+     *
+     * Throw Core::Exception::RuntimeException for a value that cannot be, and exceptions of the SDK as those of the
+     * host; InvalidOperationException when the camera does not compress.
+     * @{
+     */
+    Velmo::ECompressionMode getCompressionMode() const;
+    /** Opaque bytes, at least one. */
+    QVector<unsigned char> getCompressionDescriptor() const;
+    /** Opaque bytes, at least one. */
+    QVector<unsigned char> getCompressionDescriptorHash() const;
+    /** Bytes of a decompressed image, not 0. */
+    unsigned int getImageSizeForDecompression() const;
+    /** @} */
 
     /** Throws Core::Exception::ObjectDisposedException. */
     void raiseExceptionIfDisposed() const;

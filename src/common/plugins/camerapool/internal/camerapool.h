@@ -6,6 +6,7 @@
 #include "camerapool/icamera.h"
 #include "camerapool/icamerainfo.h"
 #include "camerapool/internal/devicepool.h"
+#include "velmo/imagedecompressor.h"
 
 #include <QHash>
 #include <QList>
@@ -66,6 +67,23 @@ public:
     void singleShot(unsigned int timeout);
 
     /**
+     * @name How a camera compresses its images
+     *
+     * What CCamera's functions of these names give and throw; Core::Exception::BaseException when the camera is not
+     * known, is locked or, without a record, when the active device is no camera.
+     * @{
+     */
+    Velmo::ECompressionMode getCompressionMode(QSharedPointer<ICameraInfo> info) const;
+    QVector<unsigned char> getCompressionDescriptor(QSharedPointer<ICameraInfo> info) const;
+    QVector<unsigned char> getCompressionDescriptorHash(QSharedPointer<ICameraInfo> info) const;
+    unsigned int getImageSizeForDecompression(QSharedPointer<ICameraInfo> info) const;
+    Velmo::ECompressionMode getCompressionMode() const;
+    QVector<unsigned char> getCompressionDescriptor() const;
+    QVector<unsigned char> getCompressionDescriptorHash() const;
+    unsigned int getImageSizeForDecompression() const;
+    /** @} */
+
+    /**
      * Makes a GigE camera of another subnet known, so that the next enumeration finds it. Blocks while the camera is
      * asked. Throws Core::Exception::BaseException.
      */
@@ -113,6 +131,9 @@ private:
     bool senderInfo(QSharedPointer<ICameraInfo>& info) const;
     QSharedPointer<ICamera> findCamera(const QSharedPointer<ICameraInfo>& info) const;
     bool isLocked(const QSharedPointer<ICamera>& camera) const;
+    /** Never null; throws what the compression queries throw. */
+    QSharedPointer<CCamera> cameraForQueries(const QSharedPointer<ICameraInfo>& info) const;
+    QSharedPointer<ICameraInfo> activeCameraInfo() const;
     /** Null unless the camera is known and not locked. */
     QSharedPointer<ICamera> findUnlockedCamera(const QSharedPointer<ICameraInfo>& info) const;
 

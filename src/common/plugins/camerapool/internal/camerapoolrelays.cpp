@@ -162,7 +162,7 @@ void CCameraPool::onCameraImageGrabFailed()
     QSharedPointer<ICameraInfo> info;
     if (senderInfo(info))
     {
-        setErrorStringHelper(info, "The image grab failed.");
+        setErrorStringHelper(info, tr("The image grab failed.").toUtf8());
         emit cameraImageGrabFailed(info);
     }
 }

@@ -15,6 +15,22 @@
         <source>Action cannot be performed. The stream grabber is still in use.</source>
         <translation>Action cannot be performed. The stream grabber is still in use.</translation>
     </message>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>Unknown compression mode found.</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>Invalid compression descriptor size found.</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor hash size found.</source>
+        <translation>Invalid compression descriptor hash size found.</translation>
+    </message>
+    <message>
+        <source>Invalid image size for decompression found.</source>
+        <translation>Invalid image size for decompression found.</translation>
+    </message>
 </context>
 <context>
     <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
@@ -48,6 +64,17 @@
     <message>
         <source>The image grab failed.</source>
         <translation>The image grab failed.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>Unknown compression mode found.</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>Invalid compression descriptor size found.</translation>
     </message>
 </context>
 </TS>

@@ -15,6 +15,22 @@
         <source>Action cannot be performed. The stream grabber is still in use.</source>
         <translation>操作を実行できません。ストリーム グラバーはまだ使用中です。</translation>
     </message>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>不明な圧縮モードが見つかりました。</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>無効な圧縮記述子サイズが見つかりました。</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor hash size found.</source>
+        <translation>無効な圧縮記述子ハッシュサイズが見つかりました。</translation>
+    </message>
+    <message>
+        <source>Invalid image size for decompression found.</source>
+        <translation>無効な展開用画像サイズが見つかりました。</translation>
+    </message>
 </context>
 <context>
     <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
@@ -48,6 +64,17 @@
     <message>
         <source>The image grab failed.</source>
         <translation>画像の取得に失敗しました。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>不明な圧縮モードが見つかりました。</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>無効な圧縮記述子サイズが見つかりました。</translation>
     </message>
 </context>
 </TS>

@@ -15,6 +15,22 @@
         <source>Action cannot be performed. The stream grabber is still in use.</source>
         <translation>작업을 수행할 수 없습니다. 스트림 그래버가 아직 사용 중입니다.</translation>
     </message>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>알 수 없는 압축 모드가 발견되었습니다.</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>잘못된 압축 설명자 크기가 발견되었습니다.</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor hash size found.</source>
+        <translation>잘못된 압축 설명자 해시 크기가 발견되었습니다.</translation>
+    </message>
+    <message>
+        <source>Invalid image size for decompression found.</source>
+        <translation>잘못된 압축 해제용 이미지 크기가 발견되었습니다.</translation>
+    </message>
 </context>
 <context>
     <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
@@ -48,6 +64,17 @@
     <message>
         <source>The image grab failed.</source>
         <translation>이미지 획득에 실패했습니다.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>알 수 없는 압축 모드가 발견되었습니다.</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>잘못된 압축 설명자 크기가 발견되었습니다.</translation>
     </message>
 </context>
 </TS>

@@ -15,6 +15,22 @@
         <source>Action cannot be performed. The stream grabber is still in use.</source>
         <translation>无法执行操作。流抓取器仍在使用中。</translation>
     </message>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>发现未知的压缩模式。</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>发现无效的压缩描述符大小。</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor hash size found.</source>
+        <translation>发现无效的压缩描述符哈希大小。</translation>
+    </message>
+    <message>
+        <source>Invalid image size for decompression found.</source>
+        <translation>发现无效的解压缩图像大小。</translation>
+    </message>
 </context>
 <context>
     <name>Plugin::CameraPool::Internal::CCameraNodeDataModel</name>
@@ -48,6 +64,17 @@
     <message>
         <source>The image grab failed.</source>
         <translation>图像采集失败。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
+    <message>
+        <source>Unknown compression mode found.</source>
+        <translation>发现未知的压缩模式。</translation>
+    </message>
+    <message>
+        <source>Invalid compression descriptor size found.</source>
+        <translation>发现无效的压缩描述符大小。</translation>
     </message>
 </context>
 </TS>

@@ -7,6 +7,7 @@
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
+#include "camerapool/iimagedecompressorservice.h"
 #include "camerapool/internal/camerapool.h"
 #include "camerapool/internal/interfacepool.h"
 #include "dataprocessingcore/noderegistry.h"
@@ -55,12 +56,13 @@ TEST_F(CameraPoolPlugin, registersItsServicesInOrderAndTakesThemBackInOrder)
     EXPECT_TRUE(plugin.initialize(&m_initializer));
     EXPECT_TRUE(plugin.postInitialize());
     const auto& all = m_initializer.m_registered;
-    ASSERT_EQ(all.size(), 5);
+    ASSERT_EQ(all.size(), 6);
     EXPECT_TRUE(all.at(0).objectCast<ICameraEnumerationService>());
     EXPECT_TRUE(all.at(1).objectCast<ICameraStatusService>());
     EXPECT_TRUE(all.at(2).objectCast<ICameraControlService>());
     EXPECT_TRUE(all.at(3).objectCast<IDeviceParameterService>());
     EXPECT_TRUE(all.at(4).objectCast<ICameraStreamControlService>());
+    EXPECT_TRUE(all.at(5).objectCast<IImageDecompressorService>());
     EXPECT_TRUE(plugin.unInitialize(&m_initializer));
     EXPECT_EQ(m_initializer.m_unregistered, m_initializer.m_registered);
 }
@@ -109,7 +111,7 @@ private:
 
 TEST_F(CameraPoolPlugin, initializerThatDiesBetweenTwoRegistrationsEndsThemAndInitializeSucceeds)
 {
-    for (int lifetime = 1; lifetime <= 5; ++lifetime)
+    for (int lifetime = 1; lifetime <= 6; ++lifetime)
     {
         QVector<ServicePtr> registered;
         CCameraPoolPlugin plugin;
@@ -164,7 +166,7 @@ TEST_F(CameraPoolPlugin, servicesAndPoolsLiveOnBetweenUnInitializeAndTheEndOfThe
         }
         m_initializer.m_registered.clear();
         m_initializer.m_unregistered.clear();
-        EXPECT_EQ(alive(), 7);
+        EXPECT_EQ(alive(), 8);
     }
     EXPECT_EQ(alive(), 0);
 }
@@ -182,7 +184,7 @@ TEST_F(CameraPoolPlugin, servicesAreReleasedInTheReverseOrderOfTheirRegistration
         }
         m_initializer.m_registered.clear();
     }
-    EXPECT_EQ(order, (QVector<int>{4, 3, 2, 1, 0}));
+    EXPECT_EQ(order, (QVector<int>{5, 4, 3, 2, 1, 0}));
 }
 
 TEST_F(CameraPoolPlugin, poolsGoAfterTheServices)
