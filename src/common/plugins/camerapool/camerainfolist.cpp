@@ -71,6 +71,26 @@ private:
 class CKnownCameraIndex
 {
 public:
+    /** Notices updates that were not made through update(). */
+    void synchronize(const QVector<QSharedPointer<Internal::CCameraInfo>>& known)
+    {
+        if (m_updateCount == Internal::CCameraInfo::updateCount())
+        {
+            return;
+        }
+        m_updateCount = Internal::CCameraInfo::updateCount();
+        m_positions.clear();
+        m_names.clear();
+        for (int i = known.size() - 1; i >= 0; --i) // backwards: of equal names the first remains
+        {
+            m_positions.insert(known.at(i)->getFullName(), i);
+        }
+        for (const auto& info : known)
+        {
+            m_names.emplace_back(info->getVelmoDeviceInfo());
+        }
+    }
+
     SKnownCamera find(const QVector<QSharedPointer<Internal::CCameraInfo>>& known, const Velmo::CDeviceInfo& info)
     {
         // Cameras mostly come back unchanged and in the same order; that costs no conversion of their names.
@@ -93,6 +113,7 @@ public:
     void update(int position, const Velmo::CDeviceInfo& info)
     {
         m_names[static_cast<std::size_t>(position)] = CKnownNames(info);
+        m_updateCount = Internal::CCameraInfo::updateCount();
     }
 
 private:
@@ -105,6 +126,7 @@ private:
 
     QHash<QString, int> m_positions;
     std::vector<CKnownNames> m_names; // by position
+    unsigned int m_updateCount = 0;
     int m_next = 0;
 };
 
@@ -142,6 +164,7 @@ CCameraInfoList CCameraInfoList::fromDeviceInfoList(Velmo::DeviceInfoList device
 {
     static CKnownCameraIndex index;
     auto& known = knownCameras();
+    index.synchronize(known);
     changed = false;
     CCameraInfoList result;
     result.reserve(static_cast<int>(devices.size()));

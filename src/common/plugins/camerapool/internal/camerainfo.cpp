@@ -29,6 +29,8 @@ QString friendlyNameOf(const Velmo::CDeviceInfo& info, const QString& userDefine
 
 } // namespace
 
+std::atomic<unsigned int> CCameraInfo::m_updateCount{0};
+
 CCameraInfo::CCameraInfo(const Velmo::CDeviceInfo& info, QObject* parent) : ICameraInfo(parent), m_deviceInfos{info}
 {
     read();
@@ -52,6 +54,12 @@ void CCameraInfo::updateFromDeviceInfo(const Velmo::CDeviceInfo& info)
         m_deviceInfos.push_back(info);
     }
     read();
+    ++m_updateCount;
+}
+
+unsigned int CCameraInfo::updateCount()
+{
+    return m_updateCount;
 }
 
 void CCameraInfo::read()

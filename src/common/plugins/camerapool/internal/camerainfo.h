@@ -8,6 +8,7 @@
 
 #include <QMutex>
 
+#include <atomic>
 #include <list>
 
 namespace Plugin::CameraPool::Internal
@@ -25,6 +26,8 @@ public:
     /** Takes over everything but the identifier and the error. */
     void updateFromDeviceInfo(const Velmo::CDeviceInfo& info);
     void setErrorString(QString text);
+    /** Counts the updates of all records, so that what is kept of their names can be known to be old. */
+    static unsigned int updateCount();
 
     /** Both by way of UTF-8; invalid bytes are replaced. */
     static QString qString(const GenICam::gcstring& text);
@@ -50,6 +53,8 @@ public:
 private:
     void read();
     QString locked(const QString& member) const;
+
+    static std::atomic<unsigned int> m_updateCount;
 
     mutable QMutex m_mutex; // guards all members; nothing is called while it is held
     // The last one is in force. Earlier ones stay, since getVelmoDeviceInfo() has handed out references to them.

@@ -66,6 +66,16 @@ TEST(CameraInfoList, newUserDefinedNameRefreshesTheRecordAndReportsAChange)
     EXPECT_TRUE(changed);
 }
 
+TEST(CameraInfoList, recordUpdatedElsewhereIsComparedAsItIsNow)
+{
+    const auto first = refresh({named("list/elsewhere", "old")});
+    first.at(0)->updateFromDeviceInfo(named("list/elsewhere", "other"));
+    bool changed = false;
+    CCameraInfoList::fromDeviceInfoList({named("list/elsewhere", "old")}, changed);
+    EXPECT_TRUE(changed);
+    EXPECT_EQ(first.at(0)->getUserDefinedName(), QStringLiteral("old"));
+}
+
 TEST(CameraInfoList, newFriendlyNameRefreshesTheRecordAndReportsAChange)
 {
     const auto first = refresh({::Test::deviceInfo("list/friendly")});

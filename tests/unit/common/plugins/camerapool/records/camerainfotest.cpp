@@ -162,6 +162,12 @@ TEST(CameraInfo, guardedPointersToARecordWork)
     EXPECT_TRUE(weak.isNull());
 }
 
+TEST(CameraInfo, variantOfARecordConvertsToTheObject)
+{
+    const CameraInfoPtr record = ::Test::cameraRecord("camera/variant");
+    EXPECT_EQ(QVariant::fromValue(record).value<QObject*>(), record.data());
+}
+
 TEST(CameraInfo, stringsConvertThereAndBack)
 {
     const QString text = QString::fromUtf8("\xE3\x82\xAB\xE3\x83\xA1\xE3\x83\xA9");
