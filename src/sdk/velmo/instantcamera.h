@@ -89,7 +89,8 @@ public:
     /** A null handler registers none; with RegistrationMode_ReplaceAll it only takes away all. */
     void RegisterConfiguration(CConfigurationEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup);
     /** False when it was not registered. Waits for calls of the handler on other threads to end; but not from within
-     *  the handler itself, nor for a call that is just deregistering the handler that calls this. */
+     *  the handler itself, nor for a call that itself waits for the calling handler to end: by deregistering it, or by
+     *  stopping, closing or destroying the camera. Only then may the handler still be running on return. */
     bool DeregisterConfiguration(CConfigurationEventHandler* pHandler);
     void RegisterImageEventHandler(CImageEventHandler* pHandler, ERegistrationMode mode, ECleanup cleanup);
     bool DeregisterImageEventHandler(CImageEventHandler* pHandler);

@@ -304,7 +304,7 @@ void CCameraCore::CloseStreamAndDevice(IVelmoDevice& device)
             Log(ELogLevel::Warning, "velmo.camera", std::string(what) + " failed: " + CurrentExceptionText());
         }
     };
-    const CAwaitingScope awaiting(*m_gate, CallbackKind_Removal); // the device may wait for its report of a removal
+    const COperationGate::CTransportWait wait(*m_gate, CallbackKind_Removal); // for its report of a removal
     attempt("Closing the stream",
             [&]
             {

@@ -9,6 +9,7 @@
 #include "velmo/internal/handlerlist.h"
 #include "velmo/internal/operationgate.h"
 #include "velmo/internal/removallink.h"
+#include "velmo/internal/waitgraph.h"
 
 #include <functional>
 #include <memory>
@@ -90,12 +91,12 @@ private:
     std::int64_t ReadStatus(CCameraSettings::EStatus status) const;
 
     CInstantCamera& m_camera;
-    const std::shared_ptr<COperationGate> m_gate = std::make_shared<COperationGate>();
+    const std::shared_ptr<CWaitGraph> m_waits = std::make_shared<CWaitGraph>();
+    const std::shared_ptr<COperationGate> m_gate = std::make_shared<COperationGate>(m_waits);
     CCameraSettings m_settings;
     const std::unique_ptr<GenApi::INodeMap> m_emptyNodeMap;
-    const std::shared_ptr<CHandlerSync> m_handlerSync = std::make_shared<CHandlerSync>();
-    CHandlerList<CConfigurationEventHandler> m_configurationHandlers{m_handlerSync};
-    CHandlerList<CImageEventHandler> m_imageHandlers{m_handlerSync};
+    CHandlerList<CConfigurationEventHandler> m_configurationHandlers{m_waits};
+    CHandlerList<CImageEventHandler> m_imageHandlers{m_waits};
     std::thread m_loop;                      // owner only
     std::vector<std::thread> m_retiredLoops; // owner only: ended from within themselves
     std::shared_ptr<CRemovalLink> m_removal; // owner only

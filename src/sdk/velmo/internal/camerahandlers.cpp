@@ -20,7 +20,7 @@ template <class Handler, class Told>
 bool RemoveHandler(CHandlerList<Handler>& list, COperationGate& gate, const Handler* pHandler, const Handler* pKeep,
                    Told told)
 {
-    const CAwaitingScope awaiting(gate, CallbackKind_Loop | CallbackKind_Removal);
+    const COperationGate::CExemption exemption(gate, CallbackKind_Loop | CallbackKind_Removal);
     return list.Remove(pHandler, pKeep,
                        [&](Handler& handler)
                        {

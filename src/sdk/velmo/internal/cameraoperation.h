@@ -37,31 +37,6 @@ private:
     const bool m_isOwner;
 };
 
-/** While the owner waits for callbacks to end, in a handler list or in the device, those must not wait for the camera.
- */
-class CAwaitingScope
-{
-public:
-    CAwaitingScope(COperationGate& gate, unsigned int kinds) : m_gate(gate), m_isOwner(gate.IsOwner())
-    {
-        m_before = m_isOwner ? gate.SetAwaited(kinds) : 0;
-    }
-    ~CAwaitingScope()
-    {
-        if (m_isOwner)
-        {
-            m_gate.SetAwaited(m_before);
-        }
-    }
-    CAwaitingScope(const CAwaitingScope&) = delete;
-    CAwaitingScope& operator=(const CAwaitingScope&) = delete;
-
-private:
-    COperationGate& m_gate;
-    const bool m_isOwner;
-    unsigned int m_before = 0;
-};
-
 /** Does something at the end of a scope. */
 template <class Act> class CAtExit
 {

@@ -5,10 +5,9 @@
 
 #include "velmo/eventhandlers.h"
 #include "velmo/internal/exceptiontext.h"
+#include "velmo/internal/waitgraph.h"
 
 #include <algorithm>
-#include <condition_variable>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -27,59 +26,10 @@ public:
 };
 
 /**
- * What the handler lists of one camera share: a lock, and who waits for whom.
- *
- * Threads: any; all but the constructor with the mutex held.
- */
-class CHandlerSync
-{
-public:
-    using Threads = std::vector<std::thread::id>;
-
-    /** Waits until only such threads are left among the runners as cannot end before this one goes on: itself, and
-     *  those that wait, directly or not, for this one. */
-    void AwaitIdle(std::unique_lock<std::mutex>& lock, const Threads& runners)
-    {
-        const std::thread::id self = std::this_thread::get_id();
-        const auto isIdle = [&]
-        {
-            return std::all_of(runners.begin(), runners.end(),
-                               [&](std::thread::id runner)
-                               { return runner == self || WaitsFor(runner, self, m_waiting.size()); });
-        };
-        if (isIdle())
-        {
-            return;
-        }
-        m_waiting[self] = &runners;
-        changed.wait(lock, isIdle);
-        m_waiting.erase(self);
-    }
-
-    std::mutex mutex; // guards the lists and the members below; never held while a handler is called
-    std::condition_variable changed;
-
-private:
-    /** Directly, or through at most that many others. Who closes a circle does not wait for it. */
-    bool WaitsFor(std::thread::id waiter, std::thread::id awaited, std::size_t others) const
-    {
-        const auto found = m_waiting.find(waiter);
-        return found != m_waiting.end() &&
-               std::any_of(found->second->begin(), found->second->end(),
-                           [&](std::thread::id runner) {
-                               return runner == awaited ||
-                                      (runner != waiter && others > 0 && WaitsFor(runner, awaited, others - 1));
-                           });
-    }
-
-    std::map<std::thread::id, const Threads*> m_waiting; // for the end of which calls
-};
-
-/**
  * The handlers of one kind, called in registration order with no lock held.
  *
  * A handler that was removed is called no more once Remove has returned, except where Remove was called from within
- * that handler itself, or where that handler waits for the removal of the one that called Remove. Handlers to be
+ * that handler itself, or where that handler's call waits, directly or not, for the caller of Remove. Handlers to be
  * deleted are deleted when nobody calls them any more.
  *
  * Threads: any.
@@ -87,13 +37,13 @@ private:
 template <class Handler> class CHandlerList
 {
 public:
-    explicit CHandlerList(std::shared_ptr<CHandlerSync> sync) : m_sync(std::move(sync)) {}
+    explicit CHandlerList(std::shared_ptr<CWaitGraph> waits) : m_waits(std::move(waits)) {}
 
     void Append(Handler& handler, ECleanup cleanup)
     {
         auto entry = std::make_shared<SEntry>(handler, cleanup);
         CHandlerRegistration::Add(handler);
-        const std::lock_guard<std::mutex> lock(m_sync->mutex);
+        const std::lock_guard<std::mutex> lock(m_waits->mutex);
         auto next = std::make_shared<Entries>(*m_entries);
         next->push_back(std::move(entry));
         m_entries = std::move(next);
@@ -105,7 +55,7 @@ public:
     {
         EntryPtr removed;
         {
-            std::unique_lock<std::mutex> lock(m_sync->mutex);
+            std::unique_lock<std::mutex> lock(m_waits->mutex);
             const auto found = std::find_if(m_entries->begin(), m_entries->end(),
                                             [pHandler](const EntryPtr& entry)
                                             { return pHandler == nullptr || entry->pHandler == pHandler; });
@@ -119,7 +69,7 @@ public:
             m_entries = std::move(next);
             removed->active = false;
             removed->cleanup = removed->pHandler == pKeep ? Cleanup_None : removed->cleanup;
-            m_sync->AwaitIdle(lock, removed->runners);
+            m_waits->AwaitIdle(lock, removed->runners);
         }
         CHandlerRegistration::Remove(*removed->pHandler);
         onRemoved(*removed->pHandler);
@@ -173,21 +123,21 @@ private:
         Handler* const pHandler;
         ECleanup cleanup;
         bool active = true;
-        CHandlerSync::Threads runners; // of the calls under way
+        CWaitGraph::Threads runners; // of the calls under way
     };
     using EntryPtr = std::shared_ptr<SEntry>;
     using Entries = std::vector<EntryPtr>;
 
     std::shared_ptr<const Entries> Snapshot() const
     {
-        const std::lock_guard<std::mutex> lock(m_sync->mutex);
+        const std::lock_guard<std::mutex> lock(m_waits->mutex);
         return m_entries;
     }
 
     template <class Function> void CallOne(SEntry& entry, Function& function)
     {
         {
-            const std::lock_guard<std::mutex> lock(m_sync->mutex);
+            const std::lock_guard<std::mutex> lock(m_waits->mutex);
             if (!entry.active)
             {
                 return;
@@ -198,9 +148,9 @@ private:
         {
             ~SLeave()
             {
-                const std::lock_guard<std::mutex> lock(list.m_sync->mutex);
+                const std::lock_guard<std::mutex> lock(list.m_waits->mutex);
                 entry.runners.erase(std::find(entry.runners.begin(), entry.runners.end(), std::this_thread::get_id()));
-                list.m_sync->changed.notify_all();
+                list.m_waits->NotifyIdle();
             }
             CHandlerList& list;
             SEntry& entry;
@@ -210,7 +160,7 @@ private:
 
     static constexpr std::size_t UsualRunners = 8; // more than that allocate
 
-    const std::shared_ptr<CHandlerSync> m_sync;
+    const std::shared_ptr<CWaitGraph> m_waits;
     std::shared_ptr<const Entries> m_entries = std::make_shared<const Entries>();
 };
 

@@ -6,30 +6,59 @@
 #include "genapi/exceptions.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Velmo::Internal
 {
 
-bool COperationGate::RunsOnThisThread(unsigned int kinds) const
+using Lock = std::lock_guard<std::mutex>;
+
+const CWaitGraph::Threads& COperationGate::RunnersOf(ECallbackKind kind) const
 {
-    return std::any_of(m_callbacks.begin(), m_callbacks.end(),
-                       [kinds](const auto& callback)
-                       { return callback.first == std::this_thread::get_id() && (callback.second & kinds) != 0; });
+    return m_callbacks[kind == CallbackKind_Loop ? 0 : 1];
+}
+
+CWaitGraph::Threads& COperationGate::RunnersOf(ECallbackKind kind)
+{
+    return m_callbacks[kind == CallbackKind_Loop ? 0 : 1];
+}
+
+bool COperationGate::IsOwnedByThisThread() const
+{
+    return m_depth != 0 && m_owner.front() == std::this_thread::get_id();
+}
+
+bool COperationGate::IsExempt() const
+{
+    const auto runsHere = [this](ECallbackKind kind)
+    {
+        const auto& runners = RunnersOf(kind);
+        return (m_exempt & kind) != 0 &&
+               std::find(runners.begin(), runners.end(), std::this_thread::get_id()) != runners.end();
+    };
+    return runsHere(CallbackKind_Loop) || runsHere(CallbackKind_Removal);
 }
 
 bool COperationGate::RunsElsewhere(ECallbackKind kind) const
 {
-    return std::any_of(m_callbacks.begin(), m_callbacks.end(),
-                       [kind](const auto& callback)
-                       { return callback.first != std::this_thread::get_id() && callback.second == kind; });
+    const auto& runners = RunnersOf(kind);
+    return std::any_of(runners.begin(), runners.end(),
+                       [](std::thread::id runner) { return runner != std::this_thread::get_id(); });
 }
 
 bool COperationGate::Enter(unsigned int request)
 {
-    const std::thread::id self = std::this_thread::get_id();
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_changed.wait(lock, [&] { return m_depth == 0 || m_owner == self || RunsOnThisThread(m_awaited); });
-    if (m_depth != 0 && m_owner != self)
+    std::unique_lock<std::mutex> lock(m_waits->mutex);
+    const auto mayGoOn = [this]
+    {
+        return m_depth == 0 || IsOwnedByThisThread() || IsExempt();
+    };
+    if (!mayGoOn())
+    {
+        const CWaitGraph::CWaiting waiting(*m_waits, m_owner);
+        m_changed.wait(lock, mayGoOn);
+    }
+    if (m_depth != 0 && !IsOwnedByThisThread())
     {
         if (request == Request_None)
         {
@@ -40,21 +69,21 @@ bool COperationGate::Enter(unsigned int request)
         m_requests |= request;
         return false;
     }
-    m_owner = self;
+    m_owner.assign(1, std::this_thread::get_id());
     ++m_depth;
     return true;
 }
 
 unsigned int COperationGate::Leave()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const Lock lock(m_waits->mutex);
     if (m_depth == 1 && m_requests != 0)
     {
         return std::exchange(m_requests, 0U);
     }
     if (--m_depth == 0)
     {
-        m_owner = std::thread::id();
+        m_owner.clear();
         m_changed.notify_all();
     }
     return 0;
@@ -62,54 +91,88 @@ unsigned int COperationGate::Leave()
 
 void COperationGate::Post(unsigned int request)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const Lock lock(m_waits->mutex);
     m_requests |= request;
 }
 
 void COperationGate::ClearRequest(unsigned int request)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const Lock lock(m_waits->mutex);
     m_requests &= ~request;
 }
 
 void COperationGate::EnterCallback(ECallbackKind kind)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_callbacks.emplace_back(std::this_thread::get_id(), kind);
+    const Lock lock(m_waits->mutex);
+    RunnersOf(kind).push_back(std::this_thread::get_id());
 }
 
 void COperationGate::LeaveCallback(ECallbackKind kind)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const auto found = std::find(m_callbacks.begin(), m_callbacks.end(), std::pair(std::this_thread::get_id(), kind));
-    if (found != m_callbacks.end())
+    const Lock lock(m_waits->mutex);
+    auto& runners = RunnersOf(kind);
+    const auto found = std::find(runners.begin(), runners.end(), std::this_thread::get_id());
+    if (found != runners.end())
     {
-        m_callbacks.erase(found);
+        runners.erase(found);
     }
     m_changed.notify_all();
 }
 
 void COperationGate::AwaitCallbacks(ECallbackKind kind)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
-    const unsigned int before = m_awaited;
-    m_awaited |= kind;
-    m_changed.notify_all();
-    m_changed.wait(lock, [&] { return !RunsElsewhere(kind); });
-    m_awaited = before;
+    std::unique_lock<std::mutex> lock(m_waits->mutex);
+    const unsigned int before = SetExempt(m_exempt | kind);
+    if (RunsElsewhere(kind))
+    {
+        const CWaitGraph::CWaiting waiting(*m_waits, RunnersOf(kind));
+        m_changed.wait(lock, [&] { return !RunsElsewhere(kind); });
+    }
+    m_exempt = before;
 }
 
 bool COperationGate::IsOwner() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_depth != 0 && m_owner == std::this_thread::get_id();
+    const Lock lock(m_waits->mutex);
+    return IsOwnedByThisThread();
 }
 
-unsigned int COperationGate::SetAwaited(unsigned int kinds)
+unsigned int COperationGate::SetExempt(unsigned int kinds)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
     m_changed.notify_all();
-    return std::exchange(m_awaited, kinds);
+    return std::exchange(m_exempt, kinds);
+}
+
+COperationGate::CExemption::CExemption(COperationGate& gate, unsigned int kinds)
+    : m_gate(gate), m_isOwner(gate.IsOwner())
+{
+    if (m_isOwner)
+    {
+        const Lock lock(gate.m_waits->mutex);
+        m_before = gate.SetExempt(kinds);
+    }
+}
+
+COperationGate::CExemption::~CExemption()
+{
+    if (m_isOwner)
+    {
+        const Lock lock(m_gate.m_waits->mutex);
+        m_gate.SetExempt(m_before);
+    }
+}
+
+COperationGate::CTransportWait::CTransportWait(COperationGate& gate, ECallbackKind kind)
+    : m_exemption(gate, kind), m_waits(*gate.m_waits)
+{
+    const Lock lock(m_waits.mutex);
+    m_waiting.emplace(m_waits, gate.RunnersOf(kind));
+}
+
+COperationGate::CTransportWait::~CTransportWait()
+{
+    const Lock lock(m_waits.mutex);
+    m_waiting.reset();
 }
 
 } // namespace Velmo::Internal

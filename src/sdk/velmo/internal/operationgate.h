@@ -3,11 +3,12 @@
 
 #pragma once
 
+#include "velmo/internal/waitgraph.h"
+
+#include <array>
 #include <condition_variable>
-#include <mutex>
-#include <thread>
-#include <utility>
-#include <vector>
+#include <memory>
+#include <optional>
 
 namespace Velmo::Internal
 {
@@ -39,6 +40,8 @@ enum ERequest : unsigned int
 class COperationGate
 {
 public:
+    explicit COperationGate(std::shared_ptr<CWaitGraph> waits) : m_waits(std::move(waits)) {}
+
     /** False: the request was posted and the caller does not own the camera. Throws LogicalErrorException where it
      *  would have to be posted but is Request_None. */
     bool Enter(unsigned int request);
@@ -53,20 +56,53 @@ public:
     /** Owner only: until no other thread runs a callback of that kind. */
     void AwaitCallbacks(ECallbackKind kind);
     bool IsOwner() const;
-    /** Owner only: callbacks of these kinds stop waiting for the camera until it is set back to 0. */
-    unsigned int SetAwaited(unsigned int kinds);
+
+    /** For the time of a scope callbacks of these kinds do not wait for the camera; nothing where the thread is not
+     *  its owner. */
+    class CExemption
+    {
+    public:
+        CExemption(COperationGate& gate, unsigned int kinds);
+        ~CExemption();
+        CExemption(const CExemption&) = delete;
+        CExemption& operator=(const CExemption&) = delete;
+
+    private:
+        COperationGate& m_gate;
+        const bool m_isOwner;
+        unsigned int m_before = 0;
+    };
+
+    /** Owner only: for the time of a scope it calls the transport, which may wait for such callbacks to end. */
+    class CTransportWait
+    {
+    public:
+        CTransportWait(COperationGate& gate, ECallbackKind kind);
+        ~CTransportWait();
+        CTransportWait(const CTransportWait&) = delete;
+        CTransportWait& operator=(const CTransportWait&) = delete;
+
+    private:
+        const CExemption m_exemption;
+        CWaitGraph& m_waits;
+        std::optional<CWaitGraph::CWaiting> m_waiting;
+    };
 
 private:
-    bool RunsOnThisThread(unsigned int kinds) const;
+    const CWaitGraph::Threads& RunnersOf(ECallbackKind kind) const;
+    CWaitGraph::Threads& RunnersOf(ECallbackKind kind);
+    bool IsOwnedByThisThread() const;
+    bool IsExempt() const;
     bool RunsElsewhere(ECallbackKind kind) const;
+    unsigned int SetExempt(unsigned int kinds);
 
-    mutable std::mutex m_mutex; // guards the members below; never held while a handler or transport is called
+    const std::shared_ptr<CWaitGraph> m_waits; // its mutex guards the members below
     std::condition_variable m_changed;
-    std::thread::id m_owner;
+    CWaitGraph::Threads m_owner; // none or one
     unsigned int m_depth = 0;
-    unsigned int m_awaited = 0;
+    unsigned int m_exempt = 0;
     unsigned int m_requests = 0;
-    std::vector<std::pair<std::thread::id, ECallbackKind>> m_callbacks;
+    std::array<CWaitGraph::Threads, 2> m_callbacks; // the threads that run one, by its kind
 };
 
 /** A callback for the time of a scope. */
