@@ -120,6 +120,8 @@ void CGrabSession::run()
             const QString reason = count.camera->errorString();
             throw CRefusal(CTexts::tr("%1 does not start grabbing: %2").arg(count.camera->getFriendlyName(), reason));
         }
+        // It grabs: what was noted on the way, such as that it cannot compress, is no reason for missing images.
+        count.camera->clearError();
     }
     m_elapsed.start();
     QObject::connect(&m_liveTimer, &QTimer::timeout, &m_receiver, [this] { showLive(); });

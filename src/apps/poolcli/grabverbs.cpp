@@ -111,6 +111,11 @@ int runSnapshot(CSession& session, const SOptions& options)
                      [&](const auto& info) { failed = failed || info == camera.info(); });
     camera.info()->clearError();
     session.host().stream().singleShot(camera.info(), static_cast<unsigned int>(options.timeoutMs));
+    if (status.isCameraGrabbing(camera.info()))
+    {
+        // What was noted on the way, such as that it cannot compress, is no reason for a missing image.
+        camera.info()->clearError();
+    }
     constexpr int graceMs = 1000; // the camera's own time-out reports better than ours
     session.waitUntil([&] { return image.IsValid() || failed; }, options.timeoutMs + graceMs);
     session.host().stream().stopGrabbing(camera.info());

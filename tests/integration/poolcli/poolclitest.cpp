@@ -217,6 +217,14 @@ TEST_F(PoolCliProgram, aGrabWithoutOneGoodImageEndsWithOneAndAReason)
     EXPECT_TRUE(outcome.err.contains("BAD")) << outcome.err.constData();
 }
 
+TEST_F(PoolCliProgram, aCameraThatDeliversNothingIsNotSaidToFailForAnotherReason)
+{
+    writeData(R"({"cameras": [{"serial": "SILENT", "faults": {"stall": true}}]})");
+    const SOutcome outcome = run({QStringLiteral("grab"), QStringLiteral("--seconds"), QStringLiteral("1")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("none arrived in time.")) << outcome.err.constData();
+}
+
 TEST_F(PoolCliProgram, failedImagesAreNotCountedAsMissingToo)
 {
     writeData(R"({"cameras": [{"serial": "THIRD", "faults": {"failEveryNth": 3}}]})");
