@@ -67,6 +67,7 @@ TEST_F(LoadedPlugin, everyTextIsTranslated)
     ASSERT_TRUE(m_loader.load()) << m_loader.errorString().toStdString();
     const char* const pool = "Plugin::CameraPool::Internal::CCameraPool";
     const char* const camera = "Plugin::CameraPool::Internal::CCamera";
+    const char* const interface = "Plugin::CameraPool::Internal::CInterface";
     const QVector<QPair<const char*, const char*>> texts = {
         {camera, "Camera object has been disposed."},
         {camera, "Action cannot be performed. The camera instance is in use."},
@@ -76,7 +77,9 @@ TEST_F(LoadedPlugin, everyTextIsTranslated)
         {pool, "The camera with the provided info is not available because it has been opened in exclusive mode."},
         {pool, "No GigE transport layer found."},
         {pool, "Failed to find camera. Check the IP configuration."},
-        {pool, "The image grab failed."}};
+        {pool, "The image grab failed."},
+        {interface, "The transport layer \"%1\" could not be created."},
+        {interface, "There is no interface \"%1\"."}};
     for (const auto* language : {"ja", "zh", "en", "ko"})
     {
         QTranslator translator;

@@ -3,9 +3,10 @@
 
 #include "camerapool/internal/interface.h"
 
+#include "camerapool/internal/camerainfo.h"
 #include "camerapool/internal/interfaceinfo.h"
-#include "genapi/exceptions.h"
 #include "parametercollection/parameterpath.h"
+#include "utils/exceptions.h"
 #include "velmo/tlfactory.h"
 
 #include <QDebug>
@@ -75,15 +76,16 @@ void CInterface::lazyCreateInterface()
     m_pTransportLayer = factory.CreateTl(info.GetDeviceClass());
     if (m_pTransportLayer == nullptr)
     {
-        GENICAM_THROW(RuntimeException,
-                      "The transport layer '" + info.GetDeviceClass().str() + "' could not be created.");
+        throw Core::Exception::RuntimeException(
+            tr("The transport layer \"%1\" could not be created.").arg(CCameraInfo::qString(info.GetDeviceClass())));
     }
     try
     {
         m_pInterface = m_pTransportLayer->CreateInterface(info);
         if (m_pInterface == nullptr)
         {
-            GENICAM_THROW(RuntimeException, "There is no interface '" + info.GetInterfaceID().str() + "'.");
+            throw Core::Exception::RuntimeException(
+                tr("There is no interface \"%1\".").arg(m_ptrInfo->getInterfaceId()));
         }
     }
     catch (...)

@@ -77,4 +77,15 @@
         <translation>Invalid compression descriptor size found.</translation>
     </message>
 </context>
+<context>
+    <name>Plugin::CameraPool::Internal::CInterface</name>
+    <message>
+        <source>The transport layer &quot;%1&quot; could not be created.</source>
+        <translation>The transport layer &quot;%1&quot; could not be created.</translation>
+    </message>
+    <message>
+        <source>There is no interface &quot;%1&quot;.</source>
+        <translation>There is no interface &quot;%1&quot;.</translation>
+    </message>
+</context>
 </TS>

@@ -77,4 +77,15 @@
         <translation>無効な圧縮記述子サイズが見つかりました。</translation>
     </message>
 </context>
+<context>
+    <name>Plugin::CameraPool::Internal::CInterface</name>
+    <message>
+        <source>The transport layer &quot;%1&quot; could not be created.</source>
+        <translation>トランスポート層「%1」を作成できませんでした。</translation>
+    </message>
+    <message>
+        <source>There is no interface &quot;%1&quot;.</source>
+        <translation>インターフェイス「%1」が見つかりません。</translation>
+    </message>
+</context>
 </TS>

@@ -77,4 +77,15 @@
         <translation>잘못된 압축 설명자 크기가 발견되었습니다.</translation>
     </message>
 </context>
+<context>
+    <name>Plugin::CameraPool::Internal::CInterface</name>
+    <message>
+        <source>The transport layer &quot;%1&quot; could not be created.</source>
+        <translation>전송 계층 &quot;%1&quot;을(를) 만들 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>There is no interface &quot;%1&quot;.</source>
+        <translation>인터페이스 &quot;%1&quot;을(를) 찾을 수 없습니다.</translation>
+    </message>
+</context>
 </TS>

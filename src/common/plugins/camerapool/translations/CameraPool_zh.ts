@@ -77,4 +77,15 @@
         <translation>发现无效的压缩描述符大小。</translation>
     </message>
 </context>
+<context>
+    <name>Plugin::CameraPool::Internal::CInterface</name>
+    <message>
+        <source>The transport layer &quot;%1&quot; could not be created.</source>
+        <translation>无法创建传输层“%1”。</translation>
+    </message>
+    <message>
+        <source>There is no interface &quot;%1&quot;.</source>
+        <translation>找不到接口“%1”。</translation>
+    </message>
+</context>
 </TS>

@@ -160,7 +160,7 @@ TEST_F(InterfacePool, failureOfTheTransportLayerIsKept)
 {
     m_transport->SetFault(EStep::CreateTl, EFault::Runtime);
     EXPECT_FALSE(m_pool.openDevice(m_info, false));
-    EXPECT_FALSE(m_info->errorString().isEmpty());
+    EXPECT_EQ(m_info->errorString(), QStringLiteral("The transport layer \"TestScripted\" could not be created."));
 }
 
 TEST_F(InterfacePool, failureToCloseStillDestroysTheSdkObject)
