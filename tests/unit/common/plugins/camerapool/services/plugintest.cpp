@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/camerapoolplugin.h"
+#include "camerapool/genicamcachehelper.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
@@ -11,9 +12,11 @@
 #include "camerapool/internal/camerapool.h"
 #include "camerapool/internal/interfacepool.h"
 #include "dataprocessingcore/noderegistry.h"
+#include "genapi/inodemap.h"
 #include "servicecore/serviceregistry.h"
 #include "support/scriptedtransport.h"
 #include "unit/common/plugins/camerapool/testing/messagelog.h"
+#include "unit/common/plugins/camerapool/testing/records.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +68,41 @@ TEST_F(CameraPoolPlugin, registersItsServicesInOrderAndTakesThemBackInOrder)
     EXPECT_TRUE(all.at(5).objectCast<IImageDecompressorService>());
     EXPECT_TRUE(plugin.unInitialize(&m_initializer));
     EXPECT_EQ(m_initializer.m_unregistered, m_initializer.m_registered);
+}
+
+TEST_F(CameraPoolPlugin, servicesKnowBothPools)
+{
+    CCameraPoolPlugin plugin;
+    plugin.initialize(&m_initializer);
+    auto* const pCameras = plugin.findChild<CCameraPool*>();
+    auto* const pInterfaces = plugin.findChild<CInterfacePool*>();
+    ASSERT_TRUE(pCameras != nullptr && pInterfaces != nullptr);
+    const BaseInfoPtr camera = ::Test::cameraRecord("plugin/camera");
+    const BaseInfoPtr port = ::Test::interfaceRecord("plugin/port");
+    pCameras->announceDevice(camera);
+    pInterfaces->announceDevice(port);
+    const auto parameters = m_initializer.m_registered.at(3).objectCast<IDeviceParameterService>();
+    EXPECT_FALSE(parameters->getParameterCollection(camera).isNull());
+    EXPECT_FALSE(parameters->getParameterCollection(port).isNull());
+    const auto status = m_initializer.m_registered.at(1).objectCast<ICameraStatusService>();
+    QSignalSpy opened(status.data(), &IDeviceStatusService::deviceOpened);
+    emit pCameras->deviceOpened(camera);
+    emit pInterfaces->deviceOpened(port);
+    EXPECT_EQ(opened.count(), 2);
+}
+
+TEST_F(CameraPoolPlugin, clearedCacheOfDescriptionsIsEmpty)
+{
+    const std::string description = R"(<?xml version="1.0"?>
+<RegisterDescription ModelName="m" VendorName="v" StandardNameSpace="None" SchemaMajorVersion="1"
+  SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
+  ProductGuid="p" VersionGuid="v" xmlns="http://www.genicam.org/GenApi/Version_1_1">
+  <Category Name="Root"/>
+</RegisterDescription>)";
+    const auto factory = GenApi::CNodeMapFactory::FromData(description.data(), description.size());
+    EXPECT_GT(GenApi::CNodeMapFactory::CacheSize(), 0U);
+    CGenicamCacheHelper::clearGenicamCache();
+    EXPECT_EQ(GenApi::CNodeMapFactory::CacheSize(), 0U);
 }
 
 TEST_F(CameraPoolPlugin, servicesAreReleasedWithThePlugin)
