@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "contract/interfacecontract.h"
 #include "contract/transportfixture.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@
  * harness of that transport:
  *
  *     INSTANTIATE_TEST_SUITE_P(Name, TransportContract, ::testing::Values(SHarnessFactory{"Name", MakeHarness}));
+ *
+ * and the same for InterfaceContract.
  */
 namespace Contract
 {

@@ -4,6 +4,7 @@
 #include "support/scriptedtransport.h"
 
 #include "support/scriptedtransportdevice.h"
+#include "transport/interfaceparameters.h"
 #include "velmo/internal/tlhandles.h"
 #include "velmo/internal/transportregistry.h"
 #include "velmo/velmo.h"
@@ -79,7 +80,8 @@ class CScriptedInterface final : public Velmo::Transport::IInterface
 public:
     CScriptedInterface(Velmo::CInterfaceInfo info, std::shared_ptr<CScript> script,
                        std::shared_ptr<SScriptedTransportState> state)
-        : m_info(std::move(info)), m_script(std::move(script)), m_state(std::move(state)), m_memory(8)
+        : m_info(std::move(info)), m_script(std::move(script)), m_state(std::move(state)),
+          m_devices({[this] { return Look(); }, nullptr}, {})
     {
         const std::lock_guard<std::mutex> lock(m_state->mutex);
         ++m_state->livingInterfaces;
@@ -94,33 +96,44 @@ public:
     void Open() override
     {
         m_script->Pass(EStep::OpenInterface, "");
-        const std::string description =
-            "<?xml version=\"1.0\"?><RegisterDescription ModelName=\"Interface\" VendorName=\"Test\" "
-            "StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" "
-            "SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" "
-            "ProductGuid=\"0\" VersionGuid=\"0\" xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">"
-            "<Category Name=\"Root\"><pFeature>InterfaceValue</pFeature></Category>"
-            "<Integer Name=\"InterfaceValue\"><pValue>InterfaceValueReg</pValue></Integer>"
-            "<IntReg Name=\"InterfaceValueReg\"><Address>0</Address><Length>8</Length><AccessMode>RW</AccessMode>"
-            "<pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Unsigned</Sign>"
-            "<Endianess>LittleEndian</Endianess></IntReg><Port Name=\"Device\"/></RegisterDescription>";
-        m_nodeMap = GenApi::CNodeMapFactory::FromData(description.data(), description.size()).CreateNodeMap();
-        m_nodeMap->Connect(&m_memory);
+        auto parameters = std::make_unique<Velmo::Transport::CSoftwareNodeMap>("Interface");
+        Velmo::Transport::SSoftwareParameter value;
+        value.name = "InterfaceValue";
+        value.isWritable = true;
+        parameters->AddInteger(std::move(value));
+        Velmo::Transport::AddInterfaceInformation(*parameters, m_info, Velmo::Transport::EInterfaceType::Custom);
+        m_devices.AddTo(*parameters, false);
+        parameters->Build();
+        m_parameters = std::move(parameters);
     }
     void Close() override
     {
         m_script->Pass(EStep::CloseInterface, "");
-        m_nodeMap.reset();
+        m_parameters.reset();
     }
-    bool IsOpen() const override { return m_nodeMap != nullptr; }
-    GenApi::INodeMap* GetNodeMap() override { return m_nodeMap.get(); }
+    bool IsOpen() const override { return m_parameters != nullptr; }
+    GenApi::INodeMap* GetNodeMap() override { return m_parameters == nullptr ? nullptr : m_parameters->Get(); }
 
 private:
+    Velmo::DeviceInfoList Look() const
+    {
+        const std::lock_guard<std::mutex> lock(m_state->mutex);
+        Velmo::DeviceInfoList list;
+        for (const CameraPtr& camera : m_state->cameras)
+        {
+            if (camera->GetDeviceInfo().GetInterfaceID() == m_info.GetInterfaceID())
+            {
+                list.push_back(camera->GetDeviceInfo());
+            }
+        }
+        return list;
+    }
+
     const Velmo::CInterfaceInfo m_info;
     const std::shared_ptr<CScript> m_script;
     const std::shared_ptr<SScriptedTransportState> m_state;
-    GenApi::CMemoryPort m_memory;
-    std::unique_ptr<GenApi::INodeMap> m_nodeMap;
+    Velmo::Transport::CDeviceListParameters m_devices;
+    std::unique_ptr<Velmo::Transport::CSoftwareNodeMap> m_parameters; // goes before the devices it shows
 };
 
 } // namespace

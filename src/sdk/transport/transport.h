@@ -10,7 +10,10 @@
 namespace Velmo::Transport
 {
 
-/** One interface of a transport: its node map. Errors: GenICam exceptions. Threads: one at a time. */
+/**
+ * One interface of a transport: its node map, with at least InterfaceID and the devices on it (DeviceUpdateList,
+ * DeviceSelector, DeviceID; see interfaceparameters.h). Errors: GenICam exceptions. Threads: one at a time.
+ */
 class TRANSPORT_EXPORT IInterface
 {
 public:
@@ -58,7 +61,7 @@ public:
     virtual void EnumerateDevices(DeviceInfoList& list, EDiscoveryScope scope) = 0;
     /** Never null; throws RuntimeException when the record belongs to no device of this transport. Opens nothing. */
     virtual std::unique_ptr<IVelmoDevice> CreateDevice(const CDeviceInfo& info) = 0;
-    /** Null when there is no such interface. Opens nothing. */
+    /** Null, or RuntimeException with the reason, when there is no such interface. Opens nothing. */
     virtual std::unique_ptr<IInterface> CreateInterface(const CInterfaceInfo& info) = 0;
     /** Parameters of the transport layer; null when there are none. */
     virtual GenApi::INodeMap* GetNodeMap() = 0;

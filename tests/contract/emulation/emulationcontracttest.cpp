@@ -52,4 +52,10 @@ INSTANTIATE_TEST_SUITE_P(Emulation, TransportContract,
                                                                return std::make_unique<CEmulationHarness>();
                                                            }}));
 
+INSTANTIATE_TEST_SUITE_P(Emulation, InterfaceContract,
+                         ::testing::Values(SHarnessFactory{"Emulation", []
+                                                           {
+                                                               return std::make_unique<CEmulationHarness>();
+                                                           }}));
+
 } // namespace Contract

@@ -51,4 +51,10 @@ INSTANTIATE_TEST_SUITE_P(GigE, TransportContract,
                                                                return std::make_unique<CGigEHarness>();
                                                            }}));
 
+INSTANTIATE_TEST_SUITE_P(GigE, InterfaceContract,
+                         ::testing::Values(SHarnessFactory{"GigE", []
+                                                           {
+                                                               return std::make_unique<CGigEHarness>();
+                                                           }}));
+
 } // namespace Contract

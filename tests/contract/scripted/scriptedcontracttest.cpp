@@ -14,7 +14,13 @@ namespace
 class CScriptedHarness final : public IHarness
 {
 public:
-    CScriptedHarness() { m_transport->AddCamera({}); }
+    CScriptedHarness()
+    {
+        m_transport->AddInterface("port0");
+        Test::SScriptedCamera camera;
+        camera.interfaceId = "port0";
+        m_transport->AddCamera(camera);
+    }
     std::shared_ptr<Velmo::Transport::ITransport> GetTransport() override { return m_transport; }
     Velmo::CDeviceInfo GetCamera() override { return m_transport->GetDeviceInfo("1001"); }
     void SendImage() override { EXPECT_TRUE(m_transport->DeliverImage("1001")); }
@@ -31,6 +37,12 @@ private:
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Scripted, TransportContract,
+                         ::testing::Values(SHarnessFactory{"Scripted", []
+                                                           {
+                                                               return std::make_unique<CScriptedHarness>();
+                                                           }}));
+
+INSTANTIATE_TEST_SUITE_P(Scripted, InterfaceContract,
                          ::testing::Values(SHarnessFactory{"Scripted", []
                                                            {
                                                                return std::make_unique<CScriptedHarness>();

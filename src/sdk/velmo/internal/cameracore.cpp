@@ -117,7 +117,7 @@ GenApi::INodeMap& CCameraCore::GetNodeMap(const std::function<GenApi::INodeMap*(
         GENICAM_THROW(LogicalErrorException, "The camera is not open: it has no node map.");
     }
     GenApi::INodeMap* pNodeMap = getter(*pDevice);
-    return pNodeMap == nullptr ? *m_emptyNodeMap : *pNodeMap;
+    return pNodeMap == nullptr ? *m_emptyNodeMap->Get() : *pNodeMap;
 }
 
 bool CCameraCore::IsMonitorAsked()

@@ -94,7 +94,7 @@ private:
     const std::shared_ptr<CWaitGraph> m_waits = std::make_shared<CWaitGraph>();
     const std::shared_ptr<COperationGate> m_gate = std::make_shared<COperationGate>(m_waits);
     CCameraSettings m_settings;
-    const std::unique_ptr<GenApi::INodeMap> m_emptyNodeMap;
+    const std::unique_ptr<Transport::CSoftwareNodeMap> m_emptyNodeMap;
     CHandlerList<CConfigurationEventHandler> m_configurationHandlers{m_waits};
     CHandlerList<CImageEventHandler> m_imageHandlers{m_waits};
     std::thread m_loop;                      // owner only

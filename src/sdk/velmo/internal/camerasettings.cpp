@@ -11,8 +11,6 @@ namespace Velmo::Internal
 namespace
 {
 
-constexpr std::int64_t RegisterBytes = 8;
-
 enum class EKind
 {
     Number,
@@ -63,106 +61,51 @@ constexpr std::array<SSetting, 17> Settings = {{
     {"Statistic_Skipped_Image_Count", EKind::Status, 0, 0, 0, nullptr, "Images that the grab strategy dropped."},
 }};
 
-std::int64_t AddressOf(std::size_t index)
+Transport::SSoftwareParameter ParameterOf(const SSetting& setting)
 {
-    return static_cast<std::int64_t>(index) * RegisterBytes;
-}
-
-std::string NodeOf(const SSetting& setting, std::size_t index)
-{
-    const bool isBoolean = setting.kind == EKind::Switch || setting.kind == EKind::State;
-    const bool isWritable = setting.kind == EKind::Number || setting.kind == EKind::Switch;
-    const std::string name = setting.name;
-    const std::string element = isBoolean ? "Boolean" : "Integer";
-    std::string text = "<" + element + " Name=\"" + name + "\"><ToolTip>" + setting.toolTip + "</ToolTip>";
-    if (setting.lockedBy != nullptr)
-    {
-        text += "<pIsLocked>" + std::string(setting.lockedBy) + "</pIsLocked>";
-    }
-    text += "<pValue>" + name + "Register</pValue>";
+    Transport::SSoftwareParameter parameter;
+    parameter.name = setting.name;
+    parameter.toolTip = setting.toolTip;
+    parameter.isCustom = true;
+    parameter.value = setting.defaultValue;
+    parameter.isWritable = setting.kind == EKind::Number || setting.kind == EKind::Switch;
+    parameter.lockedBy = setting.lockedBy == nullptr ? "" : setting.lockedBy;
     if (setting.kind == EKind::Number)
     {
-        text += "<Min>" + std::to_string(setting.minimum) + "</Min><Max>" + std::to_string(setting.maximum) + "</Max>";
+        parameter.min = setting.minimum;
+        parameter.max = setting.maximum;
     }
-    text += isBoolean ? "<OnValue>1</OnValue><OffValue>0</OffValue>" : "";
-    return text + "</" + element + ">\n<IntReg Name=\"" + name + "Register\"><Address>" +
-           std::to_string(AddressOf(index)) + "</Address><Length>" + std::to_string(RegisterBytes) +
-           "</Length><AccessMode>" + (isWritable ? "RW" : "RO") +
-           "</AccessMode><pPort>Device</pPort><Cachable>NoCache</Cachable><Sign>Signed</Sign>"
-           "<Endianess>LittleEndian</Endianess></IntReg>\n";
-}
-
-std::string Description(const std::string& modelName, const std::string& features, const std::string& nodes)
-{
-    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<RegisterDescription ModelName=\"" + modelName +
-           "\" VendorName=\"CameraPool\" ToolTip=\"\" StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" "
-           "SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" MinorVersion=\"0\" "
-           "SubMinorVersion=\"0\" ProductGuid=\"00000000-0000-0000-0000-000000000000\" "
-           "VersionGuid=\"00000000-0000-0000-0000-000000000000\" "
-           "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n<Category Name=\"Root\">" +
-           features + "</Category>\n" + nodes + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
-}
-
-const std::string& SettingsDescription()
-{
-    static const std::string description = []
-    {
-        std::string features;
-        std::string nodes;
-        for (std::size_t i = 0; i < Settings.size(); ++i)
-        {
-            features += "<pFeature>" + std::string(Settings[i].name) + "</pFeature>";
-            nodes += NodeOf(Settings[i], i);
-        }
-        return Description("InstantCamera", features, nodes);
-    }();
-    return description;
-}
-
-std::unique_ptr<GenApi::INodeMap> Make(const std::string& description)
-{
-    return GenApi::CNodeMapFactory::FromData(description.data(), description.size()).CreateNodeMap();
+    return parameter;
 }
 
 } // namespace
 
-CCameraSettings::CCameraSettings(ReadStatus readStatus)
-    : m_memory(Settings.size() * RegisterBytes), m_nodeMap(Make(SettingsDescription()))
+CCameraSettings::CCameraSettings(const ReadStatus& readStatus) : m_parameters("InstantCamera")
 {
     int status = 0;
-    for (std::size_t i = 0; i < Settings.size(); ++i)
+    for (const SSetting& setting : Settings)
     {
-        const std::int64_t address = AddressOf(i);
-        m_memory.Poke(address, static_cast<std::uint64_t>(Settings[i].defaultValue), RegisterBytes);
-        if (Settings[i].kind == EKind::Status)
+        Transport::SSoftwareParameter parameter = ParameterOf(setting);
+        if (setting.kind == EKind::Status)
         {
-            const auto which = static_cast<EStatus>(status++);
-            m_memory.SetReadHook(
-                address, RegisterBytes,
-                [this, address, which, readStatus](std::int64_t, std::int64_t)
-                { m_memory.Poke(address, static_cast<std::uint64_t>(readStatus(which)), RegisterBytes); });
+            parameter.getter = [readStatus, which = static_cast<EStatus>(status++)]
+            {
+                return readStatus(which);
+            };
         }
+        const bool isBoolean = setting.kind == EKind::Switch || setting.kind == EKind::State;
+        isBoolean ? m_parameters.AddBoolean(std::move(parameter)) : m_parameters.AddInteger(std::move(parameter));
     }
-    m_nodeMap->Connect(&m_memory);
+    m_parameters.Build();
 }
 
 CCameraSettings::~CCameraSettings() = default;
 
-void CCameraSettings::SetState(const char* node, bool value)
+std::unique_ptr<Transport::CSoftwareNodeMap> MakeEmptyNodeMap()
 {
-    for (std::size_t i = 0; i < Settings.size(); ++i)
-    {
-        if (std::string(node) == Settings[i].name)
-        {
-            m_memory.Poke(AddressOf(i), value ? 1 : 0, RegisterBytes);
-        }
-    }
-    m_nodeMap->GetNode(node)->InvalidateNode();
-}
-
-std::unique_ptr<GenApi::INodeMap> MakeEmptyNodeMap()
-{
-    return Make(Description("None", "", ""));
+    auto parameters = std::make_unique<Transport::CSoftwareNodeMap>("None");
+    parameters->Build();
+    return parameters;
 }
 
 } // namespace Velmo::Internal

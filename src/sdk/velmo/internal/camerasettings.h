@@ -3,13 +3,11 @@
 
 #pragma once
 
-#include "genapi/inodemap.h"
-#include "genapi/memoryport.h"
+#include "transport/softwarenodemap.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace Velmo::Internal
 {
@@ -28,23 +26,20 @@ public:
     };
     using ReadStatus = std::function<std::int64_t(EStatus)>;
 
-    explicit CCameraSettings(ReadStatus readStatus);
+    explicit CCameraSettings(const ReadStatus& readStatus);
     ~CCameraSettings();
 
-    GenApi::INodeMap& GetNodeMap() { return *m_nodeMap; }
-    GenApi::INode* GetNode(const char* name) { return m_nodeMap->GetNode(name); }
+    GenApi::INodeMap& GetNodeMap() { return *m_parameters.Get(); }
+    GenApi::INode* GetNode(const char* name) { return m_parameters.Get()->GetNode(name); }
     /** Locks the settings that an open camera, or a running grab, no longer lets change. */
-    void SetOpen(bool open) { SetState("IsOpen", open); }
-    void SetGrabbing(bool grabbing) { SetState("IsGrabbing", grabbing); }
+    void SetOpen(bool open) { m_parameters.Set("IsOpen", open ? 1 : 0); }
+    void SetGrabbing(bool grabbing) { m_parameters.Set("IsGrabbing", grabbing ? 1 : 0); }
 
 private:
-    void SetState(const char* node, bool value);
-
-    GenApi::CMemoryPort m_memory;
-    std::unique_ptr<GenApi::INodeMap> m_nodeMap;
+    Transport::CSoftwareNodeMap m_parameters;
 };
 
 /** A node map without features, for what a device does not have. */
-std::unique_ptr<GenApi::INodeMap> MakeEmptyNodeMap();
+std::unique_ptr<Transport::CSoftwareNodeMap> MakeEmptyNodeMap();
 
 } // namespace Velmo::Internal

@@ -82,6 +82,12 @@ void CEmulatedCamera::AddUser(const void* user, bool wantsControl, std::function
     }
 }
 
+bool CEmulatedCamera::IsControlled() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_controller != nullptr;
+}
+
 void CEmulatedCamera::RemoveUser(const void* user)
 {
     std::shared_ptr<Simulator::CFramePump> pump;

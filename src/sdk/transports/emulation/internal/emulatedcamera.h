@@ -34,6 +34,8 @@ public:
      *  first; a removed camera a RuntimeException. onRemoved is called at most once, until RemoveUser returned. */
     void AddUser(const void* user, bool wantsControl, std::function<void()> onRemoved);
     void RemoveUser(const void* user);
+    /** Whether a user has control now. */
+    bool IsControlled() const;
 
 private:
     explicit CEmulatedCamera(std::shared_ptr<Simulator::CCameraModel> model);

@@ -3,32 +3,35 @@
 
 #pragma once
 
+#include "transport/interfaceparameters.h"
 #include "transport/transport.h"
 #include "transports/emulation/internal/camerarack.h"
-#include "transports/emulation/internal/softwarenodemaps.h"
 
 namespace Velmo::Emulation::Internal
 {
 
-/** An interface of the emulation: its name and how many cameras it sees. */
-class CEmulationInterface final : public Transport::IInterface
+/** An interface of the emulation: its name and the cameras on it. */
+class EMULATION_TEST_EXPORT CEmulationInterface final : public Transport::IInterface
 {
 public:
     CEmulationInterface(std::shared_ptr<CCameraRack> rack, const SInterfaceData& data);
+    ~CEmulationInterface() override;
 
     const CInterfaceInfo& GetInterfaceInfo() const override { return m_info; }
+    /** Throws RuntimeException when the data do not name the interface any more. */
     void Open() override;
-    void Close() override { m_nodeMap.reset(); }
-    bool IsOpen() const override { return m_nodeMap != nullptr; }
-    GenApi::INodeMap* GetNodeMap() override { return m_nodeMap == nullptr ? nullptr : m_nodeMap->Get(); }
+    void Close() override;
+    bool IsOpen() const override { return m_parameters != nullptr; }
+    GenApi::INodeMap* GetNodeMap() override { return m_parameters == nullptr ? nullptr : m_parameters->Get(); }
 
 private:
-    std::uint64_t CountDevices() const;
+    DeviceInfoList Look() const;
+    bool IsOpenHere(const CDeviceInfo& info) const;
 
     const std::shared_ptr<CCameraRack> m_rack;
-    const SInterfaceData m_data;
     const CInterfaceInfo m_info;
-    std::unique_ptr<CSoftwareNodeMap> m_nodeMap; // while open
+    std::unique_ptr<Transport::CDeviceListParameters> m_devices; // while open
+    std::unique_ptr<Transport::CSoftwareNodeMap> m_parameters;   // while open; goes before the devices it shows
 };
 
 } // namespace Velmo::Emulation::Internal

@@ -64,14 +64,6 @@ CEmulationStream::~CEmulationStream()
 
 void CEmulationStream::Open()
 {
-    const auto counter = [this](std::uint64_t CEmulationStream::*member)
-    {
-        return [this, member]
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            return this->*member;
-        };
-    };
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         CheckNotRemoved();
@@ -83,10 +75,7 @@ void CEmulationStream::Open()
         m_failed = 0;
         m_underruns = 0;
     }
-    m_nodeMap = CSoftwareNodeMap::MakeStream({[this] { return std::uint64_t{m_camera->GetPayloadBytes()}; },
-                                              counter(&CEmulationStream::m_total), counter(&CEmulationStream::m_failed),
-                                              counter(&CEmulationStream::m_underruns)},
-                                             m_isMonitor);
+    m_nodeMap = MakeParameters();
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_isOpen = true;
 }

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "simulator/cameramodel.h"
+#include "transport/softwarenodemap.h"
 #include "transport/stream.h"
-#include "transports/emulation/internal/softwarenodemaps.h"
 
 #include <condition_variable>
 #include <memory>
@@ -61,6 +61,7 @@ private:
         SBuffer* last = nullptr;
     };
 
+    std::unique_ptr<Transport::CSoftwareNodeMap> MakeParameters();
     bool OnFrame(const Simulator::SFrame& frame) override;
     static void Fill(SBuffer& buffer, const Simulator::SFrame& frame);
     void CancelQueued();
@@ -69,7 +70,7 @@ private:
 
     const std::shared_ptr<Simulator::CCameraModel> m_camera;
     bool m_isMonitor = false;
-    std::unique_ptr<CSoftwareNodeMap> m_nodeMap; // while open
+    std::unique_ptr<Transport::CSoftwareNodeMap> m_nodeMap; // while open
 
     mutable std::mutex m_mutex; // guards all below; not held while a frame is copied
     std::condition_variable m_changed;

@@ -12,7 +12,6 @@ namespace
 {
 
 constexpr const char* VendorName = "Korvel";
-constexpr const char* AccessFree = "ReadWrite";
 
 } // namespace
 

@@ -10,6 +10,8 @@
 namespace Velmo::Emulation::Internal
 {
 
+constexpr const char* AccessFree = "ReadWrite"; // value of Key::AccessStatus
+
 CTlInfo MakeTlInfo();
 CInterfaceInfo MakeInterfaceInfo(const SInterfaceData& data);
 /** userDefinedName is the camera's present one, which may differ from the data's. */

@@ -162,11 +162,11 @@ void CGigEDevice::Open(EDeviceAccess access)
     }
 }
 
-std::unique_ptr<CSoftwareNodeMap> CGigEDevice::MakeParameters()
+std::unique_ptr<Transport::CSoftwareNodeMap> CGigEDevice::MakeParameters()
 {
     CDevicePort* pPort = m_pCamera->pPort.get();
-    auto pParameters = std::make_unique<CSoftwareNodeMap>("GigETransportLayer");
-    CSoftwareNodeMap::SInteger heartbeat;
+    auto pParameters = std::make_unique<Transport::CSoftwareNodeMap>("GigETransportLayer");
+    Transport::SSoftwareParameter heartbeat;
     heartbeat.name = "HeartbeatTimeout";
     heartbeat.toolTip = "Time after which the camera gives up an application that fell silent.";
     heartbeat.unit = "ms";
@@ -180,7 +180,8 @@ std::unique_ptr<CSoftwareNodeMap> CGigEDevice::MakeParameters()
     {
         pPort->WriteRegister(Gvbs::HeartbeatTimeout, static_cast<std::uint32_t>(value));
     };
-    pParameters->Add(std::move(heartbeat));
+    heartbeat.isCustom = true;
+    pParameters->AddInteger(std::move(heartbeat));
     pParameters->Build();
     return pParameters;
 }

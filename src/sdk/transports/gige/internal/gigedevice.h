@@ -37,7 +37,7 @@ private:
     void CheckFree() const;
     ObjectPtr<ArvDevice> OpenEngine() const;
     std::unique_ptr<SOpenCamera> OpenCamera();
-    std::unique_ptr<CSoftwareNodeMap> MakeParameters();
+    std::unique_ptr<Transport::CSoftwareNodeMap> MakeParameters();
     void Watch();
     void ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const;
     bool IsAnswering() const;
@@ -49,7 +49,7 @@ private:
     std::shared_ptr<CRemoval> m_pRemoval;
     CGigEStream m_stream;
     std::unique_ptr<SOpenCamera> m_pCamera; // null while closed
-    std::unique_ptr<CSoftwareNodeMap> m_pParameters;
+    std::unique_ptr<Transport::CSoftwareNodeMap> m_pParameters;
     std::uint64_t m_probeId = 0;
     unsigned long m_lostHandler = 0;
 };

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "transport/softwarenodemap.h"
 #include "transport/stream.h"
 #include "transports/gige/internal/blockcounter.h"
 #include "transports/gige/internal/engine.h"
-#include "transports/gige/internal/softwarenodemap.h"
 
 #include <condition_variable>
 #include <deque>
@@ -64,7 +64,8 @@ private:
     static void OnEngineEvent(void* pUser, ArvStreamCallbackType type, ArvBuffer* pBuffer);
     SOpenCamera& Camera() const;
     void BuildParameters();
-    void AddStatistic(const char* name, const char* toolTip, std::uint64_t SStatistics::*pMember);
+    void AddStatistic(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
+                      std::uint64_t SStatistics::*pMember);
     SStatistics ReadStatistics();
     void ChoosePacketSize();
     void CreateEngineStream();
@@ -75,7 +76,7 @@ private:
 
     CReaper& m_reaper;
     SOpenCamera* m_pCamera = nullptr;
-    std::unique_ptr<CSoftwareNodeMap> m_pParameters;
+    std::unique_ptr<Transport::CSoftwareNodeMap> m_pParameters;
     bool m_isResending = true;
     bool m_isChoosingPacketSize = true;
     std::int64_t m_packetTimeoutUs = 20000;

@@ -6,55 +6,88 @@
 namespace Velmo::GigE::Internal
 {
 
-void CGigEStream::BuildParameters()
+namespace
 {
-    m_pParameters = std::make_unique<CSoftwareNodeMap>("GigEStreamGrabber");
-    const auto add = [this](const char* name, const char* toolTip, const char* unit, std::int64_t value,
-                            CSoftwareNodeMap::Getter getter, std::int64_t min, std::int64_t max,
-                            CSoftwareNodeMap::Setter setter)
-    {
-        m_pParameters->Add({name, toolTip, unit, "", min, max, value, std::move(getter), std::move(setter)});
-    };
-    constexpr std::int64_t mostUs = 10000000;
-    add(
-        "PayloadSize", "Bytes a buffer must hold.", "B", 0,
-        [this] { return static_cast<std::int64_t>(GetPayloadBytes()); }, 0, INT64_MAX, nullptr);
-    add("PacketTimeout", "Time after which a missing packet is asked for again.", "us", m_packetTimeoutUs, nullptr,
-        1000, mostUs, [this](std::int64_t value) { m_packetTimeoutUs = value; });
-    add("FrameRetention", "Time after the last packet until an incomplete image is given up.", "us", m_frameRetentionUs,
-        nullptr, 1000, mostUs, [this](std::int64_t value) { m_frameRetentionUs = value; });
-    m_pParameters->AddBoolean("EnableResend", "Ask the camera for missing packets; used from the next start on.",
-                              m_isResending, [this](std::int64_t value) { m_isResending = value != 0; });
-    m_pParameters->AddBoolean(
-        "AutoPacketSize", "Choose the largest packet size that gets through, unless the camera's was changed.",
-        m_isChoosingPacketSize, [this](std::int64_t value) { m_isChoosingPacketSize = value != 0; });
-    AddStatistic("Statistic_Total_Buffer_Count", "Images received completely.", &SStatistics::completed);
-    AddStatistic("Statistic_Failed_Buffer_Count", "Images received incompletely.", &SStatistics::failed);
-    AddStatistic("Statistic_Buffer_Underrun_Count", "Times no buffer was queued.", &SStatistics::underruns);
-    AddStatistic("Statistic_Resend_Packet_Count", "Packets that came after they were asked for again.",
-                 &SStatistics::resent);
-    AddStatistic("Statistic_Missing_Packet_Count", "Packets that never came.", &SStatistics::missing);
-    try
-    {
-        m_pParameters->Build();
-    }
-    catch (...)
-    {
-        m_pParameters.reset(); // half-built parameters would pass for an open stream
-        throw;
-    }
-}
 
-void CGigEStream::AddStatistic(const char* name, const char* toolTip, std::uint64_t SStatistics::*pMember)
+/** A time in microseconds; member lives as long as the node map. */
+void AddTime(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, std::int64_t& member)
 {
-    CSoftwareNodeMap::SInteger parameter;
+    constexpr std::int64_t leastUs = 1000;
+    constexpr std::int64_t mostUs = 10000000;
+    Transport::SSoftwareParameter parameter;
     parameter.name = name;
     parameter.toolTip = toolTip;
+    parameter.isCustom = true;
+    parameter.unit = "us";
+    parameter.min = leastUs;
+    parameter.max = mostUs;
+    parameter.value = member;
+    parameter.setter = [&member](std::int64_t value)
+    {
+        member = value;
+    };
+    parameters.AddInteger(std::move(parameter));
+}
+
+void AddSwitch(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, bool& member)
+{
+    Transport::SSoftwareParameter parameter;
+    parameter.name = name;
+    parameter.toolTip = toolTip;
+    parameter.isCustom = true;
+    parameter.value = member ? 1 : 0;
+    parameter.setter = [&member](std::int64_t value)
+    {
+        member = value != 0;
+    };
+    parameters.AddBoolean(std::move(parameter));
+}
+
+} // namespace
+
+void CGigEStream::BuildParameters()
+{
+    auto pParameters = std::make_unique<Transport::CSoftwareNodeMap>("GigEStreamGrabber");
+    Transport::SSoftwareParameter payload;
+    payload.name = "PayloadSize";
+    payload.toolTip = "Bytes a buffer must hold.";
+    payload.unit = "B";
+    payload.getter = [this]
+    {
+        return static_cast<std::int64_t>(GetPayloadBytes());
+    };
+    pParameters->AddInteger(std::move(payload));
+    AddTime(*pParameters, "PacketTimeout", "Time after which a missing packet is asked for again.", m_packetTimeoutUs);
+    AddTime(*pParameters, "FrameRetention", "Time after the last packet until an incomplete image is given up.",
+            m_frameRetentionUs);
+    AddSwitch(*pParameters, "EnableResend", "Ask the camera for missing packets; used from the next start on.",
+              m_isResending);
+    AddSwitch(*pParameters, "AutoPacketSize",
+              "Choose the largest packet size that gets through, unless the camera's was changed.",
+              m_isChoosingPacketSize);
+    AddStatistic(*pParameters, "Statistic_Total_Buffer_Count", "Images received completely.", &SStatistics::completed);
+    AddStatistic(*pParameters, "Statistic_Failed_Buffer_Count", "Images received incompletely.", &SStatistics::failed);
+    AddStatistic(*pParameters, "Statistic_Buffer_Underrun_Count", "Times no buffer was queued.",
+                 &SStatistics::underruns);
+    AddStatistic(*pParameters, "Statistic_Resend_Packet_Count", "Packets that came after they were asked for again.",
+                 &SStatistics::resent);
+    AddStatistic(*pParameters, "Statistic_Missing_Packet_Count", "Packets that never came.", &SStatistics::missing);
+    pParameters->Build();
+    m_pParameters = std::move(pParameters);
+}
+
+void CGigEStream::AddStatistic(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
+                               std::uint64_t SStatistics::*pMember)
+{
+    Transport::SSoftwareParameter parameter;
+    parameter.name = name;
+    parameter.toolTip = toolTip;
+    parameter.isCustom = true;
     parameter.getter = [this, pMember]
     {
         return static_cast<std::int64_t>(ReadStatistics().*pMember);
     };
-    m_pParameters->Add(std::move(parameter));
+    parameters.AddInteger(std::move(parameter));
 }
 
 CGigEStream::SStatistics CGigEStream::ReadStatistics()

@@ -22,6 +22,8 @@ std::string Printable(std::string text)
     return last == std::string::npos ? std::string() : text.substr(0, last + 1);
 }
 
+} // namespace
+
 const char* AccessText(EAccessStatus access)
 {
     switch (access)
@@ -35,8 +37,6 @@ const char* AccessText(EAccessStatus access)
     }
     return "";
 }
-
-} // namespace
 
 CDeviceInfo MakeDeviceInfo(const SFoundDevice& device)
 {

@@ -9,6 +9,8 @@
 namespace Velmo::GigE::Internal
 {
 
+/** How the records name it. */
+GIGE_TEST_EXPORT const char* AccessText(EAccessStatus access);
 /**
  * The record of a camera. Its full name is made of what the camera keeps when it restarts or moves: vendor, model,
  * serial number and MAC address, never its IP address.

@@ -12,6 +12,7 @@
 #include "transports/gige/internal/services.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Velmo::GigE::Internal
 {
@@ -39,7 +40,7 @@ void CGigETransport::WarnOnce(const std::string& text)
     Log(ELogLevel::Warning, "velmo.gige", text);
 }
 
-std::vector<SAdapter> CGigETransport::Adapters()
+std::vector<SAdapter> CGigETransport::GetAdapters()
 {
     std::vector<std::string> unknown;
     std::vector<SAdapter> adapters = SelectAdapters(ListSystemAdapters(), WantedAdapters(), unknown);
@@ -52,7 +53,7 @@ std::vector<SAdapter> CGigETransport::Adapters()
 
 void CGigETransport::EnumerateInterfaces(InterfaceInfoList& list)
 {
-    const std::vector<SAdapter> adapters = Adapters();
+    const std::vector<SAdapter> adapters = GetAdapters();
     for (const SAdapter& adapter : adapters)
     {
         list.push_back(MakeInterfaceInfo(adapter));
@@ -81,13 +82,14 @@ void CGigETransport::Remember(const std::vector<SFoundDevice>& devices)
 
 void CGigETransport::EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope scope)
 {
-    const SDiscoveryResult result = Discover(Adapters(), AddressesToAsk());
+    const SDiscoveryResult result = Discover(GetAdapters(), AddressesToAsk());
     for (const SAdapterFailure& failure : result.failures)
     {
         WarnOnce("The network adapter \"" + failure.adapterId + "\" cannot be used: " + failure.reason +
                  ". It is skipped.");
     }
     Remember(result.devices);
+    KeepSeen(result.devices, nullptr);
     for (const SFoundDevice& device : result.devices)
     {
         const bool isUsable = device.access == EAccessStatus::Free || m_pServices->openCameras.Contains(device.ip);
@@ -144,10 +146,73 @@ std::unique_ptr<Transport::IInterface> CGigETransport::CreateInterface(const CIn
     {
         if (record.GetInterfaceID() == info.GetInterfaceID())
         {
-            return std::make_unique<CAdapterInterface>(std::move(record));
+            return std::make_unique<CAdapterInterface>(std::move(record), weak_from_this());
         }
     }
     GENICAM_THROW(RuntimeException, "There is no network adapter \"" + info.GetInterfaceID().str() + "\".");
+}
+
+void CGigETransport::KeepSeen(const std::vector<SFoundDevice>& devices, const SAdapter* pAdapter)
+{
+    DeviceInfoList fresh;
+    for (const SFoundDevice& device : devices)
+    {
+        fresh.push_back(MakeDeviceInfo(device));
+        if (m_pServices->openCameras.Contains(device.ip))
+        {
+            // In use by this process: free as soon as it is closed here.
+            fresh.back().SetPropertyValue(Key::AccessStatus, AccessText(EAccessStatus::Free));
+        }
+    }
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto isOld = [pAdapter](const CDeviceInfo& info)
+    {
+        return pAdapter == nullptr || info.GetInterfaceID().str() == pAdapter->id;
+    };
+    m_seen.erase(std::remove_if(m_seen.begin(), m_seen.end(), isOld), m_seen.end());
+    std::move(fresh.begin(), fresh.end(), std::back_inserter(m_seen));
+    if (pAdapter == nullptr)
+    {
+        m_hasSearched = true;
+    }
+    else
+    {
+        m_searched.insert(pAdapter->id);
+    }
+}
+
+DeviceInfoList CGigETransport::GetSeen(const SAdapter& adapter)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_hasSearched || m_searched.count(adapter.id) != 0)
+        {
+            DeviceInfoList devices;
+            std::copy_if(m_seen.begin(), m_seen.end(), std::back_inserter(devices),
+                         [&adapter](const CDeviceInfo& info) { return info.GetInterfaceID().str() == adapter.id; });
+            return devices;
+        }
+    }
+    return Look(adapter);
+}
+
+DeviceInfoList CGigETransport::Look(const SAdapter& adapter)
+{
+    const SDiscoveryResult result = Discover({adapter}, AddressesToAsk());
+    if (!result.failures.empty())
+    {
+        GENICAM_THROW(RuntimeException, "The network adapter \"" + adapter.id +
+                                            "\" cannot be searched: " + result.failures.front().reason + ".");
+    }
+    Remember(result.devices);
+    KeepSeen(result.devices, &adapter);
+    return GetSeen(adapter);
+}
+
+bool CGigETransport::IsOpenHere(const CDeviceInfo& info)
+{
+    std::uint32_t address = 0;
+    return Gvcp::ParseIp(info.GetIpAddress().str(), address) && m_pServices->openCameras.Contains(address);
 }
 
 GenApi::INodeMap* CGigETransport::GetNodeMap()
@@ -168,7 +233,7 @@ bool CGigETransport::AnnounceRemoteDevice(const CDeviceInfo& info)
         GENICAM_THROW(InvalidArgumentException,
                       "\"" + info.GetIpAddress().str() + "\" is no IPv4 address of a remote camera.");
     }
-    const SDiscoveryResult result = DiscoverAddress(Adapters(), address);
+    const SDiscoveryResult result = DiscoverAddress(GetAdapters(), address);
     if (result.devices.empty())
     {
         return false;

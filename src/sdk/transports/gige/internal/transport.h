@@ -5,6 +5,7 @@
 
 #include "transport/transport.h"
 #include "transports/gige/internal/discovery.h"
+#include "transports/gige/internal/networkview.h"
 
 #include <map>
 #include <memory>
@@ -18,7 +19,10 @@ namespace Velmo::GigE::Internal
 struct SServices;
 
 /** The one implementation behind every handle on the GigE transport layer. Threads: any. */
-class CGigETransport : public Transport::ITransport, public Transport::IGigEExtension
+class CGigETransport : public Transport::ITransport,
+                       public Transport::IGigEExtension,
+                       public INetworkView,
+                       public std::enable_shared_from_this<CGigETransport>
 {
 public:
     CGigETransport();
@@ -33,11 +37,17 @@ public:
     Transport::IGigEExtension* GetGigEExtension() override;
     bool AnnounceRemoteDevice(const CDeviceInfo& info) override;
 
+    std::vector<SAdapter> GetAdapters() override;
+    DeviceInfoList GetSeen(const SAdapter& adapter) override;
+    DeviceInfoList Look(const SAdapter& adapter) override;
+    bool IsOpenHere(const CDeviceInfo& info) override;
+
 private:
-    std::vector<SAdapter> Adapters();
     void WarnOnce(const std::string& text);
     std::vector<std::uint32_t> AddressesToAsk();
     void Remember(const std::vector<SFoundDevice>& devices);
+    /** pAdapter: the only one that was searched; null for all. */
+    void KeepSeen(const std::vector<SFoundDevice>& devices, const SAdapter* pAdapter);
     bool FindRecord(const CDeviceInfo& info, CDeviceInfo& record);
 
     std::shared_ptr<SServices> m_pServices;
@@ -45,6 +55,9 @@ private:
     std::set<std::string> m_warnings;
     std::set<std::uint32_t> m_remoteAddresses;
     std::map<std::string, CDeviceInfo> m_known; // newest record by full name
+    DeviceInfoList m_seen;                      // of the newest search, in its order
+    bool m_hasSearched = false;                 // all adapters
+    std::set<std::string> m_searched;           // those adapters, by identifier
 };
 
 } // namespace Velmo::GigE::Internal
