@@ -69,6 +69,7 @@ struct SStrip
     std::uint64_t checksum = 0;
     std::uint64_t begin = 0; // in the image
     std::size_t bytes = 0;   // decoded
+    std::size_t longest = 0; // bytes of the image's longest strip
 };
 
 EResult DecodeStrip(const SStrip& strip, const Internal::SFilter& filter, std::uint8_t* pImage)
@@ -84,7 +85,7 @@ EResult DecodeStrip(const SStrip& strip, const Internal::SFilter& filter, std::u
     }
     thread_local CWorkspace workspace;
     ZSTD_DCtx* const pContext = workspace.GetContext();
-    std::uint8_t* const pFiltered = workspace.GetMemory(strip.bytes);
+    std::uint8_t* const pFiltered = workspace.GetMemory(strip.longest);
     if (pContext == nullptr || pFiltered == nullptr)
     {
         return EResult::OutOfMemory;
@@ -128,8 +129,7 @@ class CTableReader
 public:
     CTableReader(const SFrameHeader& header, const std::uint8_t* pFrame)
         : m_header(header), m_pEntry(pFrame + FrameHeaderBytes), m_pCoded(m_pEntry + header.strips * StripEntryBytes),
-          m_left(pFrame + header.frameBytes - m_pCoded),
-          m_lineBytes(std::uint64_t{header.width} * FindPixelLayout(header.pixelType)->PixelBytes())
+          m_left(pFrame + header.frameBytes - m_pCoded), m_lineBytes(header.imageBytes / header.height)
     {
     }
 
@@ -142,6 +142,7 @@ public:
         strip.coding = Load<std::uint32_t>(m_pEntry, Offset::Coding);
         strip.checksum = Load<std::uint64_t>(m_pEntry, Offset::Checksum);
         strip.pCoded = m_pCoded;
+        strip.longest = MaxStripLines(m_header.strips, m_header.height) * m_lineBytes;
         const bool fits = strip.codedBytes <= m_left && strip.codedBytes <= strip.bytes;
         const bool isRaw = strip.coding == Internal::CodingRaw && strip.codedBytes == strip.bytes;
         if (!fits || (!isRaw && strip.coding != Internal::CodingZstd))

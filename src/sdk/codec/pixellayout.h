@@ -43,4 +43,10 @@ constexpr std::uint32_t FirstLine(std::uint32_t strip, std::uint32_t strips, std
     return static_cast<std::uint32_t>(std::uint64_t{height} * strip / strips);
 }
 
+/** Lines of the longest strip. */
+constexpr std::uint32_t MaxStripLines(std::uint32_t strips, std::uint32_t height)
+{
+    return (height + strips - 1) / strips;
+}
+
 } // namespace Velmo::Codec

@@ -113,6 +113,25 @@ public:
     static bool GetCompressionInfo(SCompressionInfo& info, const CGrabResultPtr& result,
                                    EEndianness endianness = Endianness_Auto);
 
+    /** The same of a payload that is known to be chunk data, or that is a bare compressed image. */
+    static bool GetCompressionInfo(SCompressionInfo& info, const void* pPayload, std::size_t payloadBytes,
+                                   EEndianness endianness = Endianness_Auto);
+
+    static constexpr std::uint32_t AllStrips = 0xFFFFFFFF;
+
+    /**
+     * Decodes into the caller's memory, GetImageSizeForDecompression() bytes, lines without padding. With firstStrip
+     * and strips only these lines are written, each at its place in the whole image: several threads decode one image
+     * when each takes some of its GetNumStrips() strips. A status other than OK leaves the lines asked for undefined.
+     */
+    ECompressionStatus Decompress(void* pImage, std::size_t imageBytes, const CGrabResultPtr& result,
+                                  std::uint32_t firstStrip = 0, std::uint32_t strips = AllStrips,
+                                  EEndianness endianness = Endianness_Auto) const noexcept;
+    /** The same of a payload that is chunk data or a bare compressed image. */
+    ECompressionStatus Decompress(void* pImage, std::size_t imageBytes, const void* pPayload, std::size_t payloadBytes,
+                                  std::uint32_t firstStrip = 0, std::uint32_t strips = AllStrips,
+                                  EEndianness endianness = Endianness_Auto) const noexcept;
+
 private:
     struct SPrivate;
     const std::unique_ptr<const SPrivate> m_p;

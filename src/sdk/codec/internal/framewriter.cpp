@@ -45,14 +45,8 @@ CFrameWriter::CFrameWriter(const SDescriptor& descriptor)
         throw std::bad_alloc();
     }
     ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_compressionLevel, Level);
-    std::uint64_t longest = 0;
-    const std::uint64_t lineBytes = descriptor.imageBytes / descriptor.height;
-    for (std::uint32_t i = 0; i < descriptor.strips; ++i)
-    {
-        const std::uint64_t lines =
-            FirstLine(i + 1, descriptor.strips, descriptor.height) - FirstLine(i, descriptor.strips, descriptor.height);
-        longest = std::max(longest, lines * lineBytes);
-    }
+    const std::uint64_t longest =
+        MaxStripLines(descriptor.strips, descriptor.height) * (descriptor.imageBytes / descriptor.height);
     m_filtered.resize(longest);
     if (descriptor.mode == EMode::FixedRatio)
     {

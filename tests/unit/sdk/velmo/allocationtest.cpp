@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerafixture.h"
+#include "codec/encoder.h"
+#include "protocols/chunks.h"
+#include "velmo/imagedecompressor.h"
 
 #include <cstdlib>
 #include <new>
@@ -56,4 +59,34 @@ TEST_F(Allocation, noneForAnImageOnTheSteadyPath)
     }
     EXPECT_EQ(0, t_allocations);
     camera->DeregisterImageEventHandler(&handler);
+}
+
+TEST_F(Allocation, noneForAnImageThatIsDecoded)
+{
+    using namespace Velmo;
+    constexpr std::uint32_t bayerRG12 = 0x01100011;
+    Codec::CEncoder encoder(Codec::MakeDescriptor(Codec::EMode::FixedRatio, bayerRG12, 700, 500, 50.0));
+    const std::vector<std::uint8_t> image(encoder.GetDescriptor().imageBytes, 5);
+    const Codec::SEncodedFrame frame = encoder.Encode(image.data());
+    std::vector<std::uint8_t> payload;
+    Chunks::Append(payload, Chunks::CompressedImageChunkId, frame.pData, frame.bytes, Chunks::EByteOrder::Big);
+    const std::vector<std::uint8_t> descriptor = Codec::EncodeDescriptor(encoder.GetDescriptor());
+    const CImageDecompressor decompressor(descriptor.data(), descriptor.size());
+    std::vector<std::uint8_t> decoded(image.size());
+    for (int round = 0; round < 3; ++round)
+    {
+        SCompressionInfo info;
+        t_counting = true;
+        const bool isCompressed = CImageDecompressor::GetCompressionInfo(info, payload.data(), payload.size());
+        const int ofInfo = t_allocations;
+        const auto status = decompressor.Decompress(decoded.data(), decoded.size(), payload.data(), payload.size());
+        t_counting = false;
+        EXPECT_TRUE(isCompressed);
+        EXPECT_EQ(ofInfo, 0);
+        EXPECT_EQ(status, CompressionStatus_Ok);
+        // The first image of a thread takes the memory that the others use again.
+        EXPECT_EQ(t_allocations, round == 0 ? 1 : 0);
+        t_allocations = 0;
+    }
+    EXPECT_TRUE(decoded == image);
 }
