@@ -281,8 +281,25 @@ TEST_F(GigECamera, twoHundredImagesArriveCompleteAndInOrder)
         stream.QueueBuffer(result.pContext);
     }
     Execute(*pDevice, "AcquisitionStop");
-    EXPECT_GE(Integer(stream.GetNodeMap(), "Statistic_Total_Buffer_Count"), 200);
-    EXPECT_EQ(Integer(stream.GetNodeMap(), "Statistic_Failed_Buffer_Count"), 0);
+    EXPECT_GE(Integer(stream.GetNodeMap(), "StreamDeliveredFrameCount"), 200);
+    EXPECT_EQ(Integer(stream.GetNodeMap(), "StreamIncompleteFrameCount"), 0);
+}
+
+TEST_F(GigECamera, acquisitionThatWasLeftOverEndsWhenTheCameraIsOpened)
+{
+    constexpr std::int64_t acquisition = 0x124; // this camera's register behind AcquisitionStart and AcquisitionStop
+    const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
+    Execute(*pDevice, "AcquisitionStart");
+    const auto isAcquiring = [&]
+    {
+        std::uint8_t value[4] = {};
+        dynamic_cast<GenApi::IPort&>(*pDevice->GetNodeMap()->GetNode("Device")).Read(value, acquisition, sizeof value);
+        return value[3] != 0; // big-endian
+    };
+    EXPECT_TRUE(isAcquiring());
+    pDevice->Close();
+    pDevice->Open(EDeviceAccess::Control);
+    EXPECT_FALSE(isAcquiring());
 }
 
 TEST_F(GigECamera, imageHasItsGeometryAndItsBytes)

@@ -125,10 +125,12 @@ inline constexpr SParameterName<CIntegerParameter> MaxNumBuffer{"@StreamGrabber0
 inline constexpr SParameterName<CIntegerParameter> MaxBufferSize{"@StreamGrabber0/MaxBufferSize"};
 inline constexpr SParameterName<CStringParameter> DestinationAddr{"@StreamGrabber0/DestinationAddr"};
 inline constexpr SParameterName<CIntegerParameter> DestinationPort{"@StreamGrabber0/DestinationPort"};
-inline constexpr SParameterName<CIntegerParameter> Statistic_Total_Buffer_Count{
-    "@StreamGrabber0/Statistic_Total_Buffer_Count"};
-inline constexpr SParameterName<CIntegerParameter> Statistic_Failed_Buffer_Count{
-    "@StreamGrabber0/Statistic_Failed_Buffer_Count"};
+inline constexpr SParameterName<CIntegerParameter> StreamDeliveredFrameCount{
+    "@StreamGrabber0/StreamDeliveredFrameCount"};
+inline constexpr SParameterName<CIntegerParameter> StreamLostFrameCount{"@StreamGrabber0/StreamLostFrameCount"};
+inline constexpr SParameterName<CIntegerParameter> StreamIncompleteFrameCount{
+    "@StreamGrabber0/StreamIncompleteFrameCount"};
+inline constexpr SParameterName<CIntegerParameter> StreamPacketResendCount{"@StreamGrabber0/StreamPacketResendCount"};
 } // namespace StreamGrabber0
 
 namespace CameraInstance

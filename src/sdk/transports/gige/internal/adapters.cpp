@@ -66,6 +66,24 @@ bool Matches(const SAdapter& adapter, const std::string& entry)
     return entry == adapter.name || entry == adapter.id || entry == Gvcp::IpText(adapter.ip);
 }
 
+bool IsUp(const std::string& name)
+{
+    ifaddrs* raw = nullptr;
+    if (getifaddrs(&raw) != 0)
+    {
+        return false;
+    }
+    const AddressList list(raw, &freeifaddrs);
+    for (const ifaddrs* entry = raw; entry != nullptr; entry = entry->ifa_next)
+    {
+        if (name == entry->ifa_name)
+        {
+            return (entry->ifa_flags & IFF_UP) != 0;
+        }
+    }
+    return false;
+}
+
 /** The loopback adapter under another address of its network. */
 bool MakeLoopbackAlias(const std::vector<SAdapter>& system, const std::string& entry, SAdapter& alias)
 {
@@ -153,6 +171,31 @@ std::vector<SAdapter> SelectAdapters(const std::vector<SAdapter>& system, const 
         }
     }
     return selected;
+}
+
+std::string WhyUnusable(const std::string& entry)
+{
+    std::uint32_t ip = 0;
+    if (Gvcp::ParseIp(entry, ip))
+    {
+        return "is not there: no adapter that is up has this address";
+    }
+    if (if_nametoindex(entry.c_str()) == 0)
+    {
+        return "does not exist";
+    }
+    return IsUp(entry) ? "has no IPv4 address" : "is down";
+}
+
+std::string AdapterNames()
+{
+    const std::unique_ptr<struct if_nameindex, decltype(&if_freenameindex)> list(if_nameindex(), &if_freenameindex);
+    std::string names;
+    for (const struct if_nameindex* pEntry = list.get(); pEntry != nullptr && pEntry->if_index != 0; ++pEntry)
+    {
+        names += (names.empty() ? "" : ", ") + std::string(pEntry->if_name);
+    }
+    return names;
 }
 
 std::vector<std::string> SplitList(const std::string& text)

@@ -40,6 +40,11 @@ GIGE_TEST_EXPORT std::vector<SAdapter> SelectAdapters(const std::vector<SAdapter
                                                       const std::vector<std::string>& wanted,
                                                       std::vector<std::string>& unknown);
 
+/** Why an entry that SelectAdapters found unknown cannot be used, as the end of a sentence about the adapter. */
+std::string WhyUnusable(const std::string& entry);
+/** Names of all adapters, also of those that cannot be used: "lo, eth0". */
+std::string AdapterNames();
+
 /** "a, b,,c" into its entries without blanks and empty ones. */
 GIGE_TEST_EXPORT std::vector<std::string> SplitList(const std::string& text);
 

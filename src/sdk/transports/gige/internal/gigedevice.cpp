@@ -5,6 +5,7 @@
 
 #include "protocols/gvbsregisters.h"
 #include "protocols/gvcp.h"
+#include "transport/log.h"
 #include "transports/gige/internal/gvcpclient.h"
 
 #include <utility>
@@ -54,6 +55,19 @@ std::string CGigEDevice::Name() const
     return "\"" + m_info.GetFriendlyName().str() + "\" at " + m_info.GetIpAddress().str();
 }
 
+void CGigEDevice::AwaitEarlierConnection() const
+{
+    // What is left of a connection that broke still tries to end its stream and to give up control. Some cameras know
+    // an application by its address only: it would end the new stream.
+    constexpr std::chrono::seconds longest{6}; // the engine asks five times for each of the two, every 500 ms
+    if (m_pServices->reaper.IsBusyWith(m_deviceIp) && IsAnswering() &&
+        !m_pServices->reaper.WaitFor(m_deviceIp, longest))
+    {
+        Log(ELogLevel::Warning, "velmo.gige",
+            "Camera " + Name() + ": the earlier connection has not ended yet; it may disturb the new one.");
+    }
+}
+
 void CGigEDevice::CheckFree() const
 {
     CGvcpClient client;
@@ -99,11 +113,33 @@ ObjectPtr<ArvDevice> CGigEDevice::OpenEngine() const
     return pEngine;
 }
 
+void CGigEDevice::EndLeftOverAcquisition(GenApi::INodeMap& nodeMap) const
+{
+    // An application that lost the camera could not stop it. A camera that still acquires takes up the stream again as
+    // soon as it is controlled, some to where the stream had been before we can say where it is now.
+    try
+    {
+        const GenApi::CCommandPtr pStop(nodeMap.GetNode("AcquisitionStop"));
+        if (pStop && GenApi::IsWritable(pStop->GetAccessMode()))
+        {
+            pStop->Execute();
+        }
+    }
+    catch (const GenICam::GenericException& e)
+    {
+        Log(ELogLevel::Info, "velmo.gige",
+            "Camera " + Name() + ": an acquisition that may be left over was not stopped: " + e.GetDescription());
+    }
+}
+
 std::unique_ptr<SOpenCamera> CGigEDevice::OpenCamera()
 {
+    AwaitEarlierConnection();
     CheckFree();
     auto pCamera = std::make_unique<SOpenCamera>();
     pCamera->name = Name();
+    pCamera->deviceIp = m_deviceIp;
+    pCamera->adapterIp = m_adapterIp;
     constexpr std::uint32_t loopbackNetwork = 127;
     pCamera->isLoopback = m_adapterIp >> 24 == loopbackNetwork;
     pCamera->pRemoval = m_pRemoval;
@@ -122,6 +158,7 @@ std::unique_ptr<SOpenCamera> CGigEDevice::OpenCamera()
     pCamera->pNodeMap = GenApi::CNodeMapFactory::FromData(xml, bytes).CreateNodeMap();
     pCamera->pNodeMap->Connect(pCamera->pPort.get());
     pCamera->packetSettingAtOpen = pCamera->pPort->ReadRegister(Gvbs::StreamChannelPacketSize);
+    EndLeftOverAcquisition(*pCamera->pNodeMap);
     return pCamera;
 }
 
@@ -233,7 +270,7 @@ void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const
     {
         return;
     }
-    m_pServices->reaper.Add([pObject = pEngine.release()] { g_object_unref(pObject); });
+    m_pServices->reaper.Add(m_deviceIp, [pObject = pEngine.release()] { g_object_unref(pObject); });
 }
 
 GenApi::INodeMap* CGigEDevice::GetNodeMap()

@@ -34,8 +34,10 @@ public:
 
 private:
     std::string Name() const;
+    void AwaitEarlierConnection() const;
     void CheckFree() const;
     ObjectPtr<ArvDevice> OpenEngine() const;
+    void EndLeftOverAcquisition(GenApi::INodeMap& nodeMap) const;
     std::unique_ptr<SOpenCamera> OpenCamera();
     std::unique_ptr<Transport::CSoftwareNodeMap> MakeParameters();
     void Watch();

@@ -198,6 +198,7 @@ void CGigEStream::CreateEngineStream()
     SizeSocketBuffer(pStream.get(), payloadBytes);
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_blockCounter = CBlockCounter();
+    m_statistics = SStatistics();
     m_pStream = pStream.release();
     for (void* pContext : m_queued)
     {
@@ -207,7 +208,7 @@ void CGigEStream::CreateEngineStream()
 
 void CGigEStream::SizeSocketBuffer(ArvStream* pStream, std::size_t payloadBytes)
 {
-    const SSocketBuffer size = ChooseSocketBuffer(payloadBytes);
+    const SSocketBuffer size = ChooseSocketBuffer(payloadBytes, ReceiveBufferLimit());
     if (size.bytes < size.wantedBytes)
     {
         Log(ELogLevel::Warning, "velmo.gige",
@@ -218,7 +219,12 @@ void CGigEStream::SizeSocketBuffer(ArvStream* pStream, std::size_t payloadBytes)
     g_object_set(pStream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size",
                  static_cast<gint>(size.bytes), nullptr);
     // The engine applies that with the first packet only, which is too late for the first image.
-    ApplySocketBuffer(arv_gv_stream_get_port(ARV_GV_STREAM(pStream)), size.bytes);
+    if (!ApplySocketBuffer(Camera().adapterIp, arv_gv_stream_get_port(ARV_GV_STREAM(pStream)), size.bytes))
+    {
+        Log(ELogLevel::Warning, "velmo.gige",
+            "Camera " + Camera().name + ": the receive buffer could not be sized before the first image, which may " +
+                "arrive incompletely.");
+    }
 }
 
 void CGigEStream::OnEngineEvent(void* pUser, ArvStreamCallbackType type, ArvBuffer*)
@@ -243,6 +249,7 @@ void CGigEStream::TakeResults(ArvStream* pStream)
         const ObjectPtr<ArvBuffer> reference(pBuffer);
         m_results.push_back(MakeStreamResult(pBuffer));
         m_results.back().blockId = m_blockCounter.Extend(m_results.back().blockId);
+        m_statistics.lost = m_blockCounter.CountSkipped();
         const auto queued = std::find(m_queued.begin(), m_queued.end(), m_results.back().pContext);
         if (queued != m_queued.end())
         {
@@ -282,12 +289,12 @@ void CGigEStream::EndEngineStream()
         // The engine would wait for the camera's answers for seconds. Only its thread ends now, and gives up the
         // buffers; destroying the stream ends the thread once more, for which it must run.
         arv_stream_stop_thread(pStream, TRUE);
-        m_reaper.Add(
-            [pStream]
-            {
-                arv_stream_start_thread(pStream);
-                g_object_unref(pStream);
-            });
+        m_reaper.Add(m_pCamera->deviceIp,
+                     [pStream]
+                     {
+                         arv_stream_start_thread(pStream);
+                         g_object_unref(pStream);
+                     });
         return;
     }
     g_object_unref(pStream);

@@ -54,9 +54,10 @@ public:
 private:
     struct SStatistics
     {
-        std::uint64_t completed = 0;
-        std::uint64_t failed = 0;
-        std::uint64_t underruns = 0;
+        std::uint64_t delivered = 0;
+        std::uint64_t lost = 0;
+        std::uint64_t incomplete = 0;
+        std::uint64_t askedFor = 0;
         std::uint64_t resent = 0;
         std::uint64_t missing = 0;
     };
@@ -65,7 +66,7 @@ private:
     SOpenCamera& Camera() const;
     void BuildParameters();
     void AddStatistic(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
-                      std::uint64_t SStatistics::*pMember);
+                      std::uint64_t SStatistics::*pMember, bool isCustom);
     SStatistics ReadStatistics();
     void ChoosePacketSize();
     void CreateEngineStream();
@@ -91,7 +92,7 @@ private:
     std::deque<Transport::SStreamResult> m_results;
     CBlockCounter m_blockCounter;
     bool m_isWakeUp = false;
-    SStatistics m_statistics;
+    SStatistics m_statistics; // of the present or last run
 };
 
 } // namespace Velmo::GigE::Internal

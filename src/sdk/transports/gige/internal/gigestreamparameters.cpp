@@ -65,24 +65,30 @@ void CGigEStream::BuildParameters()
     AddSwitch(*pParameters, "AutoPacketSize",
               "Choose the largest packet size that gets through, unless the camera's was changed.",
               m_isChoosingPacketSize);
-    AddStatistic(*pParameters, "Statistic_Total_Buffer_Count", "Images received completely.", &SStatistics::completed);
-    AddStatistic(*pParameters, "Statistic_Failed_Buffer_Count", "Images received incompletely.", &SStatistics::failed);
-    AddStatistic(*pParameters, "Statistic_Buffer_Underrun_Count", "Times no buffer was queued.",
-                 &SStatistics::underruns);
-    AddStatistic(*pParameters, "Statistic_Resend_Packet_Count", "Packets that came after they were asked for again.",
-                 &SStatistics::resent);
-    AddStatistic(*pParameters, "Statistic_Missing_Packet_Count", "Packets that never came.", &SStatistics::missing);
+    constexpr bool isCustom = true; // GenTL SFNC has the first two only; the others are named after them
+    AddStatistic(*pParameters, "StreamDeliveredFrameCount", "Images received completely.", &SStatistics::delivered,
+                 !isCustom);
+    AddStatistic(*pParameters, "StreamLostFrameCount",
+                 "Images of which nothing was received, by the gaps in the camera's numbers.", &SStatistics::lost,
+                 !isCustom);
+    AddStatistic(*pParameters, "StreamIncompleteFrameCount", "Images received incompletely.", &SStatistics::incomplete,
+                 isCustom);
+    AddStatistic(*pParameters, "StreamPacketResendRequestCount", "Packets that the camera was asked for again.",
+                 &SStatistics::askedFor, isCustom);
+    AddStatistic(*pParameters, "StreamPacketResendCount", "Packets that came after they were asked for again.",
+                 &SStatistics::resent, isCustom);
+    AddStatistic(*pParameters, "StreamPacketMissingCount", "Packets that never came.", &SStatistics::missing, isCustom);
     pParameters->Build();
     m_pParameters = std::move(pParameters);
 }
 
 void CGigEStream::AddStatistic(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
-                               std::uint64_t SStatistics::*pMember)
+                               std::uint64_t SStatistics::*pMember, bool isCustom)
 {
     Transport::SSoftwareParameter parameter;
     parameter.name = name;
     parameter.toolTip = toolTip;
-    parameter.isCustom = true;
+    parameter.isCustom = isCustom;
     parameter.getter = [this, pMember]
     {
         return static_cast<std::int64_t>(ReadStatistics().*pMember);
@@ -95,14 +101,15 @@ CGigEStream::SStatistics CGigEStream::ReadStatistics()
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_pStream != nullptr)
     {
-        guint64 completed = 0;
-        guint64 failed = 0;
-        guint64 underruns = 0;
-        guint64 resent = 0;
-        guint64 missing = 0;
-        arv_stream_get_statistics(m_pStream, &completed, &failed, &underruns);
-        arv_gv_stream_get_statistics(ARV_GV_STREAM(m_pStream), &resent, &missing);
-        m_statistics = {completed, failed, underruns, resent, missing};
+        const auto count = [this](const char* name)
+        {
+            return arv_stream_get_info_uint64_by_name(m_pStream, name);
+        };
+        m_statistics.delivered = count("n_completed_buffers");
+        m_statistics.incomplete = count("n_failures");
+        m_statistics.askedFor = count("n_resend_requests");
+        m_statistics.resent = count("n_resent_packets");
+        m_statistics.missing = count("n_missing_packets");
     }
     return m_statistics;
 }

@@ -18,7 +18,9 @@ namespace Velmo::GigE::Internal
 /** What belongs to a camera from Open to Close; held by its device, used by its stream. */
 struct SOpenCamera
 {
-    std::string name; // for texts
+    std::string name;            // for texts
+    std::uint32_t deviceIp = 0;  // host byte order
+    std::uint32_t adapterIp = 0; // host byte order
     bool isLoopback = false;
     ObjectPtr<ArvDevice> pEngine;
     std::shared_ptr<CRemoval> pRemoval;

@@ -3,6 +3,7 @@
 
 #include "transports/gige/internal/reaper.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Velmo::GigE::Internal
@@ -21,17 +22,37 @@ CReaper::~CReaper()
     }
 }
 
-void CReaper::Add(std::function<void()> work)
+void CReaper::Add(std::uint32_t deviceIp, std::function<void()> work)
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_work.push_back(std::move(work));
+        m_work.push_back({deviceIp, std::move(work)});
         if (!m_thread.joinable())
         {
             m_thread = std::thread([this] { Run(); });
         }
     }
     m_changed.notify_all();
+}
+
+bool CReaper::HasWorkOf(std::uint32_t deviceIp) const
+{
+    return m_current == deviceIp || std::any_of(m_work.begin(), m_work.end(),
+                                                [deviceIp](const SItem& item) { return item.deviceIp == deviceIp; });
+}
+
+bool CReaper::IsBusyWith(std::uint32_t deviceIp)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return HasWorkOf(deviceIp);
+}
+
+bool CReaper::WaitFor(std::uint32_t deviceIp, std::chrono::milliseconds timeout)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    std::stable_partition(m_work.begin(), m_work.end(),
+                          [deviceIp](const SItem& item) { return item.deviceIp == deviceIp; });
+    return m_changed.wait_for(lock, timeout, [this, deviceIp] { return !HasWorkOf(deviceIp); });
 }
 
 void CReaper::Run()
@@ -44,12 +65,15 @@ void CReaper::Run()
         {
             return;
         }
-        std::function<void()> work = std::move(m_work.front());
+        SItem item = std::move(m_work.front());
         m_work.pop_front();
+        m_current = item.deviceIp;
         lock.unlock();
-        work();
-        work = nullptr; // what it holds goes without the lock
+        item.work();
+        item.work = nullptr; // what it holds goes without the lock
         lock.lock();
+        m_current.reset();
+        m_changed.notify_all();
     }
 }
 

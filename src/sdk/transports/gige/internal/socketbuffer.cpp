@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <atomic>
 #include <cstdlib>
 #include <dirent.h>
 #include <fstream>
@@ -18,16 +19,13 @@ namespace Velmo::GigE::Internal
 namespace
 {
 
-/** The largest receive buffer that a process may ask for; 0 when the system does not tell. */
-std::size_t SystemLimit()
+std::atomic<std::size_t>& PretendedLimit()
 {
-    std::ifstream file("/proc/sys/net/core/rmem_max");
-    std::size_t limit = 0;
-    file >> limit;
-    return limit;
+    static std::atomic<std::size_t> bytes{0};
+    return bytes;
 }
 
-bool IsUdpSocketOfPort(int descriptor, std::uint16_t port)
+bool IsUdpSocketAt(int descriptor, std::uint32_t ip, std::uint16_t port)
 {
     int type = 0;
     socklen_t typeBytes = sizeof type;
@@ -35,23 +33,39 @@ bool IsUdpSocketOfPort(int descriptor, std::uint16_t port)
     socklen_t addressBytes = sizeof address;
     return getsockopt(descriptor, SOL_SOCKET, SO_TYPE, &type, &typeBytes) == 0 && type == SOCK_DGRAM &&
            getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &addressBytes) == 0 &&
-           address.sin_family == AF_INET && ntohs(address.sin_port) == port;
+           address.sin_family == AF_INET && ntohl(address.sin_addr.s_addr) == ip && ntohs(address.sin_port) == port;
 }
 
 } // namespace
 
-SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes)
+std::size_t ReceiveBufferLimit()
+{
+    if (const std::size_t pretended = PretendedLimit(); pretended != 0)
+    {
+        return pretended;
+    }
+    std::ifstream file("/proc/sys/net/core/rmem_max");
+    std::size_t limit = 0;
+    file >> limit;
+    return limit;
+}
+
+void PretendReceiveBufferLimit(std::size_t bytes)
+{
+    PretendedLimit() = bytes;
+}
+
+SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes, std::size_t limitBytes)
 {
     constexpr std::size_t least = std::size_t{1} << 20;
     constexpr std::size_t most = std::size_t{1} << 30; // the option is an int, which the kernel doubles
     SSocketBuffer size;
     size.wantedBytes = std::min(most, std::max(least, payloadBytes > most ? most : 2 * payloadBytes));
-    const std::size_t limit = SystemLimit();
-    size.bytes = limit == 0 ? size.wantedBytes : std::min(size.wantedBytes, limit);
+    size.bytes = limitBytes == 0 ? size.wantedBytes : std::min(size.wantedBytes, limitBytes);
     return size;
 }
 
-bool ApplySocketBuffer(std::uint16_t port, std::size_t bytes)
+bool ApplySocketBuffer(std::uint32_t ip, std::uint16_t port, std::size_t bytes)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir("/proc/self/fd"), &closedir);
     if (pFolder == nullptr)
@@ -61,7 +75,7 @@ bool ApplySocketBuffer(std::uint16_t port, std::size_t bytes)
     while (const dirent* pEntry = readdir(pFolder.get()))
     {
         const int descriptor = std::atoi(pEntry->d_name);
-        if (descriptor > 2 && IsUdpSocketOfPort(descriptor, port))
+        if (descriptor > 2 && IsUdpSocketAt(descriptor, ip, port))
         {
             const int size = static_cast<int>(bytes);
             return setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &size, sizeof size) == 0;

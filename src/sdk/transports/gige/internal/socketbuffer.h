@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "transports/gige/gige_testexport.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -15,10 +17,16 @@ struct SSocketBuffer
     std::size_t bytes = 0; // what the system allows
 };
 
-/** Room for two images, and at least one mebibyte. */
-SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes);
+/** The largest receive buffer that a process may ask for, in bytes; 0 when the system does not tell. Threads: any. */
+GIGE_TEST_EXPORT std::size_t ReceiveBufferLimit();
+/** For tests: what ReceiveBufferLimit() says from now on; 0 is the system's again. Threads: any. */
+GIGE_TEST_EXPORT void PretendReceiveBufferLimit(std::size_t bytes);
 
-/** Sizes the receive buffer of this process's UDP socket with that port; false when there is none. */
-bool ApplySocketBuffer(std::uint16_t port, std::size_t bytes);
+/** Room for two images, and at least one mebibyte. A limit of 0 is none. */
+GIGE_TEST_EXPORT SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes, std::size_t limitBytes);
+
+/** Sizes the receive buffer of this process's UDP socket at that address (host byte order); false when there is none.
+ */
+GIGE_TEST_EXPORT bool ApplySocketBuffer(std::uint32_t ip, std::uint16_t port, std::size_t bytes);
 
 } // namespace Velmo::GigE::Internal

@@ -86,9 +86,10 @@ Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer)
     const ArvBufferStatus status = arv_buffer_get_status(pBuffer);
     const ArvBufferPayloadType payloadType = arv_buffer_get_payload_type(pBuffer);
     result.payloadType = PayloadTypeOf(payloadType);
-    // The engine answers geometry of these kinds only, once a leader came.
-    const bool hasGeometry = arv_buffer_get_n_parts(pBuffer) > 0 && (result.payloadType == EPayloadType::Image ||
-                                                                     result.payloadType == EPayloadType::ChunkData);
+    // The engine answers geometry of these kinds only, and has none of an incomplete image.
+    const bool hasGeometry =
+        status == ARV_BUFFER_STATUS_SUCCESS && arv_buffer_get_n_parts(pBuffer) > 0 &&
+        (result.payloadType == EPayloadType::Image || result.payloadType == EPayloadType::ChunkData);
     if (hasGeometry && payloadType != ARV_BUFFER_PAYLOAD_TYPE_CHUNK_DATA)
     {
         FillGeometry(pBuffer, result);

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace Velmo::GigE::Internal
 {
@@ -40,14 +41,35 @@ void CGigETransport::WarnOnce(const std::string& text)
     Log(ELogLevel::Warning, "velmo.gige", text);
 }
 
+void CGigETransport::WarnOfUnusable(const std::vector<std::string>& entries)
+{
+    std::map<std::string, std::string> unusable;
+    for (const std::string& entry : entries)
+    {
+        unusable[entry] = WhyUnusable(entry);
+    }
+    std::map<std::string, std::string> before;
+    {
+        // What can be used again is forgotten, so that it is told when it goes down for another time.
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        before = std::exchange(m_unusable, unusable);
+    }
+    for (const auto& [entry, reason] : unusable)
+    {
+        if (before[entry] != reason)
+        {
+            Log(ELogLevel::Warning, "velmo.gige",
+                "The network adapter \"" + entry + "\" " + reason + "; it is skipped. There are: " + AdapterNames() +
+                    ".");
+        }
+    }
+}
+
 std::vector<SAdapter> CGigETransport::GetAdapters()
 {
     std::vector<std::string> unknown;
     std::vector<SAdapter> adapters = SelectAdapters(ListSystemAdapters(), WantedAdapters(), unknown);
-    for (const std::string& entry : unknown)
-    {
-        WarnOnce("The network adapter \"" + entry + "\" does not exist or is down; it is skipped.");
-    }
+    WarnOfUnusable(unknown);
     return adapters;
 }
 

@@ -44,6 +44,7 @@ public:
 
 private:
     void WarnOnce(const std::string& text);
+    void WarnOfUnusable(const std::vector<std::string>& entries);
     std::vector<std::uint32_t> AddressesToAsk();
     void Remember(const std::vector<SFoundDevice>& devices);
     /** pAdapter: the only one that was searched; null for all. */
@@ -53,6 +54,7 @@ private:
     std::shared_ptr<SServices> m_pServices;
     std::mutex m_mutex; // guards what follows; never held while the network is asked
     std::set<std::string> m_warnings;
+    std::map<std::string, std::string> m_unusable; // adapters that are wanted but cannot be used: why not
     std::set<std::uint32_t> m_remoteAddresses;
     std::map<std::string, CDeviceInfo> m_known; // newest record by full name
     DeviceInfoList m_seen;                      // of the newest search, in its order

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "protocols/gvcp.h"
+#include "transports/gige/gige_testexport.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +14,7 @@ namespace Velmo::GigE::Internal
 {
 
 /** A non-blocking IPv4 datagram socket. Addresses and ports in host byte order. Threads: one at a time. */
-class CUdpSocket
+class GIGE_TEST_EXPORT CUdpSocket
 {
 public:
     CUdpSocket() = default;

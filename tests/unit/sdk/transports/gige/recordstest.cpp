@@ -92,6 +92,30 @@ TEST(GigEBlockCounter, lateIdIsNoWrap)
     EXPECT_EQ(counter.Extend(11), 11u);
 }
 
+TEST(GigEBlockCounter, idsLeftOutAreCountedAlsoOverTheWrap)
+{
+    CBlockCounter counter;
+    counter.Extend(65530);
+    EXPECT_EQ(counter.CountSkipped(), 0u);
+    counter.Extend(65533);
+    EXPECT_EQ(counter.CountSkipped(), 2u);
+    counter.Extend(2);
+    EXPECT_EQ(counter.CountSkipped(), 5u);
+}
+
+TEST(GigEBlockCounter, lateIdIsNotLeftOutAndOneWithoutImageSaysNothing)
+{
+    CBlockCounter counter;
+    counter.Extend(10);
+    counter.Extend(12);
+    EXPECT_EQ(counter.CountSkipped(), 1u);
+    counter.Extend(11);
+    EXPECT_EQ(counter.CountSkipped(), 0u);
+    counter.Extend(0);
+    counter.Extend(13);
+    EXPECT_EQ(counter.CountSkipped(), 0u);
+}
+
 TEST(GigEBlockCounter, extendedIdsPassUnchanged)
 {
     CBlockCounter counter;

@@ -86,8 +86,42 @@ TEST(GigEReaper, workIsDoneInOrderBeforeTheReaperGoes)
         CReaper reaper;
         for (const char* item : {"a", "b", "c"})
         {
-            reaper.Add([&order, item] { order += item; });
+            reaper.Add(1, [&order, item] { order += item; });
         }
     }
     EXPECT_EQ(order, "abc");
+}
+
+TEST(GigEReaper, aCameraThatIsAwaitedGoesBeforeTheOthersButAfterWhatIsBeingDone)
+{
+    std::promise<void> begun;
+    std::promise<void> goOn;
+    std::string order;
+    CReaper reaper;
+    reaper.Add(1,
+               [&begun, blocked = goOn.get_future().share(), &order]
+               {
+                   begun.set_value();
+                   blocked.wait();
+                   order += '1';
+               });
+    begun.get_future().wait();
+    reaper.Add(2, [&order] { order += '2'; });
+    reaper.Add(3, [&order] { order += 'a'; });
+    reaper.Add(3, [&order] { order += 'b'; });
+    EXPECT_TRUE(reaper.IsBusyWith(1));
+    EXPECT_TRUE(reaper.IsBusyWith(3));
+    EXPECT_FALSE(reaper.IsBusyWith(4));
+    EXPECT_FALSE(reaper.WaitFor(3, std::chrono::milliseconds(1)));
+    goOn.set_value();
+    EXPECT_TRUE(reaper.WaitFor(3, std::chrono::seconds(10)));
+    EXPECT_TRUE(reaper.WaitFor(2, std::chrono::seconds(10)));
+    EXPECT_EQ(order, "1ab2");
+    EXPECT_FALSE(reaper.IsBusyWith(3));
+}
+
+TEST(GigEReaper, nothingToDoIsNotAwaited)
+{
+    CReaper reaper;
+    EXPECT_TRUE(reaper.WaitFor(1, std::chrono::milliseconds(0)));
 }
