@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <arpa/inet.h>
 #include <chrono>
+#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 #include <thread>
@@ -27,12 +29,25 @@ public:
 
 const auto* const pEnvironment = ::testing::AddGlobalTestEnvironment(new CNetworkEnvironment);
 
-bool IsAddressInUse(const std::string& address)
+/** "127.0.0.1" and the GVCP port as the kernel's table of the calling thread's namespace writes them. */
+std::string KernelText(const std::string& address)
 {
-    std::ifstream table("/proc/self/net/udp");
+    in_addr ip{};
+    if (inet_pton(AF_INET, address.c_str(), &ip) != 1)
+    {
+        throw std::runtime_error("\"" + address + "\" is no IPv4 address");
+    }
+    char text[16];
+    std::snprintf(text, sizeof text, "%08X:0F74", ip.s_addr); // 3956
+    return text;
+}
+
+bool IsInUse(const std::string& kernelText)
+{
+    std::ifstream table("/proc/thread-self/net/udp");
     for (std::string line; std::getline(table, line);)
     {
-        if (line.find(address) != std::string::npos)
+        if (line.find(kernelText) != std::string::npos)
         {
             return true;
         }
@@ -42,7 +57,8 @@ bool IsAddressInUse(const std::string& address)
 
 } // namespace
 
-CFakeCamera::CFakeCamera(std::string serialNumber) : m_serialNumber(std::move(serialNumber))
+CFakeCamera::CFakeCamera(std::string serialNumber, SFakeCameraPlace place)
+    : m_serialNumber(std::move(serialNumber)), m_place(std::move(place))
 {
     Start();
 }
@@ -55,14 +71,28 @@ void CFakeCamera::Restart()
 
 void CFakeCamera::Start()
 {
-    m_pProcess = std::make_unique<CChildProcess>(
-        std::vector<std::string>{"arv-fake-gv-camera-0.8", "-i", "127.0.0.1", "-s", m_serialNumber});
+    if (m_place.pNamespace == nullptr)
+    {
+        StartHere();
+    }
+    else
+    {
+        m_place.pNamespace->Visit([this] { StartHere(); });
+    }
+}
+
+void CFakeCamera::StartHere()
+{
+    m_pProcess = std::make_unique<CChildProcess>(std::vector<std::string>{"arv-fake-gv-camera-0.8", "-i",
+                                                                          m_place.address, "-s", m_serialNumber, "-r",
+                                                                          std::to_string(m_place.lostPerThousand)});
+    const std::string listening = KernelText(m_place.address);
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!IsAddressInUse("0100007F:0F74")) // 127.0.0.1:3956 as the kernel writes it
+    while (!IsInUse(listening))
     {
         if (!m_pProcess->IsRunning() || std::chrono::steady_clock::now() > deadline)
         {
-            throw std::runtime_error("arv-fake-gv-camera-0.8 does not listen on 127.0.0.1:3956");
+            throw std::runtime_error("arv-fake-gv-camera-0.8 does not listen on " + m_place.address + ":3956");
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(5)); // the kernel's table can only be polled
     }
