@@ -5,8 +5,11 @@
 #include "unit/common/plugins/camerapool/testing/servicesfixture.h"
 
 #include <QMetaMethod>
-#include <QSemaphore>
 #include <QThread>
+
+#include <chrono>
+#include <future>
+#include <utility>
 
 namespace
 {
@@ -170,24 +173,22 @@ TEST_F(StatusService, receiverInAnotherThreadHearsThereWhatIsToldHere)
     auto* const pReceiver = new QObject;
     pReceiver->moveToThread(&thread);
     QObject::connect(&thread, &QThread::finished, pReceiver, &QObject::deleteLater);
-    QSemaphore heard;
-    QThread* pHeardOn = nullptr;
-    CameraInfoPtr heardOf;
+    std::promise<std::pair<QThread*, CameraInfoPtr>> heard;
     QObject::connect(&m_status, &ICameraStatusService::cameraImageGrabbed, pReceiver,
-                     [&](const CameraInfoPtr& info, const Velmo::CGrabResultPtr&)
-                     {
-                         pHeardOn = QThread::currentThread();
-                         heardOf = info;
-                         heard.release();
+                     [&](const CameraInfoPtr& info, const Velmo::CGrabResultPtr&) {
+                         heard.set_value({QThread::currentThread(), info});
                      });
+    auto future = heard.get_future();
     emit m_pool->cameraImageGrabbed(m_info, Velmo::CGrabResultPtr());
-    EXPECT_EQ(heard.available(), 0);
+    EXPECT_EQ(future.wait_for(std::chrono::seconds(0)), std::future_status::timeout);
     thread.start();
-    EXPECT_TRUE(heard.tryAcquire(1, 10000));
+    const bool isHeard = future.wait_for(std::chrono::seconds(10)) == std::future_status::ready;
     thread.quit();
     ASSERT_TRUE(thread.wait(10000));
-    EXPECT_EQ(pHeardOn, &thread);
-    EXPECT_EQ(heardOf, m_info);
+    ASSERT_TRUE(isHeard);
+    const auto [pThread, info] = future.get();
+    EXPECT_EQ(pThread, &thread);
+    EXPECT_EQ(info, m_info);
 }
 
 TEST_F(StatusService, settingTheSameActiveRecordTwiceIsAnnouncedOnce)
