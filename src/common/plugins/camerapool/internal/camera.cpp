@@ -9,7 +9,6 @@
 #include "utils/exceptions.h"
 #include "velmo/tlfactory.h"
 
-#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QtDebug>
 
@@ -23,6 +22,8 @@ namespace
 {
 
 constexpr int s_timeoutIntervalMs = 500;
+const char* const s_closeFailed = "Camera could not be closed. Reason: ";
+const char* const s_destroyFailed = "Velmo device could not be destroyed. Reason: ";
 
 void enableClearBufferMode(GenApi::INodeMap& nodeMap)
 {
@@ -50,18 +51,13 @@ CCamera::CCamera(QSharedPointer<ICameraInfo> info, QObject* parent)
 
 CCamera::~CCamera()
 {
-    try
+    // Receivers of what is emitted on the way may throw anything; nobody is left to tell.
+    attemptAnything(s_closeFailed, [this] { CCamera::stopGrabbing(); });
+    attemptAnything(s_closeFailed, [this] { CCamera::close(); });
+    dispose();
+    if (m_grabSettings)
     {
-        CCamera::stopGrabbing();
-        CCamera::close();
-        dispose();
-        m_grabSettings.write();
-    }
-    catch (...)
-    {
-        // Only a receiver of the signals above can have thrown; nobody is left to tell.
-        qDebug("Camera could not be closed. Reason: %s", "unexpected exception");
-        dispose();
+        m_grabSettings->write();
     }
     m_pFrameGrabberTimer.reset();
     m_pFpsStatistic.reset();
@@ -129,11 +125,11 @@ void CCamera::detachVelmoDeviceFromParameterCollection()
     {
         m_ptrParameterCollection->detachAllNodeMaps();
     };
-    if (!attempt(message, detach))
+    if (!attemptAnything(message, detach))
     {
         // The node maps are about to go; whoever threw must not keep them in the collection.
         const QSignalBlocker blocker(m_ptrParameterCollection.data());
-        attempt(message, detach);
+        attemptAnything(message, detach);
     }
 }
 
@@ -169,20 +165,24 @@ bool CCamera::open(bool monitorMode)
         return false;
     }
     bool opened = false;
-    const auto undo = qScopeGuard(
-        [&]
-        {
-            if (!opened)
-            {
-                undoOpen();
-            }
-        });
-    opened = attempt("Camera could not be opened. Reason: ",
-                     [&]
-                     {
-                         openVelmoDevice(monitorMode);
-                         emit deviceOpened();
-                     });
+    try
+    {
+        opened = attempt("Camera could not be opened. Reason: ",
+                         [&]
+                         {
+                             openVelmoDevice(monitorMode);
+                             emit deviceOpened();
+                         });
+    }
+    catch (...)
+    {
+        undoOpen();
+        throw;
+    }
+    if (!opened)
+    {
+        undoOpen();
+    }
     return opened;
 }
 
@@ -191,12 +191,12 @@ void CCamera::undoOpen()
     if (m_deviceState.state() == ParameterCollection::ObjectState_Open)
     {
         // It was open and some receiver has been told so.
-        close();
+        attemptAnything(s_closeFailed, [this] { close(); });
         return;
     }
     const CScopedObjectStateLock lock(m_deviceState);
     detachVelmoDeviceFromParameterCollection();
-    attempt("Camera could not be closed. Reason: ", [this] { m_pVelmoDevice->Close(); });
+    attemptAnything(s_closeFailed, [this] { m_pVelmoDevice->Close(); });
 }
 
 void CCamera::openVelmoDevice(bool monitorMode)
@@ -237,8 +237,10 @@ void CCamera::closeVelmoDevice()
     }
     m_deviceState.setState(ParameterCollection::ObjectState_Closed);
     detachVelmoDeviceFromParameterCollection();
-    attempt("Camera could not be closed. Reason: ", [this] { m_pVelmoDevice->Close(); });
-    attempt("Velmo device could not be destroyed. Reason: ", [this] { m_pVelmoDevice->DestroyDevice(); });
+    attemptAnything(s_closeFailed, [this] { m_pVelmoDevice->Close(); });
+    attemptAnything(s_destroyFailed, [this] { m_pVelmoDevice->DestroyDevice(); });
+    // A removal may have been reported since; now none comes any more.
+    m_deviceState.setState(ParameterCollection::ObjectState_Closed);
 }
 
 void CCamera::dispose()
@@ -246,7 +248,7 @@ void CCamera::dispose()
     const CScopedObjectStateLock instanceLock(m_instanceState);
     const CScopedObjectStateLock deviceLock(m_deviceState);
     detachVelmoDeviceFromParameterCollection();
-    attempt("Velmo device could not be destroyed. Reason: ", [this] { m_pVelmoDevice->DestroyDevice(); });
+    attemptAnything(s_destroyFailed, [this] { m_pVelmoDevice->DestroyDevice(); });
     deregisterEventHandlers();
     m_pVelmoDevice.reset();
     m_instanceState.setState(ParameterCollection::ObjectState_Disposed);

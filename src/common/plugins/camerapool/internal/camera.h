@@ -20,6 +20,8 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace Plugin::CameraPool::Internal
 {
@@ -153,6 +155,19 @@ private:
         }
         return false;
     }
+    /** The same for what has to be done whatever is thrown. */
+    template <class Work> bool attemptAnything(const char* message, Work&& work)
+    {
+        try
+        {
+            return attempt(message, std::forward<Work>(work));
+        }
+        catch (...)
+        {
+            reportFailure(message, "unexpected exception");
+        }
+        return false;
+    }
 
     std::unique_ptr<Velmo::CInstantCamera> m_pVelmoDevice; // null: disposed
     QSharedPointer<ICameraInfo> m_ptrCameraInfo;           // may be null
@@ -163,8 +178,8 @@ private:
     std::unique_ptr<FpsStatistic> m_pFpsStatistic;
     std::unique_ptr<CFrameGrabberTimer> m_pFrameGrabberTimer;
     int m_timeoutIntervalMs;
-    std::uint64_t m_lastKnownImageNumber = 0; // main thread
-    SGrabSettings m_grabSettings;
+    std::uint64_t m_lastKnownImageNumber = 0;    // main thread
+    std::optional<SGrabSettings> m_grabSettings; // since initialize()
     std::atomic<int> m_imagesFailed{0};
     std::atomic<bool> m_connectionLost{false}; // the loss of this opening has been reported
     bool m_isClosing = false;                  // guarded by m_instanceState

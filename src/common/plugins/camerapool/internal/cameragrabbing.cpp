@@ -97,7 +97,8 @@ void CCamera::setBufferCount()
     const std::int64_t payloadBytes = streamed != 0 ? streamed : camera.valueOr(0);
     if (payloadBytes > 0)
     {
-        const int buffers = m_grabSettings.buffersFor(static_cast<std::uint64_t>(payloadBytes));
+        const int buffers =
+            m_grabSettings.value_or(SGrabSettings()).buffersFor(static_cast<std::uint64_t>(payloadBytes));
         m_pVelmoDevice->MaxNumBuffer.SetValue(buffers);
         m_pVelmoDevice->MaxNumQueuedBuffer.SetValue(buffers);
     }

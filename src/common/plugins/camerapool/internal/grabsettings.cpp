@@ -23,17 +23,21 @@ const QString s_usedBufferMemory = QStringLiteral("UsedBufferMemory");
 
 void logReplaced(const QString& key, const QVariant& found, const QString& used)
 {
-    qDebug("The setting Grab/%s has the unusable value \"%s\"; %s is used.", qPrintable(key),
-           qPrintable(found.toString()), qPrintable(used));
+    // Text with commas comes as a list.
+    const QString text =
+        found.type() == QVariant::StringList ? found.toStringList().join(QLatin1Char(',')) : found.toString();
+    qDebug("The setting Grab/%s has the unusable value \"%s\"; %s is used.", qPrintable(key), qPrintable(text),
+           qPrintable(used));
 }
 
-int readBuffers(const QSettings& settings, const QString& key, int fallback, int lowest)
+int readBuffers(const QSettings& settings, const QString& key, int fallback, int lowest, bool& isReplaced)
 {
     const QVariant found = settings.value(key, fallback);
     bool isNumber = false;
     const int value = found.toInt(&isNumber);
     const int usable = isNumber ? std::clamp(value, lowest, s_buffersLimit) : std::max(fallback, lowest);
-    if (!isNumber || usable != value)
+    isReplaced = !isNumber || usable != value;
+    if (isReplaced)
     {
         logReplaced(key, found, QString::number(usable));
     }
@@ -41,12 +45,13 @@ int readBuffers(const QSettings& settings, const QString& key, int fallback, int
 }
 
 /** Qt turns a negative integer into a huge unsigned one; only what is a number of bytes as written is taken. */
-unsigned int readBytes(const QSettings& settings, const QString& key, unsigned int fallback)
+unsigned int readBytes(const QSettings& settings, const QString& key, unsigned int fallback, bool& isReplaced)
 {
     const QVariant found = settings.value(key, fallback);
     bool isNumber = false;
     const qlonglong value = found.toLongLong(&isNumber);
-    if (isNumber && value >= 0 && value <= static_cast<qlonglong>(std::numeric_limits<unsigned int>::max()))
+    isReplaced = !isNumber || value < 0 || value > static_cast<qlonglong>(std::numeric_limits<unsigned int>::max());
+    if (!isReplaced)
     {
         return static_cast<unsigned int>(value);
     }
@@ -55,9 +60,10 @@ unsigned int readBytes(const QSettings& settings, const QString& key, unsigned i
 }
 
 // Writing an entry, also with the value it has, costs a synchronised write of the whole file: 15 ms for each camera.
-template <class Number> void store(QSettings& settings, const QString& key, Number value)
+template <class Number> void store(QSettings& settings, const QString& key, Number value, bool isReplaced)
 {
-    if (settings.value(key).toString() != QString::number(value))
+    const bool isSomebodysOwn = isReplaced && settings.contains(key);
+    if (!isSomebodysOwn && settings.value(key).toString() != QString::number(value))
     {
         settings.setValue(key, value);
     }
@@ -71,9 +77,11 @@ SGrabSettings SGrabSettings::read()
     settings.beginGroup(s_group);
     const SGrabSettings defaults;
     SGrabSettings result;
-    result.minNumBuffers = readBuffers(settings, s_minNumBuffers, defaults.minNumBuffers, 1);
-    result.maxNumBuffers = readBuffers(settings, s_maxNumBuffers, defaults.maxNumBuffers, result.minNumBuffers);
-    result.usedBufferMemoryBytes = readBytes(settings, s_usedBufferMemory, defaults.usedBufferMemoryBytes);
+    result.minNumBuffers = readBuffers(settings, s_minNumBuffers, defaults.minNumBuffers, 1, result.isMinReplaced);
+    result.maxNumBuffers =
+        readBuffers(settings, s_maxNumBuffers, defaults.maxNumBuffers, result.minNumBuffers, result.isMaxReplaced);
+    result.usedBufferMemoryBytes =
+        readBytes(settings, s_usedBufferMemory, defaults.usedBufferMemoryBytes, result.isMemoryReplaced);
     return result;
 }
 
@@ -81,9 +89,9 @@ void SGrabSettings::write() const
 {
     QSettings settings;
     settings.beginGroup(s_group);
-    store(settings, s_minNumBuffers, minNumBuffers);
-    store(settings, s_maxNumBuffers, maxNumBuffers);
-    store(settings, s_usedBufferMemory, usedBufferMemoryBytes);
+    store(settings, s_minNumBuffers, minNumBuffers, isMinReplaced);
+    store(settings, s_maxNumBuffers, maxNumBuffers, isMaxReplaced);
+    store(settings, s_usedBufferMemory, usedBufferMemoryBytes, isMemoryReplaced);
 }
 
 int SGrabSettings::buffersFor(std::uint64_t payloadBytes) const

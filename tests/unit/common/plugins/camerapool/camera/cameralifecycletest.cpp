@@ -185,6 +185,28 @@ TEST_F(CameraLifecycle, aReceiverThatThrowsMakesTheOpeningFailAndIsToldOfTheClos
     EXPECT_TRUE(m_log.contains(s_openFailed + QStringLiteral("cannot show it")));
 }
 
+TEST_F(CameraLifecycle, receiversThatThrowAtTheOpeningAndAtTheClosingMakeTheOpeningFail)
+{
+    const auto camera = makeCamera();
+    const auto opening =
+        QObject::connect(camera.data(), &IDevice::deviceOpened, [] { throw std::runtime_error("cannot show it"); });
+    const auto closing =
+        QObject::connect(camera.data(), &IDevice::deviceClosed, [] { throw std::runtime_error("cannot hide it"); });
+    EXPECT_FALSE(camera->open(false));
+    EXPECT_FALSE(camera->isOpen());
+    EXPECT_TRUE(m_log.contains(QStringLiteral("Camera could not be closed. Reason: cannot hide it")));
+    QObject::disconnect(opening);
+    QObject::disconnect(closing);
+    EXPECT_TRUE(camera->open(false));
+}
+
+TEST_F(CameraLifecycle, theCamerasHandlersReplaceTheDefaultConfigurationOfTheSdk)
+{
+    const auto camera = makeCamera();
+    ASSERT_TRUE(camera->open(false));
+    EXPECT_EQ(m_transport->GetLastWrite(s_serial, "AcquisitionMode"), "");
+}
+
 TEST_F(CameraLifecycle, aCameraWithoutClearBufferModeOpensAndLogsOneLine)
 {
     ::Test::SScriptedCamera plain;
@@ -357,6 +379,46 @@ TEST_F(CameraLifecycle, disposalWithAThrowingReceiverStillDestroysTheDevice)
     EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
 }
 
+TEST_F(CameraLifecycle, disposalWithAThrowingReceiverStillWritesTheSettings)
+{
+    auto camera = makeCamera();
+    ASSERT_TRUE(camera->open(false));
+    const auto instanceState = camera->instanceState();
+    QObject::connect(camera.data(), &IDevice::deviceClosed, [] { throw std::runtime_error("receiver"); });
+    EXPECT_NO_THROW(camera.reset());
+    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toInt(), 10);
+    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MaxNumBuffersContinuousShot")).toInt(), 450);
+    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/UsedBufferMemory")).toUInt(), 8388608U);
+    EXPECT_EQ(instanceState.state(), 0);
+}
+
+TEST_F(CameraLifecycle, disposalWithAReceiverThatThrowsAnyKindFinishes)
+{
+    auto camera = makeCamera();
+    ASSERT_TRUE(camera->open(false));
+    const auto collection = camera->getParameterCollection();
+    QObject::connect(camera.data(), &IDevice::deviceClosed, [] { throw 1; });
+    QObject::connect(collection.data(), &ParameterCollection::IParameterCollection::nodeMapDetaching, [] { throw 2; });
+    EXPECT_NO_THROW(camera.reset());
+    EXPECT_EQ(collection->nodeMap(Path::CameraDevice), nullptr);
+    EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
+    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MaxNumBuffersContinuousShot")).toInt(), 450);
+}
+
+TEST_F(CameraLifecycle, disposalOfACameraThatWasNeverInitialisedLeavesTheSettings)
+{
+    QSettings().setValue(QStringLiteral("Grab/MinNumBuffersContinuousShot"), 25);
+    QSharedPointer<CCamera>(new CCamera(record(), nullptr)).reset();
+    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toInt(), 25);
+}
+
+TEST_F(CameraLifecycle, disposalKeepsSettingsThatMakeNoSense)
+{
+    QSettings().setValue(QStringLiteral("Grab/MinNumBuffersContinuousShot"), QStringLiteral("many"));
+    makeCamera().reset();
+    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toString(), QStringLiteral("many"));
+}
+
 TEST_F(CameraLifecycle, disposalMakesTheDefaultSettingsExplicit)
 {
     makeCamera().reset();
@@ -424,6 +486,37 @@ TEST_F(CameraLifecycle, afterALossTheCameraIsClosedAndOpensAnewWithAFreshDevice)
     EXPECT_EQ(camera->deviceState().state(), 1);
     m_transport->RemoveCamera(s_serial);
     EXPECT_TRUE(waitUntil([&] { return lost.count() == 2; }));
+}
+
+TEST_F(CameraLifecycle, aLossReportedWhileTheCameraClosesLeavesItClosed)
+{
+    const auto camera = makeCamera();
+    ASSERT_TRUE(camera->open(false));
+    m_transport->SetHook(EStep::CloseStream,
+                         [this](const std::string&)
+                         {
+                             m_transport->SetHook(EStep::CloseStream, nullptr);
+                             m_transport->RemoveCamera(s_serial, 1, true);
+                         });
+    camera->close();
+    EXPECT_FALSE(camera->isOpen());
+    EXPECT_EQ(camera->deviceState().state(), 2);
+}
+
+TEST_F(CameraLifecycle, afterALossOpenCreatesANewDeviceForTheSameRecord)
+{
+    const auto info = record();
+    const auto camera = makeCamera(info);
+    ASSERT_TRUE(camera->open(false));
+    const ::Test::CSignalRecord lost(camera.data(), &ICamera::cameraConnectionLost);
+    m_transport->RemoveCamera(s_serial);
+    ASSERT_TRUE(waitUntil([&] { return lost.count() == 1; }));
+    m_transport->AddCamera(::Test::SScriptedCamera());
+    camera->close();
+    EXPECT_TRUE(camera->open(false));
+    EXPECT_TRUE(camera->isConnected());
+    EXPECT_EQ(camera->getInfo(), info);
+    EXPECT_EQ(m_transport->GetCount(EStep::CreateDevice), 2U);
 }
 
 TEST_F(CameraLifecycle, disposalOfALostCameraWorks)

@@ -127,6 +127,35 @@ TEST_F(GrabSettings, writingWhatIsThereAlreadyLeavesTheFileAlone)
     EXPECT_EQ(get("MinNumBuffersContinuousShot").toInt(), 11);
 }
 
+TEST_F(GrabSettings, writingLeavesWhatMakesNoSenseAsItWasFound)
+{
+    set("MinNumBuffersContinuousShot", -4);
+    set("MaxNumBuffersContinuousShot", "plenty");
+    SGrabSettings::read().write();
+    EXPECT_EQ(get("MinNumBuffersContinuousShot").toString(), QStringLiteral("-4"));
+    EXPECT_EQ(get("MaxNumBuffersContinuousShot").toString(), QStringLiteral("plenty"));
+    EXPECT_EQ(get("UsedBufferMemory").toUInt(), 8388608U);
+}
+
+TEST_F(GrabSettings, writingLeavesAMaximumBelowTheMinimumAsItWasFound)
+{
+    set("MinNumBuffersContinuousShot", 20);
+    set("MaxNumBuffersContinuousShot", 5);
+    SGrabSettings::read().write();
+    EXPECT_EQ(get("MinNumBuffersContinuousShot").toInt(), 20);
+    EXPECT_EQ(get("MaxNumBuffersContinuousShot").toInt(), 5);
+}
+
+TEST_F(GrabSettings, aTextWithCommasIsLoggedAndKeptWhole)
+{
+    set("UsedBufferMemory", QStringList{QStringLiteral("8"), QStringLiteral("388"), QStringLiteral("608")});
+    EXPECT_EQ(SGrabSettings::read().usedBufferMemoryBytes, 8388608U);
+    EXPECT_TRUE(
+        m_log.contains("The setting Grab/UsedBufferMemory has the unusable value \"8,388,608\"; 8388608 is used."));
+    SGrabSettings::read().write();
+    EXPECT_EQ(get("UsedBufferMemory").toStringList().size(), 3);
+}
+
 TEST_F(GrabSettings, buffersAreWhatTheMemoryHoldsWithinTheLimits)
 {
     const SGrabSettings settings;
