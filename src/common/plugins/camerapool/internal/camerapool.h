@@ -115,8 +115,9 @@ private:
     /** One camera's way into the pool, from connectRelays() to disconnectRelays(). */
     struct SRelay
     {
-        QPointer<ICamera> camera; // null: what still arrives is dropped
+        QPointer<ICamera> camera;
         QSharedPointer<ICameraInfo> info;
+        bool isCut = false; // what still arrives is dropped
     };
     using RelayPtr = QSharedPointer<SRelay>;
 
@@ -125,6 +126,8 @@ private:
     /** Runs the slot for the camera of that relay. */
     template <class Slot, class... Arguments>
     void relay(const RelayPtr& relay, Slot slot, const Arguments&... arguments);
+    /** As relay(), but a loss that was under way when the camera was locked is told, and ends the lock. */
+    void relayLoss(const RelayPtr& relay);
     /** The camera whose signal is being relayed; null when it is no camera. */
     const ICamera* relayedCamera() const;
     /** Its record; false when there is no such camera. */

@@ -16,7 +16,7 @@ namespace Plugin::CameraPool::Internal
 template <class Slot, class... Arguments>
 void CCameraPool::relay(const RelayPtr& relay, Slot slot, const Arguments&... arguments)
 {
-    if (!relay->camera.isNull())
+    if (!relay->camera.isNull() && !relay->isCut)
     {
         // Held here: a receiver may take the camera from the pool.
         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
@@ -24,6 +24,14 @@ void CCameraPool::relay(const RelayPtr& relay, Slot slot, const Arguments&... ar
         const QScopedValueRollback<const SRelay*> running(m_pCurrentRelay, current.data());
         (this->*slot)(arguments...);
     }
+}
+
+void CCameraPool::relayLoss(const RelayPtr& relay)
+{
+    // One that was reopened since is not told of as lost.
+    const bool isLost = !relay->camera.isNull() && !relay->camera->isConnected();
+    const QScopedValueRollback<bool> told(relay->isCut, relay->isCut && !isLost);
+    this->relay(relay, &CCameraPool::onCameraConnectionLost);
 }
 
 void CCameraPool::connectRelays(ICamera* pCamera)
@@ -40,7 +48,7 @@ void CCameraPool::connectRelays(ICamera* pCamera)
     connectPlain(&ICamera::cameraGrabStart, &CCameraPool::onCameraGrabStart);
     connectPlain(&ICamera::cameraGrabStarted, &CCameraPool::onCameraGrabStarted);
     connectPlain(&ICamera::cameraGrabStopped, &CCameraPool::onCameraGrabStopped);
-    connectPlain(&ICamera::cameraConnectionLost, &CCameraPool::onCameraConnectionLost);
+    connect(pCamera, &ICamera::cameraConnectionLost, this, [this, way] { relayLoss(way); });
     connectOpenState(pCamera);
     connect(pCamera, &ICamera::cameraImageGrabbed, this,
             [this, way](const Velmo::CGrabResultPtr& result)
@@ -56,7 +64,7 @@ void CCameraPool::disconnectRelays(ICamera* pCamera)
     disconnect(pCamera, nullptr, this, nullptr);
     if (const auto way = m_relays.take(pCamera))
     {
-        way->camera.clear(); // for what is under way in the event queue
+        way->isCut = true; // for what is under way in the event queue
     }
 }
 
@@ -129,7 +137,11 @@ void CCameraPool::onCameraConnectionLost()
     emit deviceClosed(info);
     {
         const QMutexLocker lock(&m_mutex);
-        m_lockedCameras.removeAll(qSharedPointerObjectCast<ICamera>(lost));
+        const auto camera = qSharedPointerObjectCast<ICamera>(lost);
+        if (m_lockedCameras.removeAll(camera) > 0)
+        {
+            connectRelays(camera.data());
+        }
     }
     // The SDK may have told the loss on this very thread, in the midst of the camera: not destroyed below its call.
     QMetaObject::invokeMethod(

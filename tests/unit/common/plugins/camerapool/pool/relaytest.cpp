@@ -164,6 +164,38 @@ TEST_F(CameraPoolRelay, theLossOfALockedCameraIsItsHoldersAffair)
     EXPECT_TRUE(m_pool->unlock(locked));
 }
 
+TEST_F(CameraPoolRelay, aLossUnderWayWhenTheCameraIsLockedIsToldAndEndsTheLock)
+{
+    m_pool->openDevice(m_info, false);
+    m_transport->RemoveCamera(s_serial);
+    const auto locked = m_pool->tryLock(m_info);
+    ASSERT_FALSE(locked.isNull());
+    m_order.clear();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(order(), QStringLiteral("cameraConnectionLost deviceClosed"));
+    EXPECT_FALSE(m_pool->isCameraOpenExclusive(m_info));
+    EXPECT_FALSE(m_pool->unlock(locked));
+    m_order.clear();
+    m_pool->closeDevice(m_info);
+    m_transport->AddCamera(::Test::SScriptedCamera());
+    EXPECT_TRUE(m_pool->openDevice(m_info, false));
+    EXPECT_EQ(order(), QStringLiteral("deviceClosing deviceClosed deviceOpening deviceOpened"));
+}
+
+TEST_F(CameraPoolRelay, aLossUnderWayOfACameraThatWasReopenedExclusivelyLeavesItLocked)
+{
+    m_pool->openDevice(m_info, false);
+    m_transport->RemoveCamera(s_serial);
+    m_pool->closeDevice(m_info);
+    m_transport->AddCamera(::Test::SScriptedCamera());
+    const auto locked = m_pool->openCameraExclusive(m_info);
+    ASSERT_FALSE(locked.isNull());
+    m_order.clear();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(order(), QString());
+    EXPECT_TRUE(m_pool->isCameraOpenExclusive(m_info));
+}
+
 TEST_F(CameraPoolRelay, whatIsInTheQueueWhenACameraIsLockedIsNotToldAnyMore)
 {
     m_pool->openDevice(m_info, false);
