@@ -31,7 +31,7 @@ struct SSetting
 };
 
 constexpr std::int64_t ManyBuffers = 1000000;
-constexpr std::int64_t LongestTimeoutMs = 0x7fffffff;
+constexpr std::int64_t LongestTimeoutMs = 0xffffffff;
 
 constexpr std::array<SSetting, 17> Settings = {{
     {"MaxNumBuffer", EKind::Number, 10, 1, ManyBuffers, "IsGrabbing", "Buffers that a grab makes."},

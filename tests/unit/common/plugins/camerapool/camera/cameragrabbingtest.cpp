@@ -5,6 +5,8 @@
 
 #include "velmo/velmo.h"
 
+#include <limits>
+
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
 using ::Test::CSignalOrder;
@@ -217,6 +219,19 @@ TEST_F(CameraGrabbing, theGrabEngineGetsTheMiddleOfTheRealTimePriorities)
     EXPECT_TRUE(camera->isGrabbing());
 }
 
+TEST_F(CameraGrabbing, aPriorityRangeOfOneToNinetyNineGivesFifty)
+{
+    int lowest = 0;
+    int highest = 0;
+    ASSERT_TRUE(Velmo::GetRTThreadPriorityCapabilities(&lowest, &highest));
+    ASSERT_EQ(lowest, 1);
+    ASSERT_EQ(highest, 99);
+    const auto camera = openCamera();
+    camera->startGrabbing();
+    EXPECT_EQ(instanceValue(*camera, "InternalGrabEngineThreadPriority"), 50);
+    EXPECT_TRUE(m_log.contains(QStringLiteral("Boosted Instant Camera Thread Priority to: 50")));
+}
+
 // Start failures
 
 TEST_F(CameraGrabbing, aFaultAtTheStartIsRecordedAndLoggedAndLeavesTheCameraIdle)
@@ -307,6 +322,14 @@ TEST_F(CameraGrabbing, aSingleShotNeitherCountsBuffersNorBoosts)
     camera->singleShot(5000);
     EXPECT_EQ(instanceValue(*camera, "MaxNumBuffer"), 10);
     EXPECT_TRUE(m_log.lines().isEmpty());
+}
+
+TEST_F(CameraGrabbing, aSingleShotTakesTheLongestTimeThereIs)
+{
+    const auto camera = openCamera();
+    camera->singleShot(std::numeric_limits<unsigned int>::max());
+    EXPECT_TRUE(camera->isGrabbing()) << qPrintable(m_info->errorString());
+    EXPECT_EQ(instanceValue(*camera, "GrabLoopThreadTimeout"), 4294967295);
 }
 
 TEST_F(CameraGrabbing, aSingleShotThatGetsNoImageFailsAfterItsTime)
