@@ -86,14 +86,16 @@ protected:
     /** The scheduling of the thread that calls the image handlers. */
     SScheduling OfTheLoop()
     {
-        SScheduling scheduling;
-        recorder.At("ImageGrabbed", [&](CInstantCamera&) { scheduling = OfThisThread(); });
+        recorder.At("ImageGrabbed", [this](CInstantCamera&) { m_ofTheLoop = OfThisThread(); });
         StartLoop();
         EXPECT_TRUE(transport->DeliverImage(serial));
         EXPECT_TRUE(recorder.WaitFor("ImageGrabbed"));
         camera->StopGrabbing();
-        return scheduling;
+        return m_ofTheLoop;
     }
+
+private:
+    SScheduling m_ofTheLoop; // the recorder goes on writing it in later grabs
 };
 
 TEST_F(Priority, rangeIsThatOfTheSystem)
