@@ -33,10 +33,14 @@ protected:
         file.close();
         qputenv("CAMERAPOOL_EMULATION_FILE", QFile::encodeName(name));
         qputenv("CAMERAPOOL_GIGE_ADAPTERS", "none");
-        m_manager->addFolder(QStringLiteral(PLUGIN_FOLDER));
+        for (const QString& folder : pluginFolders())
+        {
+            m_manager->addFolder(folder);
+        }
         m_manager->setLanguage(QStringLiteral("en"));
         ASSERT_TRUE(m_manager->start()) << m_manager->errors().join('\n').toStdString();
     }
+    virtual QStringList pluginFolders() const { return {QStringLiteral(PLUGIN_FOLDER)}; }
     /** The data of the emulated cameras. */
     virtual QByteArray emulation() const
     {
