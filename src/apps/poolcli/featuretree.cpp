@@ -3,6 +3,9 @@
 
 #include "poolcli/featuretree.h"
 
+#include "poolcli/output.h"
+#include "poolcli/texts.h"
+
 #include "genapi/inodemap.h"
 
 #include <array>
@@ -165,7 +168,7 @@ private:
 } // namespace
 
 QVector<SFeature> readFeatures(const ParameterCollection::IParameterCollection& collection, const QString& filter,
-                               const QString& visibility)
+                               const QString& visibility, const QString& onlyPath)
 {
     int level = 0;
     while (level + 1 < static_cast<int>(visibilityNames.size()) && name(visibilityNames, level) != visibility)
@@ -177,6 +180,10 @@ QVector<SFeature> readFeatures(const ParameterCollection::IParameterCollection& 
     const auto paths = collection.paths();
     for (const QString& path : paths)
     {
+        if (!onlyPath.isEmpty() && path != onlyPath)
+        {
+            continue;
+        }
         INodeMap* pNodeMap = collection.nodeMap(path);
         const CCategoryPtr root(pNodeMap == nullptr ? nullptr : pNodeMap->GetNode("Root"));
         if (!root)
@@ -203,6 +210,44 @@ QJsonObject toJson(const SFeature& feature)
     return {{"path", feature.path},   {"name", feature.name},     {"display_name", feature.displayName},
             {"kind", feature.kind},   {"access", feature.access}, {"visibility", feature.visibility},
             {"value", feature.value}, {"unit", feature.unit},     {"range", feature.range}};
+}
+
+QJsonArray toJson(const QVector<SFeature>& features)
+{
+    QJsonArray array;
+    for (const SFeature& feature : features)
+    {
+        array.append(toJson(feature));
+    }
+    return array;
+}
+
+void printTree(const QVector<SFeature>& features)
+{
+    if (features.isEmpty())
+    {
+        printLine(CTexts::tr("No feature to show."));
+    }
+    for (const SFeature& feature : features)
+    {
+        const QString indent(feature.depth * 2, QLatin1Char(' '));
+        if (feature.kind == QLatin1String("Category"))
+        {
+            printLine(indent + feature.name);
+            continue;
+        }
+        QString line = QStringLiteral("%1%2 = %3").arg(indent, feature.name, printable(feature.value));
+        if (!feature.unit.isEmpty())
+        {
+            line += QLatin1Char(' ') + feature.unit;
+        }
+        line += QStringLiteral("  [%1, %2").arg(feature.kind, feature.access);
+        if (!feature.range.isEmpty())
+        {
+            line += QStringLiteral(", ") + feature.range;
+        }
+        printLine(line + QLatin1Char(']'));
+    }
 }
 
 } // namespace PoolCli

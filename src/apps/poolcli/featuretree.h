@@ -5,6 +5,7 @@
 
 #include "parametercollection/iparametercollection.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 #include <QVector>
@@ -31,11 +32,15 @@ struct SFeature
  * The features of all attached node maps, in the order of their categories.
  *
  * filter: part of a name, any case; "" takes all. visibility: the highest that is shown, "Beginner", "Expert", "Guru"
- * or "Invisible". Values that fail to be read have the reason as their value, in angle brackets.
+ * or "Invisible". path: the node map to read alone, such as "@StreamGrabber0"; "" for all. Values that fail to be read
+ * have the reason as their value, in angle brackets.
  */
 QVector<SFeature> readFeatures(const ParameterCollection::IParameterCollection& collection, const QString& filter,
-                               const QString& visibility);
+                               const QString& visibility, const QString& path = {});
 
 QJsonObject toJson(const SFeature& feature);
+QJsonArray toJson(const QVector<SFeature>& features);
+/** Prints the tree for people. */
+void printTree(const QVector<SFeature>& features);
 
 } // namespace PoolCli

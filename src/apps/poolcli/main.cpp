@@ -23,7 +23,7 @@ int runVerb(const SOptions& options)
         {QStringLiteral("info"), PoolCli::runInfo},   {QStringLiteral("features"), PoolCli::runFeatures},
         {QStringLiteral("get"), PoolCli::runGet},     {QStringLiteral("set"), PoolCli::runSet},
         {QStringLiteral("grab"), PoolCli::runGrab},   {QStringLiteral("snapshot"), PoolCli::runSnapshot},
-        {QStringLiteral("stats"), PoolCli::runStats},
+        {QStringLiteral("stats"), PoolCli::runStats}, {QStringLiteral("interfaces"), PoolCli::runInterfaces},
     };
     try
     {

@@ -22,6 +22,9 @@ struct SRaw
     std::string output;
     std::string filter;
     std::string visibility = "Guru";
+    std::string module;
+    std::string interfaceName;
+    std::vector<std::string> chunks;
     std::string language = "en";
     double seconds = 0.0;
     double discoverySeconds = 3.0;
@@ -53,20 +56,31 @@ void addSeconds(CLI::App& verb, SRaw& raw, const std::string& text)
     verb.add_option("-s,--seconds", raw.seconds, text)->check(CLI::Range(shortestSeconds, longestSeconds));
 }
 
+void addFilter(CLI::App& verb, SRaw& raw)
+{
+    verb.add_option("-f,--filter", raw.filter, "Only features whose name holds this text");
+    verb.add_option("-v,--visibility", raw.visibility, "Beginner, Expert, Guru or Invisible")
+        ->check(CLI::IsMember({"Beginner", "Expert", "Guru", "Invisible"}))
+        ->capture_default_str();
+}
+
 void addParameterVerbs(CLI::App& app, SRaw& raw)
 {
     CLI::App* pFeatures = app.add_subcommand("features", "Show a camera's features as a tree, with values");
     addCommon(*pFeatures, raw);
     addCamera(*pFeatures, raw);
-    pFeatures->add_option("-f,--filter", raw.filter, "Only features whose name holds this text");
-    pFeatures->add_option("-v,--visibility", raw.visibility, "Beginner, Expert, Guru or Invisible")
-        ->check(CLI::IsMember({"Beginner", "Expert", "Guru", "Invisible"}))
-        ->capture_default_str();
+    addFilter(*pFeatures, raw);
+    pFeatures
+        ->add_option("-m,--module", raw.module,
+                     "Only the node map of: camera, instant (the SDK's camera object), stream, tl (transport layer), "
+                     "event (event grabber), interface (that the camera is on); all shows every one of them")
+        ->check(CLI::IsMember({"camera", "instant", "stream", "tl", "event", "interface", "all"}));
 
     CLI::App* pGet = app.add_subcommand("get", "Read features");
     addCommon(*pGet, raw);
     pGet->add_option("camera", raw.camera, "The camera")->required();
-    pGet->add_option("feature", raw.arguments, "Names, such as ExposureTime or @StreamGrabber0/PayloadSize")
+    pGet->add_option("feature", raw.arguments,
+                     "Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID")
         ->required();
 
     CLI::App* pSet = app.add_subcommand("set", "Write features and execute commands");
@@ -112,6 +126,11 @@ void addVerbs(CLI::App& app, SRaw& raw)
     CLI::App* pInfo = app.add_subcommand("info", "Show all that discovery tells of one camera");
     addCommon(*pInfo, raw);
     addCamera(*pInfo, raw);
+    CLI::App* pInterfaces =
+        app.add_subcommand("interfaces", "List the interfaces; with a name: its features and the devices on it");
+    addCommon(*pInterfaces, raw);
+    pInterfaces->add_option("interface", raw.interfaceName, "Identifier, name or full name");
+    addFilter(*pInterfaces, raw);
     addParameterVerbs(app, raw);
     addGrabVerbs(app, raw);
 }
@@ -149,6 +168,9 @@ void fill(SOptions& options, const SRaw& raw)
     options.output = QString::fromStdString(raw.output);
     options.filter = QString::fromStdString(raw.filter);
     options.visibility = QString::fromStdString(raw.visibility);
+    options.module = QString::fromStdString(raw.module);
+    options.interfaceName = QString::fromStdString(raw.interfaceName);
+    options.chunks = toList(raw.chunks);
     options.language = QString::fromStdString(raw.language);
 }
 

@@ -24,6 +24,9 @@ struct SOptions
     QString output;
     QString filter;
     QString visibility = QStringLiteral("Guru");
+    QString module;        // "camera", "instant" ...; "" for all of the camera's own
+    QString interfaceName; // "" for all
+    QStringList chunks;    // to enable; empty for all that the camera has
     QString language = QStringLiteral("en");
 };
 

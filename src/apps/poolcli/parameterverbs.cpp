@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: MIT
 
 #include "poolcli/featuretree.h"
+#include "poolcli/modules.h"
 #include "poolcli/output.h"
 #include "poolcli/texts.h"
 #include "poolcli/verbs.h"
 
 #include "genapi/inodes.h"
+#include "parametercollection/parameterpath.h"
 #include "parametercollection/parameters.h"
+
+#include <QHash>
 
 namespace PoolCli
 {
@@ -19,45 +23,48 @@ QString text(const GenICam::GenericException& e)
     return QString::fromUtf8(e.GetDescription());
 }
 
-void printTree(const QVector<SFeature>& features)
+} // namespace
+
+CModules::CModules(CSession& session, const HostKit::CameraInfoPtr& camera) : m_session(session), m_camera(camera) {}
+
+CModules::Collection CModules::interface()
 {
-    for (const SFeature& feature : features)
+    if (m_interface == nullptr)
     {
-        const QString indent(feature.depth * 2, QLatin1Char(' '));
-        if (feature.kind == QLatin1String("Category"))
-        {
-            printLine(indent + feature.name);
-            continue;
-        }
-        QString line = QStringLiteral("%1%2 = %3").arg(indent, feature.name, printable(feature.value));
-        if (!feature.unit.isEmpty())
-        {
-            line += QLatin1Char(' ') + feature.unit;
-        }
-        line += QStringLiteral("  [%1, %2").arg(feature.kind, feature.access);
-        if (!feature.range.isEmpty())
-        {
-            line += QStringLiteral(", ") + feature.range;
-        }
-        printLine(line + QLatin1Char(']'));
+        m_interface = std::make_unique<COpenInterface>(m_session, m_session.interfaceOf(m_camera));
     }
+    return m_session.parameters(m_interface->info());
 }
 
-} // namespace
+CModules::Collection CModules::collectionOf(const QString& name)
+{
+    const QString ofInterface = ParameterCollection::ParameterPath::Interface + QLatin1Char('/');
+    return name.startsWith(ofInterface) ? interface() : m_session.parameters(m_camera);
+}
 
 int runFeatures(CSession& session, const SOptions& options)
 {
+    namespace Path = ParameterCollection::ParameterPath;
+    static const QHash<QString, QString> paths{
+        {QStringLiteral("camera"), Path::CameraDevice},   {QStringLiteral("instant"), Path::CameraInstance},
+        {QStringLiteral("stream"), Path::StreamGrabber0}, {QStringLiteral("tl"), Path::DeviceTransportLayer},
+        {QStringLiteral("event"), Path::EventGrabber},    {QStringLiteral("interface"), Path::Interface}};
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));
-    const auto collection = session.parameters(camera.info());
-    const QVector<SFeature> features = readFeatures(*collection, options.filter, options.visibility);
+    CModules modules(session, camera.info());
+    const bool isAll = options.module == QLatin1String("all");
+    const QString path = paths.value(options.module);
+    QVector<SFeature> features;
+    if (path != Path::Interface)
+    {
+        features = readFeatures(*session.parameters(camera.info()), options.filter, options.visibility, path);
+    }
+    if (isAll || path == Path::Interface)
+    {
+        features += readFeatures(*modules.interface(), options.filter, options.visibility);
+    }
     if (options.json)
     {
-        QJsonArray array;
-        for (const SFeature& feature : features)
-        {
-            array.append(toJson(feature));
-        }
-        printJson(array);
+        printJson(toJson(features));
         return ExitDone;
     }
     printTree(features);
@@ -67,11 +74,11 @@ int runFeatures(CSession& session, const SOptions& options)
 int runGet(CSession& session, const SOptions& options)
 {
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));
-    const auto collection = session.parameters(camera.info());
+    CModules modules(session, camera.info());
     QJsonObject values;
     for (const QString& name : options.arguments)
     {
-        const ParameterCollection::CParameter parameter(collection, name);
+        const ParameterCollection::CParameter parameter(modules.collectionOf(name), name);
         if (!parameter.isValid())
         {
             throw CRefusal(CTexts::tr("%1 has no feature %2.").arg(camera.info()->getFriendlyName(), name));
@@ -128,12 +135,13 @@ void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection
 int runSet(CSession& session, const SOptions& options)
 {
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));
-    const auto collection = session.parameters(camera.info());
+    CModules modules(session, camera.info());
     QJsonObject values;
     for (const QString& setting : options.arguments)
     {
-        applySetting(collection, setting);
         const QString name = setting.section(QLatin1Char('='), 0, 0);
+        const auto collection = modules.collectionOf(name);
+        applySetting(collection, setting);
         const ParameterCollection::CParameter parameter(collection, name);
         if (setting.contains(QLatin1Char('=')) && parameter.isReadable())
         {

@@ -123,29 +123,72 @@ QVector<HostKit::CameraInfoPtr> CSession::camerasCalled(const QStringList& names
     return result;
 }
 
-void CSession::open(const HostKit::CameraInfoPtr& camera)
+QVector<HostKit::InterfaceInfoPtr> CSession::interfaces()
 {
-    camera->clearError();
-    if (!m_host.control().open(camera, false))
+    QVector<HostKit::InterfaceInfoPtr> result;
+    const auto layers = m_host.enumeration().enumerate();
+    for (const auto& layer : layers)
     {
-        const QString reason = camera->errorString();
+        const auto records = layer->getInterfaceInfoList().toBaseInfoVector();
+        for (const auto& record : records)
+        {
+            const auto info = record.objectCast<Plugin::CameraPool::IInterfaceInfo>();
+            // Two transport layers that use the same identifier share the record.
+            if (info && !result.contains(info))
+            {
+                result.append(info);
+            }
+        }
+    }
+    return result;
+}
+
+HostKit::InterfaceInfoPtr CSession::interfaceCalled(const QString& name, int timeoutMs)
+{
+    waitForDiscovery(timeoutMs);
+    QString error;
+    const auto found = HostKit::findInterface(interfaces(), name, error);
+    if (found.isNull())
+    {
+        throw CRefusal(error);
+    }
+    return found;
+}
+
+HostKit::InterfaceInfoPtr CSession::interfaceOf(const HostKit::CameraInfoPtr& camera)
+{
+    const auto found = HostKit::interfaceOf(interfaces(), *camera);
+    if (found.isNull())
+    {
+        throw CRefusal(CTexts::tr("%1 is on no interface that could be opened; 'poolcli interfaces' lists those.")
+                           .arg(camera->getFriendlyName()));
+    }
+    return found;
+}
+
+void CSession::open(const DeviceInfoPtr& device)
+{
+    device->clearError();
+    if (!m_host.control().open(device, false))
+    {
+        const QString reason = device->errorString();
         throw CRefusal(
             CTexts::tr("%1 could not be opened: %2")
-                .arg(camera->getFriendlyName(), reason.isEmpty() ? CTexts::tr("it is in exclusive use.") : reason));
+                .arg(device->getFriendlyName(), reason.isEmpty() ? CTexts::tr("it is in exclusive use.") : reason));
     }
 }
 
-void CSession::close(const HostKit::CameraInfoPtr& camera)
+void CSession::close(const DeviceInfoPtr& device)
 {
-    m_host.control().close(QSharedPointer<Plugin::CameraPool::IBaseInfo>(camera));
+    m_host.control().close(device);
 }
 
-QSharedPointer<ParameterCollection::IParameterCollection> CSession::parameters(const HostKit::CameraInfoPtr& camera)
+QSharedPointer<ParameterCollection::IParameterCollection> CSession::parameters(const DeviceInfoPtr& device)
 {
-    auto collection = m_host.parameters().getParameterCollection(camera);
+    auto collection = m_host.parameters().getParameterCollection(device);
     if (collection.isNull())
     {
-        throw CRefusal(CTexts::tr("%1 has no parameters.").arg(camera->getFriendlyName()));
+        throw CRefusal(CTexts::tr("%1 has no parameters.").arg(device->getFriendlyName()));
     }
     return collection;
 }

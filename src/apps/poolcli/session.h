@@ -5,6 +5,7 @@
 
 #include "hostkit/cameranames.h"
 #include "hostkit/host.h"
+#include "hostkit/interfacenames.h"
 #include "hostkit/interrupt.h"
 #include "parametercollection/iparametercollection.h"
 
@@ -30,6 +31,8 @@ public:
     explicit CRefusal(const QString& reason) : std::runtime_error(reason.toStdString()) {}
 };
 
+using DeviceInfoPtr = QSharedPointer<Plugin::CameraPool::IBaseInfo>;
+
 /** One run of the program: the started plugins and Ctrl-C. Main thread. */
 class CSession
 {
@@ -51,11 +54,18 @@ public:
     /** Those cameras, or all when no name is given (at least one). */
     QVector<HostKit::CameraInfoPtr> camerasCalled(const QStringList& names, int timeoutMs);
 
-    /** Throws CRefusal with the camera's own reason. */
-    void open(const HostKit::CameraInfoPtr& camera);
-    void close(const HostKit::CameraInfoPtr& camera);
-    /** Of an open camera; throws CRefusal when there is none. */
-    QSharedPointer<ParameterCollection::IParameterCollection> parameters(const HostKit::CameraInfoPtr& camera);
+    /** Interfaces of the latest discovery, in its order, each once. */
+    QVector<HostKit::InterfaceInfoPtr> interfaces();
+    /** Waits for the first discovery; throws CRefusal when it found no such interface, or several. */
+    HostKit::InterfaceInfoPtr interfaceCalled(const QString& name, int timeoutMs);
+    /** The interface that the camera is on; throws CRefusal when it is not there. */
+    HostKit::InterfaceInfoPtr interfaceOf(const HostKit::CameraInfoPtr& camera);
+
+    /** Opens a camera or an interface. Throws CRefusal with the device's own reason. */
+    void open(const DeviceInfoPtr& device);
+    void close(const DeviceInfoPtr& device);
+    /** Of an open device; throws CRefusal when there is none. */
+    QSharedPointer<ParameterCollection::IParameterCollection> parameters(const DeviceInfoPtr& device);
 
 private:
     HostKit::CHost m_host;
@@ -63,22 +73,25 @@ private:
     bool m_discovered = false;
 };
 
-/** Opens a camera for the life of the object. */
-class COpenCamera
+/** Opens a camera or an interface for the life of the object. */
+template <class Info> class COpenDevice
 {
 public:
-    COpenCamera(CSession& session, HostKit::CameraInfoPtr camera) : m_session(session), m_camera(std::move(camera))
+    COpenDevice(CSession& session, QSharedPointer<Info> info) : m_session(session), m_info(std::move(info))
     {
-        m_session.open(m_camera);
+        m_session.open(m_info);
     }
-    ~COpenCamera() { m_session.close(m_camera); }
-    COpenCamera(const COpenCamera&) = delete;
-    COpenCamera& operator=(const COpenCamera&) = delete;
-    const HostKit::CameraInfoPtr& info() const { return m_camera; }
+    ~COpenDevice() { m_session.close(m_info); }
+    COpenDevice(const COpenDevice&) = delete;
+    COpenDevice& operator=(const COpenDevice&) = delete;
+    const QSharedPointer<Info>& info() const { return m_info; }
 
 private:
     CSession& m_session;
-    HostKit::CameraInfoPtr m_camera;
+    QSharedPointer<Info> m_info;
 };
+
+using COpenCamera = COpenDevice<Plugin::CameraPool::ICameraInfo>;
+using COpenInterface = COpenDevice<Plugin::CameraPool::IInterfaceInfo>;
 
 } // namespace PoolCli

@@ -14,6 +14,7 @@ namespace PoolCli
 int runList(CSession& session, const SOptions& options);
 int runWatch(CSession& session, const SOptions& options);
 int runInfo(CSession& session, const SOptions& options);
+int runInterfaces(CSession& session, const SOptions& options);
 int runFeatures(CSession& session, const SOptions& options);
 int runGet(CSession& session, const SOptions& options);
 int runSet(CSession& session, const SOptions& options);

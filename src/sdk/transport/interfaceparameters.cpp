@@ -284,6 +284,7 @@ void CDeviceListParameters::AddAddresses(CSoftwareNodeMap& parameters)
         parameter.name = address.name;
         parameter.toolTip = address.toolTip;
         parameter.representation = address.isMac ? "MACAddress" : "IPV4Address";
+        parameter.max = address.isMac ? LargestMac : LargestIp;
         parameter.availableBy = Count;
         parameter.changeWith = {UpdateCommand, Selector};
         parameter.getter = [this, address]

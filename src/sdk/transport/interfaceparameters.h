@@ -67,6 +67,9 @@ private:
     std::size_t m_selected = 0;
 };
 
+constexpr std::int64_t LargestIp = 0xFFFFFFFF;
+constexpr std::int64_t LargestMac = 0xFFFFFFFFFFFF;
+
 /** "00:11:22:aa:bb:cc" as a number; 0 for what is none. */
 TRANSPORT_EXPORT std::int64_t MacOf(const std::string& text);
 /** "192.168.1.5" as a number whose highest byte is the first; 0 for what is none. */

@@ -156,6 +156,14 @@
         <source>There is no image.</source>
         <translation>There is no image.</translation>
     </message>
+    <message>
+        <source>There is no interface called &quot;%1&quot;.</source>
+        <translation>There is no interface called &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>Several interfaces are called &quot;%1&quot;: %2.</source>
+        <translation>Several interfaces are called &quot;%1&quot;: %2.</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -343,6 +351,30 @@
     <message>
         <source>%1: the connection to the camera was lost.</source>
         <translation>%1: the connection to the camera was lost.</translation>
+    </message>
+    <message>
+        <source>No interface found.</source>
+        <translation>No interface found.</translation>
+    </message>
+    <message>
+        <source>No feature to show.</source>
+        <translation>No feature to show.</translation>
+    </message>
+    <message>
+        <source>No device on this interface.</source>
+        <translation>No device on this interface.</translation>
+    </message>
+    <message>
+        <source>ACCESS</source>
+        <translation>ACCESS</translation>
+    </message>
+    <message>
+        <source>IDENTIFIER</source>
+        <translation>IDENTIFIER</translation>
+    </message>
+    <message>
+        <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
+        <translation>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</translation>
     </message>
 </context>
 </TS>

@@ -156,6 +156,14 @@
         <source>There is no image.</source>
         <translation>画像がありません。</translation>
     </message>
+    <message>
+        <source>There is no interface called &quot;%1&quot;.</source>
+        <translation>「%1」という名前のインターフェースはありません。</translation>
+    </message>
+    <message>
+        <source>Several interfaces are called &quot;%1&quot;: %2.</source>
+        <translation>「%1」という名前のインターフェースが複数あります: %2。</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -343,6 +351,30 @@
     <message>
         <source>%1: the connection to the camera was lost.</source>
         <translation>%1: カメラとの接続が失われました。</translation>
+    </message>
+    <message>
+        <source>No interface found.</source>
+        <translation>インターフェースが見つかりません。</translation>
+    </message>
+    <message>
+        <source>No feature to show.</source>
+        <translation>表示する機能はありません。</translation>
+    </message>
+    <message>
+        <source>No device on this interface.</source>
+        <translation>このインターフェースにはデバイスがありません。</translation>
+    </message>
+    <message>
+        <source>ACCESS</source>
+        <translation>アクセス</translation>
+    </message>
+    <message>
+        <source>IDENTIFIER</source>
+        <translation>識別子</translation>
+    </message>
+    <message>
+        <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
+        <translation>%1 は開くことのできるインターフェースにありません。「poolcli interfaces」で一覧を表示できます。</translation>
     </message>
 </context>
 </TS>

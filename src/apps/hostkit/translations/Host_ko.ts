@@ -156,6 +156,14 @@
         <source>There is no image.</source>
         <translation>이미지가 없습니다.</translation>
     </message>
+    <message>
+        <source>There is no interface called &quot;%1&quot;.</source>
+        <translation>&quot;%1&quot;(이)라는 인터페이스가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Several interfaces are called &quot;%1&quot;: %2.</source>
+        <translation>&quot;%1&quot;(이)라는 인터페이스가 여러 개 있습니다: %2.</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -343,6 +351,30 @@
     <message>
         <source>%1: the connection to the camera was lost.</source>
         <translation>%1: 카메라와의 연결이 끊어졌습니다.</translation>
+    </message>
+    <message>
+        <source>No interface found.</source>
+        <translation>인터페이스를 찾을 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>No feature to show.</source>
+        <translation>표시할 기능이 없습니다.</translation>
+    </message>
+    <message>
+        <source>No device on this interface.</source>
+        <translation>이 인터페이스에 장치가 없습니다.</translation>
+    </message>
+    <message>
+        <source>ACCESS</source>
+        <translation>접근</translation>
+    </message>
+    <message>
+        <source>IDENTIFIER</source>
+        <translation>식별자</translation>
+    </message>
+    <message>
+        <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
+        <translation>%1은(는) 열 수 있는 인터페이스에 없습니다. &apos;poolcli interfaces&apos;가 목록을 보여 줍니다.</translation>
     </message>
 </context>
 </TS>

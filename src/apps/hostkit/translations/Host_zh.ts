@@ -156,6 +156,14 @@
         <source>There is no image.</source>
         <translation>没有图像。</translation>
     </message>
+    <message>
+        <source>There is no interface called &quot;%1&quot;.</source>
+        <translation>没有名为“%1”的接口。</translation>
+    </message>
+    <message>
+        <source>Several interfaces are called &quot;%1&quot;: %2.</source>
+        <translation>有多个名为“%1”的接口：%2。</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -343,6 +351,30 @@
     <message>
         <source>%1: the connection to the camera was lost.</source>
         <translation>%1：与相机的连接已丢失。</translation>
+    </message>
+    <message>
+        <source>No interface found.</source>
+        <translation>未找到接口。</translation>
+    </message>
+    <message>
+        <source>No feature to show.</source>
+        <translation>没有可显示的参数。</translation>
+    </message>
+    <message>
+        <source>No device on this interface.</source>
+        <translation>此接口上没有设备。</translation>
+    </message>
+    <message>
+        <source>ACCESS</source>
+        <translation>访问</translation>
+    </message>
+    <message>
+        <source>IDENTIFIER</source>
+        <translation>标识符</translation>
+    </message>
+    <message>
+        <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
+        <translation>%1 不在任何可打开的接口上；“poolcli interfaces”会列出这些接口。</translation>
     </message>
 </context>
 </TS>

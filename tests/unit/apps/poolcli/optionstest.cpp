@@ -57,7 +57,8 @@ TEST(PoolCliOptions, setTakesOneCameraAndSeveralSettings)
 
 TEST(PoolCliOptions, helpOfEveryVerbEndsWithZero)
 {
-    for (const char* verb : {"list", "watch", "info", "features", "get", "set", "grab", "snapshot", "stats"})
+    for (const char* verb :
+         {"list", "watch", "info", "features", "get", "set", "grab", "snapshot", "stats", "interfaces"})
     {
         SOptions options;
         int exitCode = -1;

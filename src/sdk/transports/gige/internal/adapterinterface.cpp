@@ -150,6 +150,7 @@ void CAdapterInterface::AddLink(Transport::CSoftwareNodeMap& parameters)
     auto mac = Number("GevInterfaceMACAddress", "Hardware address of the network adapter.",
                       [this] { return Transport::MacOf(Gvcp::MacText(Adapter().mac)); });
     mac.representation = "MACAddress";
+    mac.max = Transport::LargestMac;
     parameters.AddInteger(std::move(mac));
     auto mtu = Number("GevInterfaceMTU", "Largest packet that the network adapter sends in one piece.",
                       [this] { return ReadMtu(Adapter()); });
@@ -180,6 +181,7 @@ void CAdapterInterface::AddAddresses(Transport::CSoftwareNodeMap& parameters)
     {
         auto parameter = Number(name, toolTip, std::move(getter));
         parameter.representation = "IPV4Address";
+        parameter.max = Transport::LargestIp;
         parameters.AddInteger(std::move(parameter));
     };
     address("GevInterfaceSubnetIPAddress", "IP address.", [this] { return std::int64_t{Address().ip}; });
