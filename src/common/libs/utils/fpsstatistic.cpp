@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <limits>
 #include <thread>
 #include <utility>
@@ -24,6 +25,21 @@ std::int64_t steadyNow()
 {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now().time_since_epoch())
         .count();
+}
+
+/**
+ * The same clock as of the system's last tick, up to ten milliseconds ago: a fraction of what the other one costs, and
+ * good enough to tell how long nothing has come. A result is asked for with each image.
+ */
+std::int64_t tickingNow()
+{
+#ifdef CLOCK_MONOTONIC_COARSE
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+#else
+    return steadyNow();
+#endif
 }
 
 /** The samples of one stretch of time, added up. */
@@ -117,10 +133,13 @@ void prepend(SSum& window, const SSum& older)
 
 struct FpsStatistic::SPrivate
 {
-    explicit SPrivate(Clock c) : clock(std::move(c)) {}
+    SPrivate(Clock sampleClock, Clock resultClock)
+        : ofSamples(std::move(sampleClock)), ofResults(std::move(resultClock))
+    {
+    }
 
     /** Now, never earlier than any time observed before by any thread. */
-    std::int64_t observe()
+    std::int64_t observe(const Clock& clock)
     {
         const std::int64_t now = clock();
         std::int64_t latest = latestNs.load(std::memory_order_relaxed);
@@ -135,35 +154,66 @@ struct FpsStatistic::SPrivate
         const std::uint64_t current = generation.load(std::memory_order_acquire);
         const std::int64_t newest = now / SlotNs;
         SSum sum;
-        for (std::int64_t age = 0; age < LongestWindowSlots && newest - age >= 0; ++age)
+        addSlot(sum, newest, current);
+        const SSum before = completed.load();
+        if (before.slot == newest && before.generation == current && before.samples >= EnoughSamples)
+        {
+            prepend(sum, before);
+            return sum;
+        }
+        for (std::int64_t age = 1; age < LongestWindowSlots; ++age)
         {
             if (age >= WindowSlots && sum.samples >= EnoughSamples)
             {
                 break;
             }
-            const CSlot& slot = ring[static_cast<std::size_t>(newest - age) % SlotCount];
-            if (!slot.holds(newest - age))
-            {
-                continue;
-            }
-            const SSum stored = slot.load();
-            if (stored.slot == newest - age && stored.generation == current)
-            {
-                prepend(sum, stored);
-            }
+            addSlot(sum, newest - age, current);
         }
         return sum;
     }
 
-    Clock clock;
+    void addSlot(SSum& sum, std::int64_t index, std::uint64_t wanted) const
+    {
+        if (index < 0)
+        {
+            return;
+        }
+        const CSlot& slot = ring[static_cast<std::size_t>(index) % SlotCount];
+        if (!slot.holds(index))
+        {
+            return;
+        }
+        const SSum stored = slot.load();
+        if (stored.slot == index && stored.generation == wanted)
+        {
+            prepend(sum, stored);
+        }
+    }
+
+    /** By the thread that adds samples, at the first one of a slot: those before it in the window change no more. */
+    void complete(std::int64_t newest, std::uint64_t wanted)
+    {
+        SSum sum;
+        for (std::int64_t age = 1; age < WindowSlots; ++age)
+        {
+            addSlot(sum, newest - age, wanted);
+        }
+        sum.slot = newest;
+        sum.generation = wanted;
+        completed.store(sum);
+    }
+
+    const Clock ofSamples;
+    const Clock ofResults;
     std::atomic<std::int64_t> latestNs{0};
     std::atomic<std::uint64_t> generation{1}; // samples of an older one are forgotten
     std::array<CSlot, SlotCount> ring;
+    CSlot completed; // the window without its newest slot, so that it is not added up anew for each image
 };
 
-FpsStatistic::FpsStatistic() : FpsStatistic(steadyNow) {}
+FpsStatistic::FpsStatistic() : m_p(std::make_unique<SPrivate>(steadyNow, tickingNow)) {}
 
-FpsStatistic::FpsStatistic(Clock clock) : m_p(std::make_unique<SPrivate>(std::move(clock))) {}
+FpsStatistic::FpsStatistic(Clock clock) : m_p(std::make_unique<SPrivate>(clock, clock)) {}
 
 FpsStatistic::~FpsStatistic() = default;
 
@@ -174,7 +224,7 @@ void FpsStatistic::reset()
 
 void FpsStatistic::addSample(unsigned int bytes)
 {
-    const std::int64_t now = m_p->observe();
+    const std::int64_t now = m_p->observe(m_p->ofSamples);
     const std::int64_t index = now / SlotNs;
     const std::uint64_t generation = m_p->generation.load(std::memory_order_acquire);
     CSlot& slot = m_p->ring[static_cast<std::size_t>(index) % SlotCount];
@@ -186,6 +236,7 @@ void FpsStatistic::addSample(unsigned int bytes)
         sum.generation = generation;
         sum.firstBytes = bytes;
         sum.firstNs = now;
+        m_p->complete(index, generation);
     }
     ++sum.samples;
     sum.bytes += bytes;
@@ -195,28 +246,31 @@ void FpsStatistic::addSample(unsigned int bytes)
 
 void FpsStatistic::addNoSample()
 {
-    m_p->observe();
+    m_p->observe(m_p->ofSamples);
 }
 
 void FpsStatistic::computeResult(double& fps, unsigned int& bps)
 {
     fps = 0.0;
     bps = 0;
-    const std::int64_t now = m_p->observe();
+    const std::int64_t now = m_p->observe(m_p->ofResults);
     const SSum sum = m_p->window(now);
-    const std::int64_t covered = sum.lastNs - sum.firstNs;
-    if (sum.samples < 2 || covered <= 0)
+    const std::int64_t coveredNs = sum.lastNs - sum.firstNs;
+    if (sum.samples < 2 || coveredNs <= 0)
     {
         return;
     }
     const double intervals = static_cast<double>(sum.samples - 1);
-    const double usualSilence = static_cast<double>(covered) / intervals;
-    const double silence = static_cast<double>(now - sum.lastNs);
-    const double excess = silence > usualSilence ? silence - usualSilence : 0.0;
-    const double seconds = (static_cast<double>(covered) + excess) / 1e9;
-    fps = intervals / seconds;
+    double measuredNs = static_cast<double>(coveredNs);
+    const double silenceNs = static_cast<double>(now - sum.lastNs);
+    if (silenceNs * intervals > measuredNs)
+    {
+        measuredNs += silenceNs - measuredNs / intervals; // what is beyond the usual interval
+    }
+    const double perSecond = 1e9 / measuredNs;
+    fps = intervals * perSecond;
     // The first sample's bytes arrived before the time that is measured.
-    const double rate = static_cast<double>(sum.bytes - sum.firstBytes) / seconds;
+    const double rate = static_cast<double>(sum.bytes - sum.firstBytes) * perSecond;
     constexpr auto Most = std::numeric_limits<unsigned int>::max();
     bps = rate >= static_cast<double>(Most) ? Most : static_cast<unsigned int>(std::llround(rate));
 }

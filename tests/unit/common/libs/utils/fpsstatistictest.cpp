@@ -5,10 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <iterator>
 #include <limits>
 #include <memory>
+#include <random>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace
 {
@@ -143,6 +149,127 @@ TEST_F(FpsStatisticTest, aClockThatStepsBackDoesNotMakeTheRateNegative)
     m_now -= Second;
     m_statistic.addSample(10);
     EXPECT_GE(fps(), 0.0);
+}
+
+/** The same rates, added up from all samples each time. */
+class CAllSamples
+{
+public:
+    void addSample(std::int64_t now, unsigned int bytes) { m_samples.push_back({now, bytes}); }
+    void reset() { m_samples.clear(); }
+    double fps(std::int64_t now, double& bps) const
+    {
+        bps = 0.0;
+        const std::size_t first = firstOfWindow(now);
+        const std::size_t count = m_samples.size() - first;
+        if (count < 2 || m_samples.back().ns == m_samples[first].ns)
+        {
+            return 0.0;
+        }
+        const auto covered = static_cast<double>(m_samples.back().ns - m_samples[first].ns);
+        const double usual = covered / static_cast<double>(count - 1);
+        const double silence = static_cast<double>(now - m_samples.back().ns);
+        const double seconds = (covered + std::max(0.0, silence - usual)) / static_cast<double>(Second);
+        for (std::size_t i = first + 1; i < m_samples.size(); ++i)
+        {
+            bps += m_samples[i].bytes / seconds;
+        }
+        return static_cast<double>(count - 1) / seconds;
+    }
+
+private:
+    struct SSample
+    {
+        std::int64_t ns;
+        unsigned int bytes;
+    };
+    /** In steps of 20 ms: one second, or back to the third sample's step, or five seconds. */
+    std::size_t firstOfWindow(std::int64_t now) const
+    {
+        constexpr std::int64_t step = Second / 50;
+        std::size_t first = m_samples.size();
+        std::int64_t reached = -1;
+        while (first > 0)
+        {
+            const std::int64_t index = m_samples[first - 1].ns / step;
+            const std::int64_t age = now / step - index;
+            const bool isEnough = age >= 50 && m_samples.size() - first >= 3 && index != reached;
+            if (age >= 250 || isEnough)
+            {
+                break;
+            }
+            reached = index;
+            --first;
+        }
+        return first;
+    }
+
+    std::vector<SSample> m_samples;
+};
+
+TEST_F(FpsStatisticTest, ratesAreThoseOfAllSamplesOfTheWindow)
+{
+    const auto seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const std::int64_t usualIntervals[] = {Second / 5000, Second / 200, Second / 30, Second / 3, Second};
+    CAllSamples all;
+    std::int64_t interval = usualIntervals[0];
+    for (int i = 0; i < 20000; ++i)
+    {
+        if (random() % 400 == 0)
+        {
+            interval = usualIntervals[random() % std::size(usualIntervals)];
+        }
+        pass(1 + static_cast<std::int64_t>(random()) % (2 * interval));
+        if (random() % 1000 == 0)
+        {
+            m_statistic.reset();
+            all.reset();
+        }
+        if (random() % 8 != 0)
+        {
+            const auto bytes = static_cast<unsigned int>(random() % 1000);
+            m_statistic.addSample(bytes);
+            all.addSample(m_now, bytes);
+        }
+        double expectedBps = 0;
+        const double expectedFps = all.fps(m_now, expectedBps);
+        ASSERT_NEAR(fps(), expectedFps, expectedFps * 1e-9) << "step " << i;
+        ASSERT_NEAR(m_bps, expectedBps, 0.51) << "step " << i;
+    }
+}
+
+TEST(FpsStatistic, theSystemsClockMeasuresImagesAndSilence)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto since = [](Clock::time_point start)
+    {
+        return std::chrono::duration<double>(Clock::now() - start).count();
+    };
+    FpsStatistic statistic;
+    double fps = 0;
+    unsigned int bps = 0;
+    const auto beforeFirst = Clock::now();
+    statistic.addSample(1000);
+    const auto afterFirst = Clock::now();
+    while (since(afterFirst) < 0.02)
+    {
+    }
+    const double atLeast = since(afterFirst);
+    statistic.addSample(1000);
+    const auto afterSecond = Clock::now();
+    statistic.computeResult(fps, bps);
+    const double atMost = since(beforeFirst);
+    EXPECT_LE(fps, 1.0 / atLeast);
+    EXPECT_GE(fps, 1.0 / atMost);
+    while (since(afterSecond) < 2 * atMost + 0.02) // the clock of results may be late by 10 ms
+    {
+    }
+    double fallen = 0;
+    statistic.computeResult(fallen, bps);
+    EXPECT_GT(fallen, 0.0);
+    EXPECT_LT(fallen, fps);
 }
 
 TEST(FpsStatisticThreads, samplesResultsAndResetsOverlap)
