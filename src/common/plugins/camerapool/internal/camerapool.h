@@ -130,8 +130,9 @@ private:
     void relayLoss(const RelayPtr& relay);
     /** The camera whose signal is being relayed; null when it is no camera. */
     const ICamera* relayedCamera() const;
-    /** Its record; false when there is no such camera. */
-    bool senderInfo(QSharedPointer<ICameraInfo>& info) const;
+    /** Does the work with its record, null or not; nothing when there is no such camera. */
+    template <class Work> void withRelayedRecord(Work work) const;
+    void relayConnectionLost(const QSharedPointer<ICameraInfo>& info);
     QSharedPointer<ICamera> findCamera(const QSharedPointer<ICameraInfo>& info) const;
     bool isLocked(const QSharedPointer<ICamera>& camera) const;
     /** Never null; throws what the compression queries throw. */

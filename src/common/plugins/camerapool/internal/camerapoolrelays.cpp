@@ -18,10 +18,9 @@ void CCameraPool::relay(const RelayPtr& relay, Slot slot, const Arguments&... ar
 {
     if (!relay->camera.isNull() && !relay->isCut)
     {
-        // Held here: a receiver may take the camera from the pool.
-        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-        const RelayPtr current = relay;
-        const QScopedValueRollback<const SRelay*> running(m_pCurrentRelay, current.data());
+        // A receiver may take the camera from the pool. The relay lives on: it is held by the connection's functor,
+        // which Qt holds while it calls it.
+        const QScopedValueRollback<const SRelay*> running(m_pCurrentRelay, relay.data());
         (this->*slot)(arguments...);
     }
 }
@@ -73,56 +72,40 @@ const ICamera* CCameraPool::relayedCamera() const
     return m_pCurrentRelay != nullptr ? m_pCurrentRelay->camera.data() : qobject_cast<const ICamera*>(sender());
 }
 
-bool CCameraPool::senderInfo(QSharedPointer<ICameraInfo>& info) const
+template <class Work> void CCameraPool::withRelayedRecord(Work work) const
 {
     if (m_pCurrentRelay != nullptr)
     {
-        info = m_pCurrentRelay->info;
-        return true;
+        work(m_pCurrentRelay->info);
     }
-    const auto* const pCamera = relayedCamera();
-    if (pCamera == nullptr)
+    else if (const auto* const pCamera = qobject_cast<const ICamera*>(sender()))
     {
-        return false;
+        work(qSharedPointerObjectCast<ICameraInfo>(pCamera->getInfo()));
     }
-    info = qSharedPointerObjectCast<ICameraInfo>(pCamera->getInfo());
-    return true;
 }
 
 void CCameraPool::onCameraGrabStart()
 {
-    QSharedPointer<ICameraInfo> info;
-    if (senderInfo(info))
-    {
-        emit cameraGrabStart(info);
-    }
+    withRelayedRecord([this](const CameraInfoPtr& info) { emit cameraGrabStart(info); });
 }
 
 void CCameraPool::onCameraGrabStarted()
 {
-    QSharedPointer<ICameraInfo> info;
-    if (senderInfo(info))
-    {
-        emit cameraGrabStarted(info);
-    }
+    withRelayedRecord([this](const CameraInfoPtr& info) { emit cameraGrabStarted(info); });
 }
 
 void CCameraPool::onCameraGrabStopped()
 {
-    QSharedPointer<ICameraInfo> info;
-    if (senderInfo(info))
-    {
-        emit cameraGrabStopped(info);
-    }
+    withRelayedRecord([this](const CameraInfoPtr& info) { emit cameraGrabStopped(info); });
 }
 
 void CCameraPool::onCameraConnectionLost()
 {
-    QSharedPointer<ICameraInfo> info;
-    if (!senderInfo(info))
-    {
-        return;
-    }
+    withRelayedRecord([this](const CameraInfoPtr& info) { relayConnectionLost(info); });
+}
+
+void CCameraPool::relayConnectionLost(const CameraInfoPtr& info)
+{
     // Receivers drop a lost camera from the pool; it lives on until all of them have been told.
     const QObject* const pSender = relayedCamera();
     QSharedPointer<IDevice> lost;
@@ -150,43 +133,38 @@ void CCameraPool::onCameraConnectionLost()
 
 void CCameraPool::onCameraImageGrabbed(const Velmo::CGrabResultPtr& grabResult)
 {
-    QSharedPointer<ICameraInfo> info;
-    if (!senderInfo(info))
-    {
-        return;
-    }
-    if (grabResult.IsValid() && !grabResult->GrabSucceeded())
-    {
-        if (auto* pRecord = qobject_cast<CCameraInfo*>(info.data()))
+    withRelayedRecord(
+        [&](const CameraInfoPtr& info)
         {
-            pRecord->setErrorString(CCameraInfo::qString(grabResult->GetErrorDescription()));
-        }
-        emit cameraImageGrabFailed(info);
-    }
-    else
-    {
-        emit cameraImageGrabbed(info, grabResult);
-    }
+            if (!grabResult.IsValid() || grabResult->GrabSucceeded())
+            {
+                emit cameraImageGrabbed(info, grabResult);
+                return;
+            }
+            if (auto* pRecord = qobject_cast<CCameraInfo*>(info.data()))
+            {
+                pRecord->setErrorString(CCameraInfo::qString(grabResult->GetErrorDescription()));
+            }
+            emit cameraImageGrabFailed(info);
+        });
 }
 
 void CCameraPool::onCameraImageGrabFailed()
 {
-    QSharedPointer<ICameraInfo> info;
-    if (senderInfo(info))
-    {
-        setErrorStringHelper(info, tr("The image grab failed.").toUtf8());
-        emit cameraImageGrabFailed(info);
-    }
+    withRelayedRecord(
+        [this](const CameraInfoPtr& info)
+        {
+            setErrorStringHelper(info, tr("The image grab failed.").toUtf8());
+            emit cameraImageGrabFailed(info);
+        });
 }
 
 void CCameraPool::onCameraStatisticUpdated(int imagesGrabbedCount, int imagesFailedCount, double fps, uint64_t bps,
                                            CCompressionStatistic compressionStatistic)
 {
-    QSharedPointer<ICameraInfo> info;
-    if (senderInfo(info))
-    {
-        emit cameraStatisticUpdated(info, imagesGrabbedCount, imagesFailedCount, fps, bps, compressionStatistic);
-    }
+    withRelayedRecord(
+        [&](const CameraInfoPtr& info)
+        { emit cameraStatisticUpdated(info, imagesGrabbedCount, imagesFailedCount, fps, bps, compressionStatistic); });
 }
 
 } // namespace Plugin::CameraPool::Internal
