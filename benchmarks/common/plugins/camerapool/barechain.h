@@ -24,7 +24,9 @@ class CBareChain : public QObject
 {
     Q_OBJECT
 public:
-    CBareChain(const Test::CBareSender& sender, CBareService& service) : m_pSender(&sender)
+    CBareChain(const Test::CBareSender& sender, CBareService& service,
+               QSharedPointer<Plugin::CameraPool::ICameraInfo> info)
+        : m_pSender(&sender), m_info(std::move(info))
     {
         using Test::CBareSender;
         connect(&sender, &CBareSender::statistic, this, &CBareChain::onStatistic, Qt::QueuedConnection);

@@ -1,33 +1,30 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-// The way of an image from a camera's signals through the pool, against the same three queued signals bare.
-// Prints one row per figure; medians of the runs. Usage: camerapool_relaybench [runs]
+// The way of an image from the SDK's callback, on the grab thread, to those who listen to the status service, on the
+// main thread, against the same three queued signals bare. Prints one row per figure; medians of the runs.
+// Usage: camerapool_relaybench [runs]
 
 #include "barechain.h"
 #include "camerapool/internal/camera.h"
 #include "camerapool/internal/camerainfo.h"
 #include "camerapool/internal/camerapool.h"
 #include "camerapool/internal/statusservice.h"
-#include "sdk/genapi/allocations.h"
+#include "imageway.h"
 #include "support/figures.h"
 #include "unit/common/plugins/camerapool/testing/baresignals.h"
+#include "unit/common/plugins/camerapool/testing/grabbedimages.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
-#include <QTimer>
+#include <QSettings>
+#include <QTemporaryDir>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
-
-#include <pthread.h>
 
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
@@ -35,187 +32,8 @@ using namespace Plugin::CameraPool::Internal;
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
+using Benchmarks::SWay;
 using EGoal = Benchmarks::CFigures::EGoal;
-
-constexpr int s_throughputImages = 40000;
-
-/** One way for an image: how it is emitted, and where it arrives. */
-struct SWay
-{
-    std::function<void(int number)> emitImage; // on the grab thread
-    std::function<void(std::function<void(int number)>)> onArrival;
-};
-
-/** Pins the thread, or with a negative number lets it run anywhere again. */
-void pin(int cpu)
-{
-    cpu_set_t cpus;
-    CPU_ZERO(&cpus);
-    for (int i = 0; i < static_cast<int>(std::thread::hardware_concurrency()); ++i)
-    {
-        if (cpu < 0 || i == cpu)
-        {
-            CPU_SET(static_cast<unsigned>(i), &cpus);
-        }
-    }
-    pthread_setaffinity_np(pthread_self(), sizeof(cpus), &cpus);
-}
-
-/** Serves the event loop until it is quit. */
-void serve(QEventLoop& loop)
-{
-    QTimer::singleShot(60000, &loop,
-                       []
-                       {
-                           std::fprintf(stderr, "images did not arrive\n");
-                           std::exit(1);
-                       });
-    loop.exec();
-}
-
-struct SThroughput
-{
-    double imagesPerSecond = 0;
-    double cpuMicrosecondsPerImage = 0;
-    double allocationsPerImage = 0;
-};
-
-SThroughput measureThroughput(const SWay& way)
-{
-    QEventLoop loop;
-    way.onArrival(
-        [&loop](int number)
-        {
-            if (number == s_throughputImages)
-            {
-                loop.quit();
-            }
-        });
-    pin(0);
-    const double cpuBefore = Benchmarks::processCpuMicroseconds();
-    const std::uint64_t allocationsBefore = Benchmarks::AllocationCount();
-    const auto start = Clock::now();
-    std::thread grabThread(
-        [&]
-        {
-            pin(static_cast<int>(std::thread::hardware_concurrency()) - 1);
-            for (int i = 1; i <= s_throughputImages; ++i)
-            {
-                way.emitImage(i);
-            }
-        });
-    serve(loop);
-    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    grabThread.join();
-    pin(-1);
-    return {s_throughputImages / seconds, (Benchmarks::processCpuMicroseconds() - cpuBefore) / s_throughputImages,
-            static_cast<double>(Benchmarks::AllocationCount() - allocationsBefore) / s_throughputImages};
-}
-
-struct SLatency
-{
-    double p50Us = 0;
-    double p99Us = 0;
-};
-
-SLatency measureLatency(const SWay& way, int imagesPerSecond)
-{
-    const int images = imagesPerSecond / 2;
-    std::vector<Clock::time_point> emitted(static_cast<std::size_t>(images) + 1);
-    std::vector<double> microseconds;
-    microseconds.reserve(static_cast<std::size_t>(images));
-    QEventLoop loop;
-    way.onArrival(
-        [&](int number)
-        {
-            const auto now = Clock::now();
-            microseconds.push_back(
-                std::chrono::duration<double, std::micro>(now - emitted[static_cast<std::size_t>(number)]).count());
-            if (number == images)
-            {
-                loop.quit();
-            }
-        });
-    std::thread grabThread(
-        [&]
-        {
-            auto next = Clock::now();
-            for (int i = 1; i <= images; ++i)
-            {
-                next += std::chrono::nanoseconds(1000000000 / imagesPerSecond);
-                std::this_thread::sleep_until(next);
-                emitted[static_cast<std::size_t>(i)] = Clock::now();
-                way.emitImage(i);
-            }
-        });
-    serve(loop);
-    grabThread.join();
-    std::sort(microseconds.begin(), microseconds.end());
-    return {microseconds[microseconds.size() / 2], microseconds[microseconds.size() * 99 / 100]};
-}
-
-struct SComparison
-{
-    Benchmarks::CFigures& figures;
-    std::string relayedName;
-    std::string bareName;
-    bool hasGoals;
-    int runs;
-
-    void add(const std::string& what, const std::string& unit, const std::vector<double>& bare,
-             const std::vector<double>& relayed, EGoal goal = EGoal::None, double goalValue = 0) const
-    {
-        figures.add({what + ", " + relayedName, Benchmarks::median(relayed), unit, bareName, Benchmarks::median(bare),
-                     hasGoals ? goal : EGoal::None, goalValue});
-    }
-};
-
-void compareThroughput(const SWay& bare, const SWay& relayed, const SComparison& comparison)
-{
-    std::vector<SThroughput> b;
-    std::vector<SThroughput> r;
-    for (int i = 0; i < comparison.runs; ++i)
-    {
-        b.push_back(measureThroughput(bare));
-        r.push_back(measureThroughput(relayed));
-    }
-    const auto all = [](const std::vector<SThroughput>& runs, double SThroughput::*member)
-    {
-        std::vector<double> values;
-        for (const SThroughput& run : runs)
-        {
-            values.push_back(run.*member);
-        }
-        return values;
-    };
-    constexpr auto rate = &SThroughput::imagesPerSecond;
-    constexpr auto cost = &SThroughput::cpuMicrosecondsPerImage;
-    constexpr auto allocations = &SThroughput::allocationsPerImage;
-    comparison.add("throughput", "images/s", all(b, rate), all(r, rate), EGoal::AtLeast, 0.95);
-    comparison.add("processor time of an image", "us", all(b, cost), all(r, cost));
-    comparison.add("allocations of an image", "", all(b, allocations), all(r, allocations));
-}
-
-void compareLatency(const SWay& bare, const SWay& relayed, const SComparison& comparison, int imagesPerSecond)
-{
-    std::vector<double> bareP50;
-    std::vector<double> relayedP50;
-    std::vector<double> bareP99;
-    std::vector<double> relayedP99;
-    for (int i = 0; i < comparison.runs; ++i)
-    {
-        const SLatency b = measureLatency(bare, imagesPerSecond);
-        const SLatency r = measureLatency(relayed, imagesPerSecond);
-        bareP50.push_back(b.p50Us);
-        relayedP50.push_back(r.p50Us);
-        bareP99.push_back(b.p99Us);
-        relayedP99.push_back(r.p99Us);
-    }
-    const std::string at = " at " + std::to_string(imagesPerSecond) + "/s";
-    comparison.add("latency p50" + at, "us", bareP50, relayedP50, EGoal::AtMost, 1.2);
-    comparison.add("latency p99" + at, "us", bareP99, relayedP99, EGoal::AtMost, 2.0);
-}
 
 QSharedPointer<CCameraInfo> cameraRecord(int index)
 {
@@ -224,91 +42,247 @@ QSharedPointer<CCameraInfo> cameraRecord(int index)
     return CCameraInfo::fromDeviceInfo(info);
 }
 
+/** Compares ways for an image with the bare signals, in turns, so that all meet the same disturbances. */
+class CComparison
+{
+public:
+    CComparison(Benchmarks::CFigures& figures, SWay bare, int runs)
+        : m_figures(figures), m_bare(std::move(bare)), m_runs(runs)
+    {
+    }
+
+    void throughput(const std::string& name, const SWay& way, bool hasGoals) const
+    {
+        std::vector<double> rates[2];
+        std::vector<double> costs[2];
+        std::vector<double> grabCosts[2];
+        std::vector<double> allocations[2];
+        for (int i = 0; i < 2 * m_runs; ++i)
+        {
+            const Benchmarks::SThroughput result = measureThroughput(i % 2 == 0 ? m_bare : way);
+            rates[i % 2].push_back(result.imagesPerSecond);
+            costs[i % 2].push_back(result.cpuMicrosecondsPerImage);
+            grabCosts[i % 2].push_back(result.grabMicrosecondsPerImage);
+            allocations[i % 2].push_back(result.allocationsPerImage);
+        }
+        add("throughput, " + name, "images/s", rates, hasGoals ? EGoal::AtLeast : EGoal::None, 0.95);
+        add("processor time of an image, " + name, "us", costs);
+        add("of which on the grab thread, " + name, "us", grabCosts);
+        addDifference("processor time added to an image, " + name, "us", costs, hasGoals, 20);
+        add("allocations of an image, " + name, "", allocations);
+        addDifference("allocations added to an image, " + name, "", allocations, hasGoals, 1);
+    }
+
+    void latency(const std::string& name, const SWay& way, int imagesPerSecond) const
+    {
+        std::vector<double> p50[2];
+        std::vector<double> p99[2];
+        for (int i = 0; i < 2 * m_runs; ++i)
+        {
+            const Benchmarks::SLatency result = measureLatency(i % 2 == 0 ? m_bare : way, imagesPerSecond);
+            p50[i % 2].push_back(result.p50Us);
+            p99[i % 2].push_back(result.p99Us);
+        }
+        const std::string at = " at " + std::to_string(imagesPerSecond) + "/s, " + name;
+        add("latency p50" + at, "us", p50, EGoal::AtMost, 1.2);
+        add("latency p99" + at, "us", p99, EGoal::AtMost, 2.0);
+    }
+
+private:
+    /** The bare signals' values come first. */
+    void add(const std::string& what, const std::string& unit, const std::vector<double> (&values)[2],
+             EGoal goal = EGoal::None, double goalValue = 0) const
+    {
+        m_figures.add({what, Benchmarks::median(values[1]), unit, "bare signals", Benchmarks::median(values[0]), goal,
+                       goalValue});
+    }
+    void addDifference(const std::string& what, const std::string& unit, const std::vector<double> (&values)[2],
+                       bool hasGoal, double atMost) const
+    {
+        m_figures.add({what, Benchmarks::median(values[1]) - Benchmarks::median(values[0]), unit, "", 0,
+                       hasGoal ? EGoal::AtMost : EGoal::None, atMost, false});
+    }
+
+    Benchmarks::CFigures& m_figures;
+    SWay m_bare;
+    int m_runs;
+};
+
+/** The three signals of an image from a bare object to slots that do next to nothing. */
+class CBareWay
+{
+public:
+    explicit CBareWay(const ::Test::CImageRing& images) : m_images(images)
+    {
+        using ::Test::CBareSender;
+        QObject::connect(
+            &m_sender, &CBareSender::statistic, &m_context, [this](int number) { m_number = number; },
+            Qt::QueuedConnection);
+        QObject::connect(
+            &m_sender, &CBareSender::image, &m_context, [this] { m_arrived(); }, Qt::QueuedConnection);
+        QObject::connect(
+            &m_sender, &CBareSender::timeout, &m_context, [](int64_t) {}, Qt::QueuedConnection);
+    }
+
+    SWay way()
+    {
+        return {[this](int number)
+                {
+                    emit m_sender.statistic(number, 0, 30.0, 1000, CCompressionStatistic());
+                    emit m_sender.image(m_images.image(number));
+                    emit m_sender.timeout(number);
+                },
+                [this](std::function<void()> arrived)
+                {
+                    m_arrived = std::move(arrived);
+                }};
+    }
+
+private:
+    const ::Test::CImageRing& m_images;
+    ::Test::CBareSender m_sender;
+    QObject m_context;
+    int m_number = 0;
+    std::function<void()> m_arrived;
+};
+
+/** A hop of the pool's kind and one of the status service's, neither doing anything. */
+class CHopsWay
+{
+public:
+    explicit CHopsWay(const ::Test::CImageRing& images) : m_images(images), m_chain(m_start, m_service, cameraRecord(0))
+    {
+        using Benchmarks::CBareService;
+        QObject::connect(&m_service, &CBareService::statistic, &m_service,
+                         [this](const auto&, int number) { m_number = number; });
+        QObject::connect(&m_service, &CBareService::image, &m_service, [this] { m_arrived(); });
+    }
+
+    SWay way()
+    {
+        return {[this](int number)
+                {
+                    emit m_start.statistic(number, 0, 30.0, 1000, CCompressionStatistic());
+                    emit m_start.image(m_images.image(number));
+                    emit m_start.timeout(number);
+                },
+                [this](std::function<void()> arrived)
+                {
+                    m_arrived = std::move(arrived);
+                }};
+    }
+
+private:
+    const ::Test::CImageRing& m_images;
+    ::Test::CBareSender m_start;
+    Benchmarks::CBareService m_service;
+    Benchmarks::CBareChain m_chain;
+    int m_number = 0;
+    std::function<void()> m_arrived;
+};
+
+/** The pool with that many cameras and the status service; the first camera sends. */
+class CRelay
+{
+public:
+    CRelay(const ::Test::CImageRing& images, int cameras)
+        : m_images(images), m_pool(nullptr), m_status(&m_pool, nullptr, nullptr)
+    {
+        for (int i = 0; i < cameras; ++i)
+        {
+            m_pool.announceDevice(cameraRecord(i));
+        }
+        m_camera = qSharedPointerObjectCast<CCamera>(m_pool.findDevice(cameraRecord(0)));
+        m_pCalls = std::make_unique<::Test::CGrabCalls>(*m_camera);
+        m_pCalls->grabStart();
+        QObject::connect(&m_status, &ICameraStatusService::cameraStatisticUpdated, &m_status,
+                         [this](const CameraInfoPtr&, int number) { m_number = number; });
+        QObject::connect(&m_status, &ICameraStatusService::cameraImageGrabbed, &m_status, [this] { m_arrived(); });
+    }
+    ~CRelay() { QCoreApplication::removePostedEvents(m_camera.data()); }
+    CRelay(const CRelay&) = delete;
+    CRelay& operator=(const CRelay&) = delete;
+
+    /** As the instant camera calls the camera: samples, compression, statistics, three signals. */
+    SWay fromCallback()
+    {
+        return {[this](int number) { m_pCalls->imageGrabbed(m_images.image(number)); }, arrivals()};
+    }
+    /** The three signals alone. */
+    SWay fromSignals()
+    {
+        return {[this](int number)
+                {
+                    emit m_camera->cameraStatisticChanged(number, 0, 30.0, 1000, CCompressionStatistic());
+                    emit m_camera->cameraImageGrabbed(m_images.image(number));
+                    emit m_camera->invokeTimeout(number);
+                },
+                arrivals()};
+    }
+
+private:
+    std::function<void(std::function<void()>)> arrivals()
+    {
+        return [this](std::function<void()> arrived)
+        {
+            m_arrived = std::move(arrived);
+        };
+    }
+
+    const ::Test::CImageRing& m_images;
+    CCameraPool m_pool;
+    CStatusService m_status;
+    QSharedPointer<CCamera> m_camera;
+    std::unique_ptr<::Test::CGrabCalls> m_pCalls;
+    int m_number = 0;
+    std::function<void()> m_arrived;
+};
+
+/** What the callback costs before anybody gets a signal. */
+void reportCallback(Benchmarks::CFigures& figures, const ::Test::CImageRing& images, int runs)
+{
+    CCamera camera(cameraRecord(0), nullptr);
+    ::Test::CGrabCalls calls(camera);
+    calls.grabStart();
+    std::vector<double> costs;
+    for (int i = 0; i < runs; ++i)
+    {
+        costs.push_back(Benchmarks::measureSending([&](int number) { calls.imageGrabbed(images.image(number)); }));
+    }
+    figures.add({"the callback without receivers of its signals", Benchmarks::median(costs), "us", "", 0});
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     qputenv("QT_NO_GLIB", "1");
-    QCoreApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
+    // Cameras keep settings; not among the user's.
+    const QTemporaryDir settings;
+    QCoreApplication::setOrganizationName(QStringLiteral("CameraPool"));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 7;
 
-    ::Test::CBareSender sender;
-    QObject bareContext;
-    int arrivedNumber = 0;
-    std::function<void(int)> onBareArrival;
-    QObject::connect(
-        &sender, &::Test::CBareSender::statistic, &bareContext, [&](int number) { arrivedNumber = number; },
-        Qt::QueuedConnection);
-    QObject::connect(
-        &sender, &::Test::CBareSender::image, &bareContext, [&] { onBareArrival(arrivedNumber); },
-        Qt::QueuedConnection);
-    QObject::connect(
-        &sender, &::Test::CBareSender::timeout, &bareContext, [](int64_t) {}, Qt::QueuedConnection);
-    const SWay bare{[&](int number)
-                    {
-                        emit sender.statistic(number, 0, 30.0, 1000, CCompressionStatistic());
-                        emit sender.image(Velmo::CGrabResultPtr());
-                        emit sender.timeout(number);
-                    },
-                    [&](std::function<void(int)> handler)
-                    {
-                        onBareArrival = std::move(handler);
-                    }};
-
-    Benchmarks::CFigures figures("From a camera's signals to the status service's");
+    const ::Test::CImageRing images;
+    CBareWay bare(images);
+    Benchmarks::CFigures figures("From the SDK's callback to the status service's signals");
+    const CComparison comparison(figures, bare.way(), runs);
+    reportCallback(figures, images, runs);
     {
-        ::Test::CBareSender start;
-        Benchmarks::CBareService service;
-        const Benchmarks::CBareChain chain(start, service);
-        int number = 0;
-        std::function<void(int)> onArrival;
-        using Benchmarks::CBareService;
-        QObject::connect(&service, &CBareService::statistic, &service, [&](const auto&, int n) { number = n; });
-        QObject::connect(&service, &CBareService::image, &service, [&] { onArrival(number); });
-        const SWay hops{[&](int n)
-                        {
-                            emit start.statistic(n, 0, 30.0, 1000, CCompressionStatistic());
-                            emit start.image(Velmo::CGrabResultPtr());
-                            emit start.timeout(n);
-                        },
-                        [&](std::function<void(int)> handler)
-                        {
-                            onArrival = std::move(handler);
-                        }};
-        compareThroughput(bare, hops, {figures, "the same hops doing nothing", "bare signals", false, runs});
+        CHopsWay hops(images);
+        comparison.throughput("the same hops doing nothing", hops.way(), false);
     }
     for (const int cameras : {1, 50})
     {
-        CCameraPool pool(nullptr);
-        CStatusService status(&pool, nullptr, nullptr);
-        for (int i = 0; i < cameras; ++i)
-        {
-            pool.announceDevice(cameraRecord(i));
-        }
-        const auto camera = qSharedPointerObjectCast<CCamera>(pool.findDevice(cameraRecord(0)));
-        int relayedNumber = 0;
-        std::function<void(int)> onRelayedArrival;
-        QObject::connect(&status, &ICameraStatusService::cameraStatisticUpdated, &status,
-                         [&](const CameraInfoPtr&, int number) { relayedNumber = number; });
-        QObject::connect(&status, &ICameraStatusService::cameraImageGrabbed, &status,
-                         [&] { onRelayedArrival(relayedNumber); });
-        const SWay relayed{[&](int number)
-                           {
-                               emit camera->cameraStatisticChanged(number, 0, 30.0, 1000, CCompressionStatistic());
-                               emit camera->cameraImageGrabbed(Velmo::CGrabResultPtr());
-                               emit camera->invokeTimeout(number);
-                           },
-                           [&](std::function<void(int)> handler)
-                           {
-                               onRelayedArrival = std::move(handler);
-                           }};
-        const SComparison comparison{figures, "one of " + std::to_string(cameras), "bare signals", true, runs};
-        compareThroughput(bare, relayed, comparison);
+        CRelay relay(images, cameras);
+        const std::string name = "one of " + std::to_string(cameras);
+        comparison.throughput(name + " from its signals on", relay.fromSignals(), false);
+        comparison.throughput(name, relay.fromCallback(), true);
         for (const int imagesPerSecond : {1000, 5000})
         {
-            compareLatency(bare, relayed, comparison, imagesPerSecond);
+            comparison.latency(name, relay.fromCallback(), imagesPerSecond);
         }
-        QCoreApplication::removePostedEvents(camera.data());
     }
     return 0;
 }

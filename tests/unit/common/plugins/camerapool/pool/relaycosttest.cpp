@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
+#include "camerapool/internal/statusservice.h"
 #include "unit/common/plugins/camerapool/testing/baresignals.h"
+#include "unit/common/plugins/camerapool/testing/grabbedimages.h"
 #include "unit/common/plugins/camerapool/testing/poolfixture.h"
 
 #include <atomic>
@@ -34,6 +36,7 @@ const int s_installed = __sanitizer_install_malloc_and_free_hooks(&onMalloc, &on
 
 } // namespace
 #else
+// glibc's own name. NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" void* __libc_malloc(std::size_t bytes);
 
 /** Takes the place of the library's for this program; operator new comes here too. */
@@ -88,39 +91,52 @@ TEST_F(CameraPoolRelayCost, countingSeesAllocations)
     EXPECT_GE(s_allocations.load() - before, 2);
 }
 
+TEST_F(CameraPoolRelayCost, callbackAllocatesNothingOfItsOwn)
+{
+    CCamera camera(m_info, nullptr); // nobody receives its signals
+    const ::Test::CImageRing images;
+    ::Test::CGrabCalls calls(camera);
+    calls.grabStart();
+    EXPECT_EQ(0, allocationsOf(
+                     1000, [&](int i) { calls.imageGrabbed(images.image(i)); }, [] { return 1000; }) -
+                     allocationsOf(
+                         0, [](int) {}, [] { return 0; }));
+}
+
 TEST_F(CameraPoolRelayCost, anImageCostsAtMostOneAllocationMoreThanItsBareSignals)
 {
+    const ::Test::CImageRing images;
     const double bare = perImage(
-        [](int images)
+        [&images](int count)
         {
             ::Test::CBareSender sender;
             const ::Test::CBareReceiver receiver(sender);
             return allocationsOf(
-                images,
+                count,
                 [&](int i)
                 {
                     emit sender.statistic(i, 0, 30.0, 1000, CCompressionStatistic());
-                    emit sender.image(Velmo::CGrabResultPtr());
+                    emit sender.image(images.image(i));
                     emit sender.timeout(i);
                 },
                 [&] { return receiver.timeouts; });
         });
     const auto camera = qSharedPointerObjectCast<CCamera>(m_pool->findDevice(m_info));
+    const CStatusService status(m_pool.get(), nullptr, nullptr);
+    ::Test::CGrabCalls calls(*camera);
+    calls.grabStart();
     const double relayed = perImage(
-        [&](int images)
+        [&](int count)
         {
+            int statistics = 0;
             int arrived = 0;
-            QObject context;
-            QObject::connect(m_pool.get(), &CCameraPool::cameraImageGrabbed, &context, [&] { ++arrived; });
-            return allocationsOf(
-                images,
-                [&](int i)
-                {
-                    emit camera->cameraStatisticChanged(i, 0, 30.0, 1000, CCompressionStatistic());
-                    emit camera->cameraImageGrabbed(Velmo::CGrabResultPtr());
-                    emit camera->invokeTimeout(i);
-                },
-                [&] { return arrived; });
+            QObject consumer;
+            QObject::connect(&status, &ICameraStatusService::cameraStatisticUpdated, &consumer, [&] { ++statistics; });
+            QObject::connect(&status, &ICameraStatusService::cameraImageGrabbed, &consumer, [&] { ++arrived; });
+            const long allocations = allocationsOf(
+                count, [&](int i) { calls.imageGrabbed(images.image(i)); }, [&] { return arrived; });
+            EXPECT_EQ(statistics, count);
+            return allocations;
         });
     RecordProperty("bare_allocations_per_image", std::to_string(bare));
     RecordProperty("relayed_allocations_per_image", std::to_string(relayed));

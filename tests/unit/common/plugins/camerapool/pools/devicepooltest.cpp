@@ -9,10 +9,13 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QSignalSpy>
 
+#include <algorithm>
+#include <cstdint>
+#include <ctime>
 #include <iostream>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -82,6 +85,14 @@ public:
         return device;
     }
 };
+
+/** Processor time of this thread: other programs do not count. */
+std::int64_t threadNanoseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
 
 /** The search as it is defined: the first device whose record has the same identity. */
 QSharedPointer<IDevice> walk(const CFakePool& pool, const BaseInfoPtr& asked)
@@ -439,12 +450,16 @@ TEST_F(DevicePool, costOfAnnouncingADeviceDoesNotGrowWithTheirNumber)
         }
         CFakePool pool;
         pool.announceDevices(infos);
-        QElapsedTimer timer;
-        timer.start();
-        pool.beginAnnounce();
-        pool.announceDevices(infos);
-        pool.endAnnounce();
-        return static_cast<double>(timer.nsecsElapsed()) / count;
+        std::int64_t least = std::numeric_limits<std::int64_t>::max();
+        for (int i = 0; i < 5; ++i)
+        {
+            const std::int64_t start = threadNanoseconds();
+            pool.beginAnnounce();
+            pool.announceDevices(infos);
+            pool.endAnnounce();
+            least = std::min(least, threadNanoseconds() - start);
+        }
+        return static_cast<double>(least) / count;
     };
     const double few = measure(1000);
     const double many = measure(20000);
