@@ -7,6 +7,7 @@
 #include "dataprocessingcore/nodedata.h"
 #include "utils/id.h"
 
+#include <QJsonObject>
 #include <QObject>
 
 namespace Plugin::DataProcessingCore
@@ -58,6 +59,8 @@ public:
     virtual bool portCaptionVisible(ENodePortType type, int index) const = 0;
     /** The name under which the registry creates such nodes. */
     virtual QString name() const = 0;
+    QJsonObject save() const override = 0; // again, for its place in the virtual table
+    void restore(const QJsonObject& object) override = 0;
     virtual int nPorts(ENodePortType type) const = 0;
     virtual SNodeDataType dataType(ENodePortType type, int index) const = 0;
     /** Null takes the data away. May throw: the graph reports it and goes on with the other consumers. */

@@ -7,7 +7,9 @@
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iinterfaceinfo.h"
 #include "camerapool/internal/cameraenumerationservice.h"
+#include "camerapool/internal/cameranodedatamodel.h"
 #include "camerapool/internal/camerastreamcontrolservice.h"
+#include "camerapool/internal/imagedecompressorservice.h"
 
 #include <gtest/gtest.h>
 
@@ -121,6 +123,16 @@ TEST(VirtualOrder, ofPlugins)
     expectConsecutive({slotOf(&Initializer::registerService), slotOf(&Initializer::unregisterService)});
 }
 
+TEST(VirtualOrder, ofNodes)
+{
+    using Node = Plugin::DataProcessingCore::ANodeDataModel;
+    expectConsecutive({slotOf(&Node::caption), slotOf(&Node::setCaption), slotOf(&Node::captionVisible),
+                       slotOf(&Node::portCaption), slotOf(&Node::portCaptionVisible), slotOf(&Node::name),
+                       slotOf(&Node::save), slotOf(&Node::restore), slotOf(&Node::nPorts), slotOf(&Node::dataType),
+                       slotOf(&Node::setInData), slotOf(&Node::outData), slotOf(&Node::isUnique)});
+    EXPECT_EQ(slotOf(&CCameraNodeDataModel::save), slotOf(&Node::save));
+}
+
 /** The class's own signals, or its own slots, in their order. */
 QString own(const QMetaObject& meta, QMetaMethod::MethodType type)
 {
@@ -175,10 +187,22 @@ TEST(SignalOrder, ofServices)
               QStringLiteral("enumerationStarted enumerationFinished"));
     EXPECT_EQ(signalsOf(ICameraEnumerationService::staticMetaObject), QStringLiteral("enumerationChanged"));
     EXPECT_EQ(slotsOf(ICameraEnumerationService::staticMetaObject), QStringLiteral("setEnumerationEnabled"));
+    EXPECT_EQ(slotsOf(CImageDecompressorService::staticMetaObject), QStringLiteral("onCameraGrabStart onDeviceClosed"));
     for (const auto* pMeta : {&ICameraControlService::staticMetaObject, &IDeviceParameterService::staticMetaObject})
     {
         EXPECT_EQ(pMeta->methodCount(), QObject::staticMetaObject.methodCount()) << pMeta->className();
     }
+}
+
+TEST(SignalOrder, ofTheSourceNode)
+{
+    const auto& node = CCameraNodeDataModel::staticMetaObject;
+    EXPECT_EQ(slotsOf(node), QStringLiteral("onCameraImageGrabbed onCameraStatisticUpdated"));
+    EXPECT_EQ(node.method(node.methodOffset()).methodSignature(),
+              QByteArray("onCameraImageGrabbed(Plugin::CameraPool::CameraInfoPtr,Velmo::CGrabResultPtr)"));
+    EXPECT_EQ(node.method(node.methodOffset() + 1).methodSignature(),
+              QByteArray("onCameraStatisticUpdated(Plugin::CameraPool::CameraInfoPtr,int,int,double,uint64_t,"
+                         "CCompressionStatistic)"));
 }
 
 } // namespace
