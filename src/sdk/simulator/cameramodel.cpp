@@ -4,6 +4,7 @@
 #include "simulator/cameramodel.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/internal/compression.h"
 #include "simulator/internal/description.h"
 #include "simulator/internal/framecomposer.h"
 #include "simulator/internal/frameschedule.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace Simulator
@@ -82,9 +84,10 @@ struct CCameraModel::SPrivate
     const IClock& clock;
     const std::uint32_t hash;
 
-    std::mutex produceMutex; // one Produce at a time; taken first
+    std::mutex produceMutex; // one Produce at a time, guards the compressor; taken first
     std::mutex sinkMutex;    // guards sinks and is held while they are called; taken second
     std::vector<IFrameSink*> sinks;
+    Internal::CImageCompressor compressor;
 
     mutable std::mutex mutex; // guards all below; taken last, never held while calling out
     CSettings settings;
@@ -263,11 +266,6 @@ bool CCameraModel::SPrivate::PrepareFrame(std::int64_t frameNs, SFrame& frame)
     frame.offsetY = static_cast<std::uint32_t>(Integer(Register::OffsetY));
     frame.isFailed = nth != 0 && generated % nth == 0;
     composer.Compose(settings, {image->GetFrame(generated - 1, hash & 0xFEU), image->GetFrameBytes()}, frame);
-    if (frame.isFailed)
-    {
-        frame.bytes /= 2;
-        frame.tailBytes = 0;
-    }
     return true;
 }
 
@@ -465,6 +463,7 @@ std::int64_t CCameraModel::Produce()
     const std::lock_guard<std::mutex> produceLock(m_p->produceMutex);
     SFrame frame;
     std::shared_ptr<const CTestImage> image; // keeps frame.data alive
+    std::optional<Velmo::Codec::SDescriptor> compression;
     {
         const std::lock_guard<std::mutex> lock(m_p->mutex);
         std::int64_t frameNs = 0;
@@ -473,6 +472,21 @@ std::int64_t CCameraModel::Produce()
             return m_p->schedule.GetDeadline();
         }
         image = m_p->image;
+        compression = Internal::GetCompression(m_p->settings);
+    }
+    // Not under the lock: the camera's registers answer meanwhile.
+    if (compression)
+    {
+        m_p->composer.ReplaceImage(m_p->compressor.Compress(*compression, frame.data), frame);
+    }
+    else
+    {
+        m_p->compressor.Reset();
+    }
+    if (frame.isFailed)
+    {
+        frame.bytes /= 2;
+        frame.tailBytes = 0;
     }
     bool isTaken = false;
     {

@@ -87,6 +87,14 @@ constexpr std::int64_t FaultChunkMissing = 0x20818;
 constexpr std::int64_t FramesGenerated = 0x20900; // 64
 constexpr std::int64_t FramesLost = 0x20908;      // 64
 
+constexpr std::int64_t ImageCompressionMode = 0x20980;
+constexpr std::int64_t ImageCompressionRatio = 0x20988; // double, per cent
+constexpr std::int64_t ImageCompressionDecodedSize = 0x20990;
+constexpr std::int64_t ImageCompressionDescriptorLength = 0x20994;
+constexpr std::int64_t ImageCompressionDescriptorHashLength = 0x20998;
+constexpr std::int64_t ImageCompressionDescriptor = 0x209A0;     // 48 bytes
+constexpr std::int64_t ImageCompressionDescriptorHash = 0x209E0; // 16 bytes
+
 constexpr std::int64_t End = 0x20A00;
 
 } // namespace Simulator::Register

@@ -103,8 +103,9 @@ std::string RegisterBody(const SFeature& feature)
     {
         xml += "<pIndex Offset=\"" + std::to_string(feature.bytes) + "\">" + feature.selector + "Reg</pIndex>";
     }
-    xml += Element("Length", std::to_string(feature.bytes)) + Element("AccessMode", access) +
-           Element("pPort", feature.chunkId == 0 ? "Device" : feature.name + "Port");
+    xml += feature.lengthFeature.empty() ? Element("Length", std::to_string(feature.bytes))
+                                         : Element("pLength", feature.lengthFeature + "Reg");
+    xml += Element("AccessMode", access) + Element("pPort", feature.chunkId == 0 ? "Device" : feature.name + "Port");
     xml += Element("Cachable", feature.isVolatile ? "NoCache" : "WriteAround");
     return xml;
 }
@@ -154,6 +155,9 @@ std::string FeatureNode(const SFeature& feature)
     case EKind::Text:
         return Open("StringReg", feature.name, feature.isCustom) + Common(feature) + RegisterBody(feature) +
                "</StringReg>\n";
+    case EKind::Bytes:
+        return Open("Register", feature.name, feature.isCustom) + Common(feature) + RegisterBody(feature) +
+               "</Register>\n";
     case EKind::Command:
         return Open("Command", feature.name, feature.isCustom) + Common(feature) +
                Element("pValue", feature.name + "Reg") + Element("CommandValue", "1") + "</Command>\n" +
@@ -192,7 +196,8 @@ std::string HelperNodes()
     rateMax.address = Register::AcquisitionFrameRateMax;
     rateMax.bytes = 8;
     rateMax.access = EAccess::ReadOnly;
-    rateMax.invalidators = {"Width", "Height", "PixelFormat", "ChunkModeActive", "ChunkEnable", "UserSetLoad"};
+    rateMax.invalidators = {"Width",       "Height",      "PixelFormat",          "ChunkModeActive",
+                            "ChunkEnable", "UserSetLoad", "ImageCompressionMode", "ImageCompressionRatio"};
     return LimitNode("WidthLimit", "WidthMax", "OffsetXReg") + LimitNode("HeightLimit", "HeightMax", "OffsetYReg") +
            LimitNode("OffsetXLimit", "WidthMax", "WidthReg") + LimitNode("OffsetYLimit", "HeightMax", "HeightReg") +
            RegisterNode(rateMax);

@@ -4,6 +4,7 @@
 #include "simulator/internal/features.h"
 
 #include "simulator/internal/chunkkinds.h"
+#include "simulator/internal/compression.h"
 #include "simulator/internal/limits.h"
 #include "simulator/pixelformats.h"
 #include "simulator/registers.h"
@@ -129,7 +130,8 @@ void AddImageFormat(Features& all, const SCameraConfig& config)
                        {"GreyHorizontalRamp", 3},
                        {"GreyVerticalRamp", 4},
                        {"GreyVerticalRampMoving", 6},
-                       {"ColorBar", 9}};
+                       {"ColorBar", 9},
+                       {"NoisyScene", 64}};
 }
 
 void AddAcquisitionTiming(Features& all, const char* category)
@@ -141,8 +143,9 @@ void AddAcquisitionTiming(Features& all, const char* category)
     rate.min = Limits::MinFrameRate;
     rate.pMax = "AcquisitionFrameRateMaxReg";
     rate.unit = "Hz";
-    rate.invalidators = {"Width",           "Height",      "PixelFormat",
-                         "ChunkModeActive", "ChunkEnable", "UserSetLoad"}; // a larger image may lower it
+    // A larger payload may lower it.
+    rate.invalidators = {"Width",       "Height",      "PixelFormat",          "ChunkModeActive",
+                         "ChunkEnable", "UserSetLoad", "ImageCompressionMode", "ImageCompressionRatio"};
     SFeature& resulting =
         Add(all, category, "AcquisitionResultingFrameRate", EKind::Float, Register::AcquisitionResultingFrameRate,
             EAccess::ReadOnly, "Frames per second under all present settings.");
@@ -156,7 +159,9 @@ void AddAcquisitionTiming(Features& all, const char* category)
                               "AcquisitionFrameRateEnable",
                               "AcquisitionFrameRate",
                               "ExposureTime",
-                              "UserSetLoad"};
+                              "UserSetLoad",
+                              "ImageCompressionMode",
+                              "ImageCompressionRatio"};
     SFeature& exposure =
         AddSetting(all, category, "ExposureTime", EKind::Float, Register::ExposureTime, "Time of exposure.");
     exposure.min = Limits::MinExposureUs;
@@ -232,7 +237,8 @@ void AddTransportLayer(Features& all)
     SFeature& payload = Add(all, Category, "PayloadSize", EKind::Integer, Register::PayloadSize, EAccess::ReadOnly,
                             "Bytes of an image.");
     payload.unit = "B";
-    payload.invalidators = {"Width", "Height", "PixelFormat", "ChunkModeActive", "ChunkEnable", "UserSetLoad"};
+    payload.invalidators = {"Width",       "Height",      "PixelFormat",          "ChunkModeActive",
+                            "ChunkEnable", "UserSetLoad", "ImageCompressionMode", "ImageCompressionRatio"};
     SFeature& locked = Add(all, Category, "TLParamsLocked", EKind::Integer, Register::TLParamsLocked,
                            EAccess::ReadWrite, "Whether settings that shape the stream are locked.");
     locked.max = 1.0;
@@ -291,6 +297,7 @@ std::vector<SFeature> MakeFeatures(const SCameraConfig& config)
     AddAnalogAndUserSets(all);
     AddTransportLayer(all);
     AddChunkControl(all);
+    AddCompressionControl(all);
     AddFaults(all);
     return all;
 }

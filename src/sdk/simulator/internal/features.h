@@ -21,7 +21,8 @@ enum class EKind
     Boolean,
     Enumeration,
     Command,
-    Text
+    Text,
+    Bytes // read as they are, never written
 };
 enum class EAccess
 {
@@ -56,6 +57,7 @@ struct SFeature
     std::string selector; // the feature that selects which of several registers this one is
     std::int64_t selectorAddress = 0;
     std::int64_t banks = 1;    // so many registers in a row, by the selector's value
+    std::string lengthFeature; // of Bytes: tells how many of them count now
     std::uint32_t chunkId = 0; // not 0: the value comes in that chunk, and there is no register
 };
 

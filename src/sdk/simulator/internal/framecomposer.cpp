@@ -6,6 +6,8 @@
 #include "simulator/internal/chunkkinds.h"
 #include "simulator/registers.h"
 
+#include <algorithm>
+
 namespace Simulator::Internal
 {
 
@@ -52,14 +54,15 @@ std::uint64_t ValueOf(EChunk chunk, const CRegisterMemory& memory, const SFrame&
 
 std::size_t CFrameComposer::GetTailBytes(const CSettings& settings)
 {
-    if (!settings.IsChunkModeActive())
+    const bool hasChunks = settings.IsChunkModeActive();
+    if (!hasChunks && !settings.IsCompressing())
     {
         return 0;
     }
     std::size_t bytes = Chunks::TrailerBytes; // the image's
     for (const SChunkKind& kind : ChunkKinds())
     {
-        bytes += settings.IsChunkEnabled(kind.selector) ? kind.bytes + Chunks::TrailerBytes : 0;
+        bytes += hasChunks && settings.IsChunkEnabled(kind.selector) ? kind.bytes + Chunks::TrailerBytes : 0;
     }
     return bytes;
 }
@@ -71,7 +74,8 @@ void CFrameComposer::Compose(const CSettings& settings, const SImagePart& image,
     frame.tail = nullptr;
     frame.tailBytes = 0;
     frame.payload = EFramePayload::Image;
-    if (!settings.IsChunkModeActive())
+    const bool hasChunks = settings.IsChunkModeActive();
+    if (!hasChunks && !settings.IsCompressing())
     {
         return;
     }
@@ -86,7 +90,7 @@ void CFrameComposer::Compose(const CSettings& settings, const SImagePart& image,
     std::size_t lastBegin = m_tail.size(); // of the chunk added last
     for (const SChunkKind& kind : ChunkKinds())
     {
-        if (settings.IsChunkEnabled(kind.selector))
+        if (hasChunks && settings.IsChunkEnabled(kind.selector))
         {
             lastBegin = m_tail.size();
             const std::uint64_t value = ValueOf(kind.selector, memory, frame);
@@ -108,6 +112,18 @@ void CFrameComposer::Compose(const CSettings& settings, const SImagePart& image,
     frame.payload = EFramePayload::ChunkData;
     frame.tail = m_tail.data();
     frame.tailBytes = m_tail.size();
+}
+
+void CFrameComposer::ReplaceImage(const SImagePart& image, SFrame& frame)
+{
+    // A fault may have changed the very last length, which is the image's own when no chunk follows.
+    const bool isAlone = m_tail.size() == Chunks::TrailerBytes;
+    const std::uint8_t fault = isAlone ? m_tail[Chunks::TrailerBytes - 4] & 0x80U : 0U;
+    const auto trailer = Chunks::MakeTrailer(image.chunkId, static_cast<std::uint32_t>(image.bytes), ByteOrder);
+    std::copy(trailer.begin(), trailer.end(), m_tail.begin());
+    m_tail[Chunks::TrailerBytes - 4] |= fault;
+    frame.data = image.data;
+    frame.bytes = image.bytes;
 }
 
 } // namespace Simulator::Internal

@@ -21,7 +21,8 @@ struct SImagePart
 };
 
 /**
- * Puts a frame's payload together: the image, and with chunk mode the image's trailer and the chunks behind it.
+ * Puts a frame's payload together: the image; with chunk mode or compression the image's trailer; with chunk mode the
+ * chunks behind it.
  *
  * The image is not copied. Threads: the owner's lock.
  */
@@ -31,6 +32,9 @@ public:
     /** Fills payload type, data and tail. The frame's other fields and the settings must be those of the frame's
      *  exposure: the chunks repeat them. The tail is valid until the next call. */
     void Compose(const CSettings& settings, const SImagePart& image, SFrame& frame);
+    /** Puts another form of the image in place of the one that Compose was given; chunk payloads only. Does not look at
+     *  the settings, so the owner's lock need not be held over it. */
+    void ReplaceImage(const SImagePart& image, SFrame& frame);
     /** What Compose adds to an image under these settings, without faults. */
     static std::size_t GetTailBytes(const CSettings& settings);
 

@@ -4,6 +4,7 @@
 #include "simulator/internal/settings.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/internal/compression.h"
 #include "simulator/internal/framecomposer.h"
 #include "simulator/internal/limits.h"
 #include "simulator/registers.h"
@@ -20,6 +21,7 @@ namespace
 {
 
 constexpr double DefaultExposureUs = 5000.0;
+constexpr double DefaultRatioPercent = 50.0;
 constexpr double MicrosecondsPerSecond = 1.0e6;
 constexpr double NanosecondsPerSecond = 1.0e9;
 
@@ -128,6 +130,7 @@ void CSettings::SetFactoryValues()
     m_memory.SetInteger(Register::FaultChunkLies, m_config.faults.chunkLies ? 1 : 0);
     m_memory.SetInteger(Register::FaultChunkMissing, m_config.faults.chunkMissing ? 1 : 0);
     m_memory.SetInteger(Register::ChunkEnable, 1); // the image
+    m_memory.SetFloat(Register::ImageCompressionRatio, DefaultRatioPercent);
     UpdateDerived();
 }
 
@@ -293,6 +296,7 @@ void CSettings::CheckValue(const SFeature& feature, std::int64_t address, const 
         }
         break;
     case EKind::Text:
+    case EKind::Bytes:
         break;
     }
 }
@@ -315,6 +319,9 @@ std::vector<std::uint8_t> CSettings::Encode(const SFeature& feature, const std::
             data.resize(static_cast<std::size_t>(Register::TextBytes));
             return data;
         }
+        case EKind::Bytes:
+            refuse();
+            break;
         case EKind::Enumeration:
         {
             const auto entry = std::find_if(feature.entries.begin(), feature.entries.end(),
@@ -357,6 +364,13 @@ std::string CSettings::Decode(const SFeature& feature) const
     if (feature.kind == EKind::Text)
     {
         return m_memory.GetText(feature.address);
+    }
+    if (feature.kind == EKind::Bytes)
+    {
+        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(feature.bytes));
+        m_memory.Get(bytes.data(), feature.address, feature.bytes);
+        bytes.resize(static_cast<std::size_t>(std::stoull(Decode(*FindFeature(feature.lengthFeature)))));
+        return {bytes.begin(), bytes.end()};
     }
     if (feature.kind == EKind::Float)
     {
@@ -459,7 +473,13 @@ std::uint64_t CSettings::GetImageBytes() const
 
 std::uint64_t CSettings::GetPayloadBytes() const
 {
-    return GetImageBytes() + CFrameComposer::GetTailBytes(*this);
+    const auto compression = GetCompression(*this);
+    return (compression ? GetCompressedBytes(*compression) : GetImageBytes()) + CFrameComposer::GetTailBytes(*this);
+}
+
+bool CSettings::IsCompressing() const
+{
+    return m_memory.GetInteger(Register::ImageCompressionMode) != 0;
 }
 
 bool CSettings::IsChunkModeActive() const
@@ -485,6 +505,7 @@ std::int64_t CSettings::GetPeriodNs() const
 void CSettings::UpdateDerived()
 {
     m_memory.SetInteger(Register::PayloadSize, GetPayloadBytes());
+    RefreshCompressionRegisters(*this);
     const double maxRate = MaxFrameRate();
     m_memory.SetFloat(Register::AcquisitionFrameRateMax, maxRate);
     // A rate that the new size does not allow is lowered, as cameras do.

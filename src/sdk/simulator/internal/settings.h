@@ -57,7 +57,8 @@ public:
     std::uint32_t GetWidth() const;
     std::uint32_t GetHeight() const;
     std::uint64_t GetImageBytes() const;
-    /** The image and what is sent behind it. */
+    bool IsCompressing() const;
+    /** The image, compressed if it is sent so, and what is sent behind it; the most there can be. */
     std::uint64_t GetPayloadBytes() const;
     bool IsChunkModeActive() const;
     /** Whether chunk mode sends it. */

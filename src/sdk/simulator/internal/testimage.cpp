@@ -23,12 +23,22 @@ enum EPattern : std::uint32_t
     HorizontalRamp = 3,
     VerticalRamp = 4,
     VerticalRampMoving = 6,
-    ColorBar = 9
+    ColorBar = 9,
+    NoisyScene = 64 // a pattern of our own: the only one that does not compress to almost nothing
 };
 
 constexpr std::uint32_t MovingLines = 2; // even, so that the colour phase of Bayer images stays
 constexpr std::uint32_t ChannelShift = 85;
 constexpr std::uint32_t FullScale8 = 255;
+
+/** The sum of two dice, 0 to 14: the same for the same place. */
+std::uint32_t Noise(std::uint32_t x, std::uint32_t y)
+{
+    std::uint32_t hash = (x * 2654435761U) ^ (y * 2246822519U);
+    hash = (hash ^ hash >> 15U) * 2246822519U;
+    hash = (hash ^ hash >> 13U) * 3266489917U;
+    return (hash >> 29U) + (hash >> 26U & 7U);
+}
 
 /** Level of a pattern, 0..255, at sensor coordinates; channel 0 red, 1 green, 2 blue. */
 std::uint32_t Level(std::uint32_t pattern, std::uint32_t x, std::uint32_t y, std::uint32_t channel,
@@ -51,6 +61,13 @@ std::uint32_t Level(std::uint32_t pattern, std::uint32_t x, std::uint32_t y, std
         const std::uint32_t bar = std::min(x * 8U / sensorWidth, 7U);
         const std::uint32_t off = channel == 0 ? bar >> 1U & 1U : channel == 1 ? bar >> 2U & 1U : bar & 1U;
         return off != 0 ? 0 : FullScale8;
+    }
+    case NoisyScene:
+    {
+        // Soft light in both directions and noise of about 1 %, as of a small sensor; repeats with the line period.
+        const std::uint32_t line = y % CTestImage::LinePeriod;
+        const std::uint32_t light = x / 16U % 128U + (line < 128U ? line : 255U - line) / 2U;
+        return 24U + light + channel * 4U + Noise(x * 3U + channel, line);
     }
     default:
         return (x + y + channel * ChannelShift) % 256U;
@@ -105,7 +122,8 @@ CTestImage::CTestImage(const SImageKey& key)
     const SPixelFormat& format = *FindPixelFormat(key.pfnc);
     m_lineBytes = std::size_t{key.width} * format.bytesPerPixel;
     m_frameBytes = m_lineBytes * key.height;
-    m_linesPerFrame = key.pattern == Scene || key.pattern == VerticalRampMoving ? MovingLines : 0;
+    m_linesPerFrame =
+        key.pattern == Scene || key.pattern == VerticalRampMoving || key.pattern == NoisyScene ? MovingLines : 0;
     m_bytes.resize(m_frameBytes + m_lineBytes * LinePeriod);
     const std::size_t lines = m_bytes.size() / m_lineBytes;
     for (std::uint32_t line = 0; line < std::min<std::size_t>(lines, LinePeriod); ++line)
