@@ -48,4 +48,19 @@ TEST_F(ClientPlugin, letsGoOfItsCameraWhenTheHostStops)
     EXPECT_EQ(Velmo::VelmoInitializationCount(), 0U);
 }
 
+/** The same on a camera that compresses. */
+class ClientPluginOnACompressingCamera : public ClientPlugin
+{
+protected:
+    QByteArray emulation() const override
+    {
+        return R"({"cameras": [{"serial": "CLIENT", "frameRate": 50, "features": {"ImageCompressionMode": "Lossless"}}]})";
+    }
+};
+
+TEST_F(ClientPluginOnACompressingCamera, decodesTheImages)
+{
+    EXPECT_TRUE(tells(QStringLiteral("%1 bytes decoded from \\d+$").arg(1280 * 1024)));
+}
+
 } // namespace

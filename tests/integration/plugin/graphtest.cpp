@@ -3,12 +3,15 @@
 
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/iimagedecompressorservice.h"
 #include "camerapool/velmograbresultdata.h"
 #include "dataprocessingcore/igraphservice.h"
 #include "dataprocessingcore/inoderegistry.h"
 #include "dataprocessingcore/jsondata.h"
 #include "dataprocessingcore/nodedatamodel.h"
 #include "integration/plugin/hostfixture.h"
+
+#include <vector>
 
 namespace
 {
@@ -121,6 +124,40 @@ TEST_F(PluginGraph, isStoppedWhileItsCameraGrabsAndItsDataAreHeld)
     m_manager->stop();
     EXPECT_TRUE(m_images->received.at(0)->grabResult()->GrabSucceeded());
     EXPECT_FALSE(m_source->outData(0).isNull()) << "a node that somebody holds outlives its plugin";
+}
+
+/** The same with cameras that compress. */
+class PluginGraphOfCompressingCameras : public PluginGraph
+{
+protected:
+    QByteArray emulation() const override
+    {
+        return R"({"cameras": [{"serial": "PACK", "count": 2, "features": {"ImageCompressionMode": "Lossless"}}]})";
+    }
+};
+
+TEST_F(PluginGraphOfCompressingCameras, countsCompressedImagesAndHasTheirDecompressor)
+{
+    const auto& info = m_infos.at(0);
+    const auto decompressors = service<IImageDecompressorService>();
+    EXPECT_TRUE(decompressors->getImageDecompressor(info).isNull());
+    start(info);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_images->received.size() >= 3; }, s_waitMs));
+    const auto statistic = m_statistics->received.at(2)->object();
+    EXPECT_TRUE(statistic.value(QLatin1String("compression_enabled")).toBool());
+    EXPECT_EQ(statistic.value(QLatin1String("lossless_count")).toInt(), 3);
+    EXPECT_EQ(statistic.value(QLatin1String("failed_count")).toInt(), 0);
+    const auto ratioPercent = statistic.value(QLatin1String("compression_ratio")).toDouble();
+    EXPECT_GT(ratioPercent, 0.0);
+    EXPECT_LT(ratioPercent, 100.0);
+
+    const auto decompressor = decompressors->getImageDecompressor(info);
+    ASSERT_FALSE(decompressor.isNull());
+    std::vector<unsigned char> pixels(decompressor->GetImageSizeForDecompression());
+    EXPECT_EQ(decompressor->Decompress(pixels.data(), pixels.size(), m_images->received.at(2)->grabResult()),
+              Velmo::CompressionStatus_Ok);
+    service<ICameraControlService>()->close(BaseInfoPtr(info));
+    EXPECT_TRUE(decompressors->getImageDecompressor(info).isNull());
 }
 
 } // namespace
