@@ -10,6 +10,9 @@
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
+#include "camerapool/iimagedecompressorservice.h"
+#include "dataprocessingcore/igraphservice.h"
+#include "dataprocessingcore/inoderegistry.h"
 #include "plugincore/pluginmanager.h"
 #include "servicecore/serviceregistry.h"
 
@@ -32,6 +35,9 @@ struct CHost::SPrivate
     QSharedPointer<Plugin::CameraPool::ICameraStatusService> status;
     QSharedPointer<Plugin::CameraPool::ICameraStreamControlService> stream;
     QSharedPointer<Plugin::CameraPool::IDeviceParameterService> parameters;
+    QSharedPointer<Plugin::CameraPool::IImageDecompressorService> decompressors;
+    QSharedPointer<Plugin::DataProcessingCore::IGraphService> graph;
+    QSharedPointer<Plugin::DataProcessingCore::INodeRegistry> nodes;
 
     template <class T> void find(QSharedPointer<T>& service, const char* name)
     {
@@ -72,11 +78,18 @@ bool CHost::start(const QString& language)
     m_p->find(m_p->status, "ICameraStatusService");
     m_p->find(m_p->stream, "ICameraStreamControlService");
     m_p->find(m_p->parameters, "IDeviceParameterService");
-    return m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters;
+    m_p->find(m_p->decompressors, "IImageDecompressorService");
+    m_p->find(m_p->graph, "IGraphService");
+    m_p->find(m_p->nodes, "INodeRegistry");
+    return m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters && m_p->decompressors &&
+           m_p->graph && m_p->nodes;
 }
 
 void CHost::stop()
 {
+    m_p->nodes.clear();
+    m_p->graph.clear();
+    m_p->decompressors.clear();
     m_p->parameters.clear();
     m_p->stream.clear();
     m_p->status.clear();
@@ -131,6 +144,21 @@ Plugin::CameraPool::ICameraStreamControlService& CHost::stream() const
 Plugin::CameraPool::IDeviceParameterService& CHost::parameters() const
 {
     return *m_p->parameters;
+}
+
+Plugin::CameraPool::IImageDecompressorService& CHost::decompressors() const
+{
+    return *m_p->decompressors;
+}
+
+Plugin::DataProcessingCore::IGraphService& CHost::graph() const
+{
+    return *m_p->graph;
+}
+
+Plugin::DataProcessingCore::INodeRegistry& CHost::nodes() const
+{
+    return *m_p->nodes;
 }
 
 } // namespace HostKit

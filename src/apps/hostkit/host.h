@@ -23,7 +23,14 @@ class ICameraEnumerationService;
 class ICameraStatusService;
 class ICameraStreamControlService;
 class IDeviceParameterService;
+class IImageDecompressorService;
 } // namespace Plugin::CameraPool
+
+namespace Plugin::DataProcessingCore
+{
+class IGraphService;
+class INodeRegistry;
+} // namespace Plugin::DataProcessingCore
 
 namespace HostKit
 {
@@ -55,6 +62,9 @@ public:
     Plugin::CameraPool::ICameraStatusService& status() const;
     Plugin::CameraPool::ICameraStreamControlService& stream() const;
     Plugin::CameraPool::IDeviceParameterService& parameters() const;
+    Plugin::CameraPool::IImageDecompressorService& decompressors() const;
+    Plugin::DataProcessingCore::IGraphService& graph() const;
+    Plugin::DataProcessingCore::INodeRegistry& nodes() const;
 
 private:
     struct SPrivate;

@@ -10,6 +10,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <cstring>
+#include <vector>
 
 namespace HostKit
 {
@@ -144,6 +145,25 @@ QImage fromMatrix(const cv::Mat& matrix, EPixelLayout layout)
     return picture;
 }
 
+QString decodingError(Velmo::ECompressionStatus status)
+{
+    switch (status)
+    {
+    case Velmo::CompressionStatus_BufferOverflow:
+        return CTexts::tr("The camera could not make the image as small as it was told to.");
+    case Velmo::CompressionStatus_Truncated:
+        return CTexts::tr("Bytes are missing at the end of the compressed image.");
+    case Velmo::CompressionStatus_Corrupt:
+        return CTexts::tr("The compressed image is damaged.");
+    case Velmo::CompressionStatus_Unsupported:
+        return CTexts::tr("The image is compressed in a way that is not known here.");
+    case Velmo::CompressionStatus_WrongDescriptor:
+        return CTexts::tr("The image was compressed under other settings than those that the camera told.");
+    default:
+        return CTexts::tr("The compressed image cannot be decoded (status %1).").arg(static_cast<int>(status));
+    }
+}
+
 } // namespace
 
 QImage toPicture(const SRawImage& image, QString& error)
@@ -195,6 +215,36 @@ QImage toPicture(const Velmo::CGrabResultPtr& result, QString& error)
     }
     return toPicture({result->GetBuffer(), result->GetPayloadSize(), result->GetPixelType(), result->GetWidth(),
                       result->GetHeight(), result->GetPaddingX()},
+                     error);
+}
+
+QImage toPicture(const Velmo::CGrabResultPtr& result, const Velmo::CImageDecompressor* pDecompressor, QString& error)
+{
+    Velmo::SCompressionInfo compression;
+    if (!result.IsValid() || !result->GrabSucceeded() ||
+        !Velmo::CImageDecompressor::GetCompressionInfo(compression, result))
+    {
+        return toPicture(result, error);
+    }
+    if (compression.compressionStatus != Velmo::CompressionStatus_Ok)
+    {
+        error = decodingError(compression.compressionStatus);
+        return {};
+    }
+    if (pDecompressor == nullptr)
+    {
+        error = CTexts::tr("The image is compressed, and the camera did not tell how.");
+        return {};
+    }
+    std::vector<std::uint8_t> pixels(pDecompressor->GetImageSizeForDecompression());
+    const auto status = pDecompressor->Decompress(pixels.data(), pixels.size(), result);
+    if (status != Velmo::CompressionStatus_Ok)
+    {
+        error = decodingError(status);
+        return {};
+    }
+    return toPicture({pixels.data(), pixels.size(), pDecompressor->GetPixelType(), pDecompressor->GetWidth(),
+                      pDecompressor->GetHeight(), 0},
                      error);
 }
 

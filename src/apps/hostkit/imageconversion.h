@@ -5,6 +5,7 @@
 
 #include "hostkit/hostkit_export.h"
 #include "velmo/grabresult.h"
+#include "velmo/imagedecompressor.h"
 
 #include <QImage>
 #include <QString>
@@ -31,5 +32,9 @@ struct SRawImage
  */
 HOSTKIT_EXPORT QImage toPicture(const SRawImage& image, QString& error);
 HOSTKIT_EXPORT QImage toPicture(const Velmo::CGrabResultPtr& result, QString& error);
+/** The same of an image that its camera may have compressed. pDecompressor: the camera's; null when it has none, then a
+ *  compressed image is an error. */
+HOSTKIT_EXPORT QImage toPicture(const Velmo::CGrabResultPtr& result, const Velmo::CImageDecompressor* pDecompressor,
+                                QString& error);
 
 } // namespace HostKit

@@ -19,6 +19,28 @@ namespace
 
 using Plugin::CameraPool::ICameraStatusService;
 
+/** Ratios in per cent of the image's size without compression. */
+QJsonObject toJson(const CCompressionStatistic& compression)
+{
+    return {{"ratio", compression.compressionRatio},
+            {"min_ratio", compression.minCompressionRatio},
+            {"max_ratio", compression.maxCompressionRatio},
+            {"lossless", static_cast<qint64>(compression.losslessCount)},
+            {"lossy", static_cast<qint64>(compression.lossyCount)},
+            {"failed", static_cast<qint64>(compression.failedCount)}};
+}
+
+QString toText(const CCompressionStatistic& compression)
+{
+    return CTexts::tr(", compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable")
+        .arg(compression.compressionRatio, 0, 'f', 1)
+        .arg(compression.minCompressionRatio, 0, 'f', 1)
+        .arg(compression.maxCompressionRatio, 0, 'f', 1)
+        .arg(compression.losslessCount)
+        .arg(compression.lossyCount)
+        .arg(compression.failedCount);
+}
+
 } // namespace
 
 CGrabSession::CGrabSession(CSession& session, const QVector<HostKit::CameraInfoPtr>& cameras, const SOptions& options)
@@ -61,12 +83,13 @@ void CGrabSession::connectSignals()
                          }
                      });
     QObject::connect(&status, &ICameraStatusService::cameraStatisticUpdated, &m_receiver,
-                     [this](const auto& camera, int, int, double fps, std::uint64_t bps, const auto&)
+                     [this](const auto& camera, int, int, double fps, std::uint64_t bps, const auto& compression)
                      {
                          if (SGrabCount* pCount = countOf(camera))
                          {
                              pCount->fps = fps;
                              pCount->bytesPerSecond = bps;
+                             pCount->compression = compression;
                          }
                      });
     QObject::connect(&status, &ICameraStatusService::cameraConnectionLost, &m_receiver,
@@ -96,6 +119,10 @@ void CGrabSession::onImage(SGrabCount& count, const Velmo::CGrabResultPtr& resul
     count.failedSinceLast = 0;
     count.lastBlockId = id;
     count.last = result;
+    if (m_observer)
+    {
+        m_observer(result);
+    }
     if (m_options.images > 0 && count.images >= m_options.images)
     {
         count.stopped = true;
@@ -148,13 +175,38 @@ QJsonObject CGrabSession::describe(const SGrabCount& count) const
                        {"fps", count.fps},
                        {"bytes_per_second", static_cast<qint64>(count.bytesPerSecond)},
                        {"connection_lost", count.lost}};
+    if (count.compression.compressionEnabled)
+    {
+        object.insert(QStringLiteral("compression"), toJson(count.compression));
+    }
     return object;
+}
+
+void CGrabSession::showStatistics()
+{
+    m_statisticsOnly = true;
+    for (const SGrabCount& count : m_counts)
+    {
+        m_statistics.push_back(std::make_unique<HostKit::CCameraStatistics>(m_session.host(), count.camera));
+    }
 }
 
 void CGrabSession::showLive()
 {
-    if (m_options.json && !m_statisticsOnly)
+    if (m_observer || (m_options.json && !m_statisticsOnly))
     {
+        return;
+    }
+    if (m_options.json)
+    {
+        for (const auto& statistics : m_statistics)
+        {
+            const QJsonObject latest = statistics->latest();
+            if (!latest.isEmpty())
+            {
+                printJsonLine(latest);
+            }
+        }
         return;
     }
     const bool draw = stdoutIsTerminal() && !m_statisticsOnly;
@@ -166,11 +218,6 @@ void CGrabSession::showLive()
     constexpr double bytesPerMegabyte = 1e6;
     for (const SGrabCount& count : m_counts)
     {
-        if (m_options.json)
-        {
-            printJsonLine(describe(count));
-            continue;
-        }
         QString line = CTexts::tr("%1: %2 images, %3 failed, %4 missing, %5 fps, %6 MB/s")
                            .arg(printable(count.camera->getFriendlyName()))
                            .arg(count.images)
@@ -178,6 +225,10 @@ void CGrabSession::showLive()
                            .arg(count.missing)
                            .arg(count.fps, 0, 'f', 1)
                            .arg(static_cast<double>(count.bytesPerSecond) / bytesPerMegabyte, 0, 'f', 1);
+        if (count.compression.compressionEnabled)
+        {
+            line += toText(count.compression);
+        }
         if (count.lost)
         {
             line += CTexts::tr(" (connection lost)");
@@ -189,7 +240,7 @@ void CGrabSession::showLive()
 
 void CGrabSession::printSummary() const
 {
-    if (!m_options.json || m_statisticsOnly)
+    if (!m_options.json || m_statisticsOnly || m_observer)
     {
         return;
     }

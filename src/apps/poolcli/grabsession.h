@@ -7,12 +7,17 @@
 #include "poolcli/session.h"
 
 #include "camerapool/compressionstatistic.h"
+#include "hostkit/camerastatistics.h"
 #include "velmo/grabresult.h"
 
 #include <QElapsedTimer>
 #include <QJsonObject>
 #include <QObject>
 #include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <vector>
 
 namespace PoolCli
 {
@@ -31,6 +36,7 @@ struct SGrabCount
     quint64 bytesPerSecond = 0;
     bool lost = false;
     bool stopped = false; // as many images as were asked for
+    CCompressionStatistic compression;
     Velmo::CGrabResultPtr last;
 };
 
@@ -44,8 +50,12 @@ class CGrabSession
 public:
     CGrabSession(CSession& session, const QVector<HostKit::CameraInfoPtr>& cameras, const SOptions& options);
 
-    /** Prints the statistics object of each second instead of the live line. */
-    void setStatisticsOnly(bool only) { m_statisticsOnly = only; }
+    /** Called for each good image instead of the live line. */
+    using ImageObserver = std::function<void(const Velmo::CGrabResultPtr&)>;
+
+    /** With --json, prints what the cameras' source nodes tell, each second, instead of a summary. */
+    void showStatistics();
+    void setImageObserver(ImageObserver observer) { m_observer = std::move(observer); }
     /** Starts, waits for the end (images, time, Ctrl-C, all cameras lost), stops. Throws CRefusal when a camera does
      * not start. */
     void run();
@@ -72,6 +82,8 @@ private:
     QTimer m_liveTimer;
     QElapsedTimer m_elapsed;
     bool m_statisticsOnly = false;
+    std::vector<std::unique_ptr<HostKit::CCameraStatistics>> m_statistics; // in the order of m_counts
+    ImageObserver m_observer;
     bool m_drawn = false;
 };
 

@@ -8,6 +8,7 @@
 
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/iimagedecompressorservice.h"
 #include "hostkit/imageconversion.h"
 
 #include <QDir>
@@ -23,13 +24,15 @@ namespace
 
 using Plugin::CameraPool::ICameraStatusService;
 
-void writePicture(const Velmo::CGrabResultPtr& result, const QString& file)
+void writePicture(CSession& session, const HostKit::CameraInfoPtr& camera, const Velmo::CGrabResultPtr& result,
+                  const QString& file)
 {
     QString error;
-    const QImage picture = HostKit::toPicture(result, error);
+    const auto decompressor = session.host().decompressors().getImageDecompressor(camera);
+    const QImage picture = HostKit::toPicture(result, decompressor.data(), error);
     if (picture.isNull())
     {
-        throw CRefusal(error);
+        throw CRefusal(QStringLiteral("%1: %2").arg(camera->getFriendlyName(), error));
     }
     if (!picture.save(file, "PNG"))
     {
@@ -75,7 +78,7 @@ int runGrab(CSession& session, const SOptions& options)
             if (count.last.IsValid())
             {
                 const QString file = QDir(options.output).filePath(fileNameFor(*count.camera));
-                writePicture(count.last, file);
+                writePicture(session, count.camera, count.last, file);
                 if (!options.json)
                 {
                     printLine(CTexts::tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
@@ -127,7 +130,7 @@ int runSnapshot(CSession& session, const SOptions& options)
                                 reason.isEmpty() ? CTexts::tr("none arrived in time.") : reason));
     }
     const QString file = options.output.isEmpty() ? fileNameFor(*camera.info()) : options.output;
-    writePicture(image, file);
+    writePicture(session, camera.info(), image, file);
     const QJsonObject summary{{"file", file},
                               {"width", static_cast<int>(image->GetWidth())},
                               {"height", static_cast<int>(image->GetHeight())},
@@ -154,7 +157,7 @@ int runStats(CSession& session, const SOptions& options)
         grabOptions.durationMs = defaultDurationMs;
     }
     CGrabSession grab(session, {camera.info()}, grabOptions);
-    grab.setStatisticsOnly(true);
+    grab.showStatistics();
     grab.run();
     grab.printSummary();
     grab.printFailures();

@@ -19,11 +19,12 @@ using PoolCli::SOptions;
 int runVerb(const SOptions& options)
 {
     static const std::map<QString, int (*)(CSession&, const SOptions&)> verbs{
-        {QStringLiteral("list"), PoolCli::runList},   {QStringLiteral("watch"), PoolCli::runWatch},
-        {QStringLiteral("info"), PoolCli::runInfo},   {QStringLiteral("features"), PoolCli::runFeatures},
-        {QStringLiteral("get"), PoolCli::runGet},     {QStringLiteral("set"), PoolCli::runSet},
-        {QStringLiteral("grab"), PoolCli::runGrab},   {QStringLiteral("snapshot"), PoolCli::runSnapshot},
-        {QStringLiteral("stats"), PoolCli::runStats}, {QStringLiteral("interfaces"), PoolCli::runInterfaces},
+        {QStringLiteral("list"), PoolCli::runList},     {QStringLiteral("watch"), PoolCli::runWatch},
+        {QStringLiteral("info"), PoolCli::runInfo},     {QStringLiteral("features"), PoolCli::runFeatures},
+        {QStringLiteral("get"), PoolCli::runGet},       {QStringLiteral("set"), PoolCli::runSet},
+        {QStringLiteral("grab"), PoolCli::runGrab},     {QStringLiteral("snapshot"), PoolCli::runSnapshot},
+        {QStringLiteral("stats"), PoolCli::runStats},   {QStringLiteral("interfaces"), PoolCli::runInterfaces},
+        {QStringLiteral("chunks"), PoolCli::runChunks},
     };
     try
     {

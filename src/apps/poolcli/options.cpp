@@ -24,7 +24,7 @@ struct SRaw
     std::string visibility = "Guru";
     std::string module;
     std::string interfaceName;
-    std::vector<std::string> chunks;
+    std::string chunks;
     std::string language = "en";
     double seconds = 0.0;
     double discoverySeconds = 3.0;
@@ -117,6 +117,19 @@ void addGrabVerbs(CLI::App& app, SRaw& raw)
     addSeconds(*pStats, raw, "Stop after that time; 5 by default");
 }
 
+void addChunks(CLI::App& app, SRaw& raw)
+{
+    CLI::App* pChunks = app.add_subcommand("chunks", "Grab with chunk data and show each image's values");
+    addCommon(*pChunks, raw);
+    addCamera(*pChunks, raw);
+    pChunks->add_option("-n,--images", raw.images, "Stop after that many images; 10 by default")
+        ->check(CLI::Range(1, 1000000000));
+    addSeconds(*pChunks, raw, "Stop after that time");
+    pChunks->add_option("--enable", raw.chunks,
+                        "Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by "
+                        "default. Settings are restored at the end");
+}
+
 void addVerbs(CLI::App& app, SRaw& raw)
 {
     addCommon(*app.add_subcommand("list", "List the cameras that can be found"), raw);
@@ -133,6 +146,7 @@ void addVerbs(CLI::App& app, SRaw& raw)
     addFilter(*pInterfaces, raw);
     addParameterVerbs(app, raw);
     addGrabVerbs(app, raw);
+    addChunks(app, raw);
 }
 
 QStringList toList(const std::vector<std::string>& texts)
@@ -170,7 +184,7 @@ void fill(SOptions& options, const SRaw& raw)
     options.visibility = QString::fromStdString(raw.visibility);
     options.module = QString::fromStdString(raw.module);
     options.interfaceName = QString::fromStdString(raw.interfaceName);
-    options.chunks = toList(raw.chunks);
+    options.chunks = QString::fromStdString(raw.chunks).split(QLatin1Char(','), Qt::SkipEmptyParts);
     options.language = QString::fromStdString(raw.language);
 }
 

@@ -20,6 +20,7 @@ int runGet(CSession& session, const SOptions& options);
 int runSet(CSession& session, const SOptions& options);
 int runGrab(CSession& session, const SOptions& options);
 int runSnapshot(CSession& session, const SOptions& options);
+int runChunks(CSession& session, const SOptions& options);
 int runStats(CSession& session, const SOptions& options);
 
 /** "NAME=VALUE" writes, "NAME" executes a command; throws CRefusal. */

@@ -113,15 +113,21 @@ TEST_F(PoolCliProgram, aSnapshotOfADeepFormatKeepsSixteenBits)
     EXPECT_GT(picture.width(), 0);
 }
 
-TEST_F(PoolCliProgram, statsPrintsObjectsWithTheRate)
+TEST_F(PoolCliProgram, statsPrintsTheObjectsOfTheCamerasSourceNode)
 {
     const SOutcome outcome = run({QStringLiteral("stats"), QStringLiteral("EMU-A"), QStringLiteral("-s"),
                                   QStringLiteral("1.5"), QStringLiteral("--json")});
     ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
     const QList<QByteArray> lines = outcome.out.trimmed().split('\n');
+    EXPECT_GE(lines.size(), 2) << outcome.out.constData(); // after a second, and at the end
     const QJsonObject last = QJsonDocument::fromJson(lines.last()).object();
-    EXPECT_GT(last.value(QStringLiteral("images")).toInt(), 0) << outcome.out.constData();
+    EXPECT_EQ(last.keys(), (QStringList{QStringLiteral("bps"), QStringLiteral("camera_friendly_name"),
+                                        QStringLiteral("compression_enabled"), QStringLiteral("fps"),
+                                        QStringLiteral("images_failed"), QStringLiteral("images_grabbed")}))
+        << outcome.out.constData();
+    EXPECT_GT(last.value(QStringLiteral("images_grabbed")).toInt(), 0) << outcome.out.constData();
     EXPECT_GT(last.value(QStringLiteral("fps")).toDouble(), 0.0) << outcome.out.constData();
+    EXPECT_TRUE(last.value(QStringLiteral("camera_friendly_name")).toString().contains(QStringLiteral("EMU-A")));
 }
 
 TEST_F(PoolCliProgram, ctrlCEndsAGrabInOrder)

@@ -164,6 +164,34 @@
         <source>Several interfaces are called &quot;%1&quot;: %2.</source>
         <translation>Several interfaces are called &quot;%1&quot;: %2.</translation>
     </message>
+    <message>
+        <source>The image is compressed, and the camera did not tell how.</source>
+        <translation>The image is compressed, and the camera did not tell how.</translation>
+    </message>
+    <message>
+        <source>The camera could not make the image as small as it was told to.</source>
+        <translation>The camera could not make the image as small as it was told to.</translation>
+    </message>
+    <message>
+        <source>Bytes are missing at the end of the compressed image.</source>
+        <translation>Bytes are missing at the end of the compressed image.</translation>
+    </message>
+    <message>
+        <source>The compressed image is damaged.</source>
+        <translation>The compressed image is damaged.</translation>
+    </message>
+    <message>
+        <source>The image is compressed in a way that is not known here.</source>
+        <translation>The image is compressed in a way that is not known here.</translation>
+    </message>
+    <message>
+        <source>The image was compressed under other settings than those that the camera told.</source>
+        <translation>The image was compressed under other settings than those that the camera told.</translation>
+    </message>
+    <message>
+        <source>The compressed image cannot be decoded (status %1).</source>
+        <translation>The compressed image cannot be decoded (status %1).</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -375,6 +403,34 @@
     <message>
         <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
         <translation>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</translation>
+    </message>
+    <message>
+        <source>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</source>
+        <translation>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk data.</source>
+        <translation>The camera has no chunk data.</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk %1; it has: %2.</source>
+        <translation>The camera has no chunk %1; it has: %2.</translation>
+    </message>
+    <message>
+        <source>The chunk settings could not be restored: %1</source>
+        <translation>The chunk settings could not be restored: %1</translation>
+    </message>
+    <message>
+        <source>a later image came before its values were read</source>
+        <translation>a later image came before its values were read</translation>
+    </message>
+    <message>
+        <source>no chunk data</source>
+        <translation>no chunk data</translation>
+    </message>
+    <message>
+        <source>%1 sent images without chunk data.</source>
+        <translation>%1 sent images without chunk data.</translation>
     </message>
 </context>
 </TS>

@@ -164,6 +164,34 @@
         <source>Several interfaces are called &quot;%1&quot;: %2.</source>
         <translation>「%1」という名前のインターフェースが複数あります: %2。</translation>
     </message>
+    <message>
+        <source>The image is compressed, and the camera did not tell how.</source>
+        <translation>画像は圧縮されていますが、カメラは圧縮方法を示していません。</translation>
+    </message>
+    <message>
+        <source>The camera could not make the image as small as it was told to.</source>
+        <translation>カメラは画像を指定された大きさまで圧縮できませんでした。</translation>
+    </message>
+    <message>
+        <source>Bytes are missing at the end of the compressed image.</source>
+        <translation>圧縮画像の末尾のバイトが欠けています。</translation>
+    </message>
+    <message>
+        <source>The compressed image is damaged.</source>
+        <translation>圧縮画像が破損しています。</translation>
+    </message>
+    <message>
+        <source>The image is compressed in a way that is not known here.</source>
+        <translation>画像の圧縮方式は未対応です。</translation>
+    </message>
+    <message>
+        <source>The image was compressed under other settings than those that the camera told.</source>
+        <translation>画像は、カメラが示した設定とは異なる設定で圧縮されました。</translation>
+    </message>
+    <message>
+        <source>The compressed image cannot be decoded (status %1).</source>
+        <translation>圧縮画像を復号できません (状態 %1)。</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -375,6 +403,34 @@
     <message>
         <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
         <translation>%1 は開くことのできるインターフェースにありません。「poolcli interfaces」で一覧を表示できます。</translation>
+    </message>
+    <message>
+        <source>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</source>
+        <translation>、圧縮率 %1% (%2%～%3%)、可逆 %4、非可逆 %5、復号不能 %6</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk data.</source>
+        <translation>カメラにチャンクデータがありません。</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk %1; it has: %2.</source>
+        <translation>カメラにチャンク %1 はありません。使用可能: %2。</translation>
+    </message>
+    <message>
+        <source>The chunk settings could not be restored: %1</source>
+        <translation>チャンクの設定を元に戻せませんでした: %1</translation>
+    </message>
+    <message>
+        <source>a later image came before its values were read</source>
+        <translation>値を読み取る前に後の画像が届きました</translation>
+    </message>
+    <message>
+        <source>no chunk data</source>
+        <translation>チャンクデータなし</translation>
+    </message>
+    <message>
+        <source>%1 sent images without chunk data.</source>
+        <translation>%1 はチャンクデータのない画像を送信しました。</translation>
     </message>
 </context>
 </TS>

@@ -164,6 +164,34 @@
         <source>Several interfaces are called &quot;%1&quot;: %2.</source>
         <translation>&quot;%1&quot;(이)라는 인터페이스가 여러 개 있습니다: %2.</translation>
     </message>
+    <message>
+        <source>The image is compressed, and the camera did not tell how.</source>
+        <translation>이미지가 압축되어 있지만 카메라가 압축 방식을 알려 주지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>The camera could not make the image as small as it was told to.</source>
+        <translation>카메라가 이미지를 지정된 크기로 줄이지 못했습니다.</translation>
+    </message>
+    <message>
+        <source>Bytes are missing at the end of the compressed image.</source>
+        <translation>압축된 이미지의 끝에서 바이트가 누락되었습니다.</translation>
+    </message>
+    <message>
+        <source>The compressed image is damaged.</source>
+        <translation>압축된 이미지가 손상되었습니다.</translation>
+    </message>
+    <message>
+        <source>The image is compressed in a way that is not known here.</source>
+        <translation>이미지가 알 수 없는 방식으로 압축되었습니다.</translation>
+    </message>
+    <message>
+        <source>The image was compressed under other settings than those that the camera told.</source>
+        <translation>이미지가 카메라가 알려 준 것과 다른 설정으로 압축되었습니다.</translation>
+    </message>
+    <message>
+        <source>The compressed image cannot be decoded (status %1).</source>
+        <translation>압축된 이미지를 디코딩할 수 없습니다(상태 %1).</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -375,6 +403,34 @@
     <message>
         <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
         <translation>%1은(는) 열 수 있는 인터페이스에 없습니다. &apos;poolcli interfaces&apos;가 목록을 보여 줍니다.</translation>
+    </message>
+    <message>
+        <source>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</source>
+        <translation>, %1%로 압축(%2%~%3%), 무손실 %4, 손실 %5, 디코딩 불가 %6</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk data.</source>
+        <translation>카메라에 청크 데이터가 없습니다.</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk %1; it has: %2.</source>
+        <translation>카메라에 청크 %1이(가) 없습니다. 사용 가능: %2.</translation>
+    </message>
+    <message>
+        <source>The chunk settings could not be restored: %1</source>
+        <translation>청크 설정을 복원할 수 없습니다: %1</translation>
+    </message>
+    <message>
+        <source>a later image came before its values were read</source>
+        <translation>값을 읽기 전에 이후 이미지가 도착했습니다</translation>
+    </message>
+    <message>
+        <source>no chunk data</source>
+        <translation>청크 데이터 없음</translation>
+    </message>
+    <message>
+        <source>%1 sent images without chunk data.</source>
+        <translation>%1이(가) 청크 데이터 없이 이미지를 보냈습니다.</translation>
     </message>
 </context>
 </TS>

@@ -164,6 +164,34 @@
         <source>Several interfaces are called &quot;%1&quot;: %2.</source>
         <translation>有多个名为“%1”的接口：%2。</translation>
     </message>
+    <message>
+        <source>The image is compressed, and the camera did not tell how.</source>
+        <translation>图像已压缩，但相机未告知压缩方式。</translation>
+    </message>
+    <message>
+        <source>The camera could not make the image as small as it was told to.</source>
+        <translation>相机无法将图像压缩到指定的大小。</translation>
+    </message>
+    <message>
+        <source>Bytes are missing at the end of the compressed image.</source>
+        <translation>压缩图像末尾缺少字节。</translation>
+    </message>
+    <message>
+        <source>The compressed image is damaged.</source>
+        <translation>压缩图像已损坏。</translation>
+    </message>
+    <message>
+        <source>The image is compressed in a way that is not known here.</source>
+        <translation>图像的压缩方式未知。</translation>
+    </message>
+    <message>
+        <source>The image was compressed under other settings than those that the camera told.</source>
+        <translation>图像压缩时使用的设置与相机告知的不同。</translation>
+    </message>
+    <message>
+        <source>The compressed image cannot be decoded (status %1).</source>
+        <translation>无法解码压缩图像（状态 %1）。</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -375,6 +403,34 @@
     <message>
         <source>%1 is on no interface that could be opened; &apos;poolcli interfaces&apos; lists those.</source>
         <translation>%1 不在任何可打开的接口上；“poolcli interfaces”会列出这些接口。</translation>
+    </message>
+    <message>
+        <source>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</source>
+        <translation>，压缩至 %1%（%2% 至 %3%），无损 %4，有损 %5，无法解码 %6</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk data.</source>
+        <translation>相机没有块数据。</translation>
+    </message>
+    <message>
+        <source>The camera has no chunk %1; it has: %2.</source>
+        <translation>相机没有块 %1；可用的有：%2。</translation>
+    </message>
+    <message>
+        <source>The chunk settings could not be restored: %1</source>
+        <translation>无法恢复块设置：%1</translation>
+    </message>
+    <message>
+        <source>a later image came before its values were read</source>
+        <translation>读取其值之前已到达较新的图像</translation>
+    </message>
+    <message>
+        <source>no chunk data</source>
+        <translation>无块数据</translation>
+    </message>
+    <message>
+        <source>%1 sent images without chunk data.</source>
+        <translation>%1 发送的图像不含块数据。</translation>
     </message>
 </context>
 </TS>

@@ -55,10 +55,20 @@ TEST(PoolCliOptions, setTakesOneCameraAndSeveralSettings)
     EXPECT_EQ(options.arguments, (QStringList{QStringLiteral("Gain=2"), QStringLiteral("TriggerSoftware")}));
 }
 
+TEST(PoolCliOptions, chunksTakesNamesWithCommasBetween)
+{
+    SOptions options;
+    int exitCode = -1;
+    ASSERT_TRUE(parse({"chunks", "EMU-1", "--enable", "Gain,Timestamp", "-n", "3"}, options, exitCode));
+    EXPECT_EQ(options.chunks, (QStringList{QStringLiteral("Gain"), QStringLiteral("Timestamp")}));
+    EXPECT_EQ(options.images, 3);
+    EXPECT_EQ(options.cameras, QStringList{QStringLiteral("EMU-1")});
+}
+
 TEST(PoolCliOptions, helpOfEveryVerbEndsWithZero)
 {
     for (const char* verb :
-         {"list", "watch", "info", "features", "get", "set", "grab", "snapshot", "stats", "interfaces"})
+         {"list", "watch", "info", "features", "get", "set", "grab", "snapshot", "stats", "interfaces", "chunks"})
     {
         SOptions options;
         int exitCode = -1;
