@@ -52,6 +52,32 @@ void ParseAsCommand(const std::uint8_t* data, std::size_t size)
     }
 }
 
+void ParseAsMessage(const std::uint8_t* data, std::size_t size)
+{
+    SCommand command;
+    if (ParseCommand(data, size, command) != EParseResult::Ok)
+    {
+        return;
+    }
+    SPacketResend resend;
+    if (ParsePacketResendCmd(command, resend) == EParseResult::Ok)
+    {
+        Require(EncodePacketResendCmd(command.requestId, resend).size() == HeaderBytes + command.payloadBytes);
+    }
+    SEvent event;
+    ParseEventCmd(command, event);
+    if (ParseEventDataCmd(command, event) == EParseResult::Ok)
+    {
+        const bool fits = command.payloadBytes <= MaxPayloadBytes;
+        Require(EncodeEventDataCmd(command.requestId, event, false).empty() != fits);
+    }
+    SAction action;
+    if (ParseActionCmd(command, action) == EParseResult::Ok)
+    {
+        Require(EncodeActionCmd(command.requestId, action, true).size() == HeaderBytes + command.payloadBytes);
+    }
+}
+
 void ParseAsAcknowledge(const std::uint8_t* data, std::size_t size)
 {
     SAcknowledge ack;
@@ -82,6 +108,7 @@ void ParseAsAcknowledge(const std::uint8_t* data, std::size_t size)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     ParseAsCommand(data, size);
+    ParseAsMessage(data, size);
     ParseAsAcknowledge(data, size);
     return 0;
 }

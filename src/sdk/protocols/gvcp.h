@@ -91,6 +91,8 @@ namespace Flag
 {
 constexpr std::uint8_t AckRequired = 0x01;
 constexpr std::uint8_t AllowBroadcastAck = 0x10; // DISCOVERY_CMD, FORCEIP_CMD
+constexpr std::uint8_t ExtendedIds = 0x10;       // PACKETRESEND_CMD, EVENT_CMD, EVENTDATA_CMD: 64-bit block IDs
+constexpr std::uint8_t ScheduledAction = 0x80;   // ACTION_CMD: the action time follows
 } // namespace Flag
 
 enum class EParseResult
@@ -154,6 +156,37 @@ struct SForceIp
     std::uint32_t gateway = 0;
 };
 
+/** PACKETRESEND_CMD. The last packet may be all ones of its width: up to the end of the block. */
+struct SPacketResend
+{
+    std::uint16_t streamChannel = 0;
+    bool isExtended = false;         // 64-bit block and 32-bit packet identifiers
+    std::uint64_t blockId = 0;       // standard ID mode: 16 bits
+    std::uint32_t firstPacketId = 0; // standard ID mode: 24 bits
+    std::uint32_t lastPacketId = 0;  // standard ID mode: 24 bits
+};
+
+/** EVENT_CMD and, with data, EVENTDATA_CMD: one event each. */
+struct SEvent
+{
+    std::uint16_t id = 0;
+    std::uint16_t streamChannel = 0xFFFF; // all ones: of no stream channel
+    bool isExtended = false;              // the block identifier has 64 bits
+    std::uint64_t blockId = 0;            // 0: of no block
+    std::uint64_t timestamp = 0;          // ticks of the camera's clock
+    Bytes data;                           // EVENTDATA_CMD
+};
+
+/** ACTION_CMD. */
+struct SAction
+{
+    std::uint32_t deviceKey = 0;
+    std::uint32_t groupKey = 0;
+    std::uint32_t groupMask = 0;
+    bool isScheduled = false;
+    std::uint64_t time = 0; // ticks of the camera's clock, of scheduled ones
+};
+
 using RegisterValues = std::vector<std::pair<std::uint32_t, std::uint32_t>>; // address, value
 
 /** READMEM_ACK or WRITEMEM_CMD; the data are valid as long as the datagram. */
@@ -172,6 +205,12 @@ PROTOCOLS_EXPORT Bytes EncodeReadRegCmd(std::uint16_t requestId, const std::vect
 PROTOCOLS_EXPORT Bytes EncodeWriteRegCmd(std::uint16_t requestId, const RegisterValues& values);
 PROTOCOLS_EXPORT Bytes EncodeReadMemCmd(std::uint16_t requestId, std::uint32_t address, std::size_t bytes);
 PROTOCOLS_EXPORT Bytes EncodeWriteMemCmd(std::uint16_t requestId, std::uint32_t address, const Bytes& data);
+/** It draws packets, not an acknowledge. */
+PROTOCOLS_EXPORT Bytes EncodePacketResendCmd(std::uint16_t requestId, const SPacketResend& resend);
+/** Sent by the camera, on the message channel. */
+PROTOCOLS_EXPORT Bytes EncodeEventCmd(std::uint16_t requestId, const SEvent& event, bool isAckRequired);
+PROTOCOLS_EXPORT Bytes EncodeEventDataCmd(std::uint16_t requestId, const SEvent& event, bool isAckRequired);
+PROTOCOLS_EXPORT Bytes EncodeActionCmd(std::uint16_t requestId, const SAction& action, bool isAckRequired);
 
 // Acknowledges; as above. A status other than Success usually goes without values.
 PROTOCOLS_EXPORT Bytes EncodeDiscoveryAck(std::uint16_t ackId, const SDiscoveryAck& ack);
@@ -183,6 +222,8 @@ PROTOCOLS_EXPORT Bytes EncodeReadMemAck(std::uint16_t ackId, EStatus status, std
 /** The index is the number of bytes written, or of the one that failed. */
 PROTOCOLS_EXPORT Bytes EncodeWriteMemAck(std::uint16_t ackId, EStatus status, std::uint16_t index);
 PROTOCOLS_EXPORT Bytes EncodePendingAck(std::uint16_t ackId, std::uint16_t timeToCompletionMs);
+/** EVENT_ACK, EVENTDATA_ACK, ACTION_ACK. */
+PROTOCOLS_EXPORT Bytes EncodePlainAck(std::uint16_t ackId, ECommand answer, EStatus status);
 /** A refusal of any kind of command as a whole. */
 PROTOCOLS_EXPORT Bytes EncodeErrorAck(std::uint16_t ackId, ECommand answer, EStatus status);
 
@@ -196,6 +237,11 @@ PROTOCOLS_EXPORT EParseResult ParseReadRegCmd(const SCommand& command, std::vect
 PROTOCOLS_EXPORT EParseResult ParseWriteRegCmd(const SCommand& command, RegisterValues& values);
 PROTOCOLS_EXPORT EParseResult ParseReadMemCmd(const SCommand& command, std::uint32_t& address, std::size_t& bytes);
 PROTOCOLS_EXPORT EParseResult ParseWriteMemCmd(const SCommand& command, SMemory& memory);
+PROTOCOLS_EXPORT EParseResult ParsePacketResendCmd(const SCommand& command, SPacketResend& resend);
+/** Of a command that holds several events: the first. */
+PROTOCOLS_EXPORT EParseResult ParseEventCmd(const SCommand& command, SEvent& event);
+PROTOCOLS_EXPORT EParseResult ParseEventDataCmd(const SCommand& command, SEvent& event);
+PROTOCOLS_EXPORT EParseResult ParseActionCmd(const SCommand& command, SAction& action);
 
 // Payloads of acknowledges whose status is Success.
 PROTOCOLS_EXPORT EParseResult ParseDiscoveryAck(const SAcknowledge& ack, SDiscoveryAck& discovery);

@@ -32,6 +32,10 @@ public:
     {
         return U16(static_cast<std::uint16_t>(value >> 16)).U16(static_cast<std::uint16_t>(value));
     }
+    CWriter& U64(std::uint64_t value)
+    {
+        return U32(static_cast<std::uint32_t>(value >> 32)).U32(static_cast<std::uint32_t>(value));
+    }
     CWriter& Zero(std::size_t bytes)
     {
         m_bytes.insert(m_bytes.end(), bytes, 0);
@@ -78,6 +82,28 @@ std::uint8_t BroadcastFlags(bool allowBroadcastAck)
 bool IsMemoryAllowed(std::uint32_t address, std::size_t bytes)
 {
     return bytes > 0 && bytes <= MaxMemoryBytes && bytes % 4 == 0 && address % 4 == 0;
+}
+
+Bytes EncodeEvent(ECommand command, std::uint16_t requestId, const SEvent& event, const Bytes& data, bool isAckRequired)
+{
+    const std::size_t eventBytes = event.isExtended ? 24 : 16;
+    if (data.size() > MaxPayloadBytes - eventBytes)
+    {
+        return {};
+    }
+    const auto flags =
+        static_cast<std::uint8_t>((isAckRequired ? Flag::AckRequired : 0) | (event.isExtended ? Flag::ExtendedIds : 0));
+    CWriter writer = Command(command, flags, eventBytes + data.size(), requestId);
+    writer.Zero(2).U16(event.id).U16(event.streamChannel);
+    if (event.isExtended)
+    {
+        writer.Zero(2).U64(event.blockId);
+    }
+    else
+    {
+        writer.U16(static_cast<std::uint16_t>(event.blockId));
+    }
+    return writer.U64(event.timestamp).Append(data).Take();
 }
 
 } // namespace
@@ -146,6 +172,45 @@ Bytes EncodeWriteMemCmd(std::uint16_t requestId, std::uint32_t address, const By
     return writer.U32(address).Append(data).Take();
 }
 
+Bytes EncodePacketResendCmd(std::uint16_t requestId, const SPacketResend& resend)
+{
+    const std::size_t payloadBytes = resend.isExtended ? 20 : 12;
+    CWriter writer =
+        Command(ECommand::PacketResendCmd, resend.isExtended ? Flag::ExtendedIds : 0, payloadBytes, requestId);
+    writer.U16(resend.streamChannel);
+    if (resend.isExtended)
+    {
+        return writer.Zero(2).U32(resend.firstPacketId).U32(resend.lastPacketId).U64(resend.blockId).Take();
+    }
+    return writer.U16(static_cast<std::uint16_t>(resend.blockId))
+        .U32(resend.firstPacketId)
+        .U32(resend.lastPacketId)
+        .Take();
+}
+
+Bytes EncodeEventCmd(std::uint16_t requestId, const SEvent& event, bool isAckRequired)
+{
+    return EncodeEvent(ECommand::EventCmd, requestId, event, {}, isAckRequired);
+}
+
+Bytes EncodeEventDataCmd(std::uint16_t requestId, const SEvent& event, bool isAckRequired)
+{
+    return EncodeEvent(ECommand::EventDataCmd, requestId, event, event.data, isAckRequired);
+}
+
+Bytes EncodeActionCmd(std::uint16_t requestId, const SAction& action, bool isAckRequired)
+{
+    const auto flags = static_cast<std::uint8_t>((isAckRequired ? Flag::AckRequired : 0) |
+                                                 (action.isScheduled ? Flag::ScheduledAction : 0));
+    CWriter writer = Command(ECommand::ActionCmd, flags, action.isScheduled ? 20 : 12, requestId);
+    writer.U32(action.deviceKey).U32(action.groupKey).U32(action.groupMask);
+    if (action.isScheduled)
+    {
+        writer.U64(action.time);
+    }
+    return writer.Take();
+}
+
 Bytes EncodeDiscoveryAck(std::uint16_t ackId, const SDiscoveryAck& ack)
 {
     CWriter writer = Acknowledge(ECommand::DiscoveryAck, EStatus::Success, DiscoveryAckBytes, ackId);
@@ -205,6 +270,11 @@ Bytes EncodeWriteMemAck(std::uint16_t ackId, EStatus status, std::uint16_t index
 Bytes EncodePendingAck(std::uint16_t ackId, std::uint16_t timeToCompletionMs)
 {
     return Acknowledge(ECommand::PendingAck, EStatus::Success, 4, ackId).Zero(2).U16(timeToCompletionMs).Take();
+}
+
+Bytes EncodePlainAck(std::uint16_t ackId, ECommand answer, EStatus status)
+{
+    return Acknowledge(answer, status, 0, ackId).Take();
 }
 
 Bytes EncodeErrorAck(std::uint16_t ackId, ECommand answer, EStatus status)

@@ -23,6 +23,11 @@ std::uint32_t U32(const std::uint8_t* p)
     return static_cast<std::uint32_t>(U16(p)) << 16 | U16(p + 2);
 }
 
+std::uint64_t U64(const std::uint8_t* p)
+{
+    return static_cast<std::uint64_t>(U32(p)) << 32 | U32(p + 4);
+}
+
 /** Up to the first NUL, or the whole field when a careless device filled it. */
 std::string Text(const std::uint8_t* p, std::size_t fieldBytes)
 {
@@ -82,6 +87,26 @@ EParseResult ParseWords(const std::uint8_t* payload, std::size_t payloadBytes, s
     {
         words.push_back(U32(payload + offset));
     }
+    return EParseResult::Ok;
+}
+
+/** The first event; dataBytes is what follows it. */
+EParseResult ParseEvent(const SCommand& command, SEvent& event, std::size_t& dataBytes)
+{
+    const bool isExtended = (command.flags & Flag::ExtendedIds) != 0;
+    const std::size_t eventBytes = isExtended ? 24 : 16;
+    if (command.payloadBytes < eventBytes)
+    {
+        return EParseResult::LengthMismatch;
+    }
+    const std::uint8_t* p = command.pPayload;
+    event.id = U16(p + 2);
+    event.streamChannel = U16(p + 4);
+    event.isExtended = isExtended;
+    event.blockId = isExtended ? U64(p + 8) : U16(p + 6);
+    event.timestamp = U64(p + eventBytes - 8);
+    event.data.clear();
+    dataBytes = command.payloadBytes - eventBytes;
     return EParseResult::Ok;
 }
 
@@ -208,6 +233,57 @@ EParseResult ParseReadMemCmd(const SCommand& command, std::uint32_t& address, st
 EParseResult ParseWriteMemCmd(const SCommand& command, SMemory& memory)
 {
     return ParseMemory(command.pPayload, command.payloadBytes, memory);
+}
+
+EParseResult ParsePacketResendCmd(const SCommand& command, SPacketResend& resend)
+{
+    const bool isExtended = (command.flags & Flag::ExtendedIds) != 0;
+    if (command.payloadBytes != (isExtended ? 20 : 12))
+    {
+        return EParseResult::LengthMismatch;
+    }
+    const std::uint8_t* p = command.pPayload;
+    constexpr std::uint32_t standardIds = 0x00FFFFFF;
+    resend.streamChannel = U16(p);
+    resend.isExtended = isExtended;
+    resend.blockId = isExtended ? U64(p + 12) : U16(p + 2);
+    resend.firstPacketId = isExtended ? U32(p + 4) : U32(p + 4) & standardIds;
+    resend.lastPacketId = isExtended ? U32(p + 8) : U32(p + 8) & standardIds;
+    return EParseResult::Ok;
+}
+
+EParseResult ParseEventCmd(const SCommand& command, SEvent& event)
+{
+    std::size_t others = 0;
+    return ParseEvent(command, event, others);
+}
+
+EParseResult ParseEventDataCmd(const SCommand& command, SEvent& event)
+{
+    std::size_t dataBytes = 0;
+    const EParseResult result = ParseEvent(command, event, dataBytes);
+    if (result == EParseResult::Ok)
+    {
+        const std::uint8_t* pEnd = command.pPayload + command.payloadBytes;
+        event.data.assign(pEnd - dataBytes, pEnd);
+    }
+    return result;
+}
+
+EParseResult ParseActionCmd(const SCommand& command, SAction& action)
+{
+    const bool isScheduled = (command.flags & Flag::ScheduledAction) != 0;
+    if (command.payloadBytes != (isScheduled ? 20 : 12))
+    {
+        return EParseResult::LengthMismatch;
+    }
+    const std::uint8_t* p = command.pPayload;
+    action.deviceKey = U32(p);
+    action.groupKey = U32(p + 4);
+    action.groupMask = U32(p + 8);
+    action.isScheduled = isScheduled;
+    action.time = isScheduled ? U64(p + 12) : 0;
+    return EParseResult::Ok;
 }
 
 EParseResult ParseDiscoveryAck(const SAcknowledge& ack, SDiscoveryAck& discovery)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "protocols/gvcp.h"
+#include "protocols/gvsp.h"
 
 #include <gtest/gtest.h>
 
@@ -49,6 +50,16 @@ SForceIp NewAddress()
     return forceIp;
 }
 
+SEvent SomeEvent(bool isExtended)
+{
+    SEvent event;
+    event.id = 0x9001;
+    event.isExtended = isExtended;
+    event.timestamp = 1234;
+    event.data = {1, 2, 3, 4};
+    return event;
+}
+
 std::vector<SPacketKind> EveryKind()
 {
     return {
@@ -65,6 +76,15 @@ std::vector<SPacketKind> EveryKind()
         {"WriteMemCmd", EncodeWriteMemCmd(1, 0x00E8, {'c', 'a', 'm', 0}), "WRITEMEM_CMD"},
         {"WriteMemAck", EncodeWriteMemAck(1, EStatus::Success, 4), "WRITEMEM_ACK"},
         {"PendingAck", EncodePendingAck(1, 1000), "PENDING_ACK"},
+        {"PacketResendCmd", EncodePacketResendCmd(1, {0, false, 7, 2, 5}), "PACKETRESEND_CMD"},
+        {"PacketResendCmdExtended", EncodePacketResendCmd(1, {0, true, 0x100000007, 2, 5}), "0x0000000100000007"},
+        {"EventCmd", EncodeEventCmd(1, SomeEvent(false), true), "EVENT_CMD"},
+        {"EventAck", EncodePlainAck(1, ECommand::EventAck, EStatus::Success), "EVENT_ACK"},
+        {"EventDataCmd", EncodeEventDataCmd(1, SomeEvent(false), true), "EVENTDATA_CMD"},
+        {"EventDataAck", EncodePlainAck(1, ECommand::EventDataAck, EStatus::Success), "EVENTDATA_ACK"},
+        {"ActionCmd", EncodeActionCmd(1, {0x11, 0x22, 0x33, false, 0}, true), "ACTION_CMD"},
+        {"ScheduledActionCmd", EncodeActionCmd(1, {0x11, 0x22, 0x33, true, 0x123456789}, true), "0000000123456789"},
+        {"ActionAck", EncodePlainAck(1, ECommand::ActionAck, EStatus::ActionLate), "ACTION_ACK"},
         {"RefusedWriteReg", EncodeErrorAck(1, ECommand::WriteRegAck, EStatus::AccessDenied), "ACCESS_DENIED"},
         {"RefusedWriteMem", EncodeErrorAck(1, ECommand::WriteMemAck, EStatus::WriteProtect), "WRITE_PROTECT"},
         {"RefusedReadReg", EncodeErrorAck(1, ECommand::ReadRegAck, EStatus::InvalidAddress), "INVALID_ADDRESS"},
@@ -104,21 +124,78 @@ class GvcpDissection : public ::testing::TestWithParam<SPacketKind>
 {
 };
 
+/** What tshark says of a datagram. */
+std::string Dissect(const Bytes& packet, const std::string& ports, const std::string& decodeAs)
+{
+    const std::string base = ::testing::TempDir() + "dissect-" + std::to_string(getpid());
+    std::ofstream(base + ".txt") << HexDump(packet);
+    const std::string converted =
+        RunCommand("text2pcap -q -4 10.0.0.1,10.0.0.2 -u " + ports + " " + base + ".txt " + base + ".pcap 2>&1");
+    const std::string dissected = RunCommand("tshark -r " + base + ".pcap -d " + decodeAs + " -V 2>/dev/null");
+    std::remove((base + ".txt").c_str());
+    std::remove((base + ".pcap").c_str());
+    return converted + dissected;
+}
+
+std::vector<SPacketKind> EveryStreamPacket()
+{
+    namespace Gvsp = Velmo::Gvsp;
+    std::vector<SPacketKind> kinds;
+    for (const bool isExtended : {false, true})
+    {
+        Gvsp::SHeader header;
+        header.isExtended = isExtended;
+        header.blockId = 7;
+        Gvsp::SLeader leader;
+        leader.pixelFormat = 0x01080001;
+        leader.sizeX = 640;
+        leader.sizeY = 480;
+        Gvsp::STrailer trailer;
+        trailer.sizeY = 480;
+        kinds.push_back({isExtended ? "ImageLeaderExtended" : "ImageLeader", EncodeLeader(header, leader), "Mono8"});
+        kinds.push_back({isExtended ? "ImageTrailerExtended" : "ImageTrailer", EncodeTrailer(header, trailer), "480"});
+        const Gvsp::SHeaderBytes begin = EncodeHeader(header);
+        Bytes payload(begin.data.begin(), begin.data.begin() + static_cast<std::ptrdiff_t>(begin.bytes));
+        payload.insert(payload.end(), 100, 0x55);
+        kinds.push_back({isExtended ? "PayloadExtended" : "Payload", payload, "PAYLOAD"});
+        leader.payloadType = trailer.payloadType = 0x4001;
+        trailer.chunkDataPayloadLength = 0x1234;
+        kinds.push_back({isExtended ? "ChunkLeaderExtended" : "ChunkLeader", EncodeLeader(header, leader), "0x4001"});
+        kinds.push_back(
+            {isExtended ? "ChunkTrailerExtended" : "ChunkTrailer", EncodeTrailer(header, trailer), "0x00001234"});
+        leader.payloadType = trailer.payloadType = static_cast<std::uint16_t>(Gvsp::EPayloadType::ChunkData);
+        kinds.push_back(
+            {isExtended ? "BareChunkLeaderExtended" : "BareChunkLeader", EncodeLeader(header, leader), "0x0004"});
+        kinds.push_back(
+            {isExtended ? "BareChunkTrailerExtended" : "BareChunkTrailer", EncodeTrailer(header, trailer), "0x0004"});
+    }
+    return kinds;
+}
+
+class GvspDissection : public ::testing::TestWithParam<SPacketKind>
+{
+};
+
 } // namespace
+
+TEST_P(GvspDissection, independentDissectorFindsNothingMalformed)
+{
+    const SPacketKind& kind = GetParam();
+    const std::string dissected = Dissect(kind.packet, "20202,50000", "udp.port==20202,gvsp");
+    EXPECT_NE(dissected.find("GigE Vision Streaming Protocol"), std::string::npos) << dissected;
+    EXPECT_NE(dissected.find(kind.expected), std::string::npos) << dissected;
+    EXPECT_EQ(dissected.find("Malformed"), std::string::npos) << dissected;
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, GvspDissection, ::testing::ValuesIn(EveryStreamPacket()),
+                         [](const auto& kind) { return std::string(kind.param.name); });
 
 TEST_P(GvcpDissection, independentDissectorFindsNothingMalformed)
 {
     const SPacketKind& kind = GetParam();
-    const std::string base = ::testing::TempDir() + "gvcp-" + std::to_string(getpid());
-    std::ofstream(base + ".txt") << HexDump(kind.packet);
-    const bool isCommand = kind.packet[0] == Key;
-    const std::string ports = isCommand ? "49152,3956" : "3956,49152";
-    const std::string converted =
-        RunCommand("text2pcap -q -4 10.0.0.1,10.0.0.2 -u " + ports + " " + base + ".txt " + base + ".pcap 2>&1");
-    const std::string dissected = RunCommand("tshark -r " + base + ".pcap -d udp.port==3956,gvcp -V 2>/dev/null");
-    std::remove((base + ".txt").c_str());
-    std::remove((base + ".pcap").c_str());
-    EXPECT_NE(dissected.find("GigE Vision Control Protocol"), std::string::npos) << converted << dissected;
+    const std::string ports = kind.packet[0] == Key ? "49152,3956" : "3956,49152";
+    const std::string dissected = Dissect(kind.packet, ports, "udp.port==3956,gvcp");
+    EXPECT_NE(dissected.find("GigE Vision Control Protocol"), std::string::npos) << dissected;
     EXPECT_NE(dissected.find(kind.expected), std::string::npos) << dissected;
     EXPECT_EQ(dissected.find("Malformed"), std::string::npos) << dissected;
 }
