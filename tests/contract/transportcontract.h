@@ -178,6 +178,62 @@ TEST_P(TransportContract, stopWithoutAStartReturnsWhatIsQueued)
     RevokeAndClose(stream);
 }
 
+TEST_P(TransportContract, aChunkParserIsThereWhereTheCameraHasChunks)
+{
+    Open();
+    Velmo::IChunkParser* const pParser = device->CreateChunkParser();
+    EXPECT_EQ(pParser != nullptr, harness->HasChunks());
+    EXPECT_NO_THROW(device->DestroyChunkParser(pParser));
+}
+
+TEST_P(TransportContract, chunkFeaturesShowTheAttachedImageAndNothingElse)
+{
+    Open();
+    EnableChunks(harness->HasChunks());
+    const std::unique_ptr<Velmo::IChunkParser, std::function<void(Velmo::IChunkParser*)>> parser(
+        device->CreateChunkParser(), [this](Velmo::IChunkParser* p) { device->DestroyChunkParser(p); });
+    auto& stream = StartStream();
+    for (int image = 0; image < 2; ++image)
+    {
+        harness->SendImage();
+        Velmo::Transport::SStreamResult result;
+        ASSERT_TRUE(stream.RetrieveResult(result, WaitMs));
+        ASSERT_EQ(Velmo::Transport::EResultStatus::Ok, result.status);
+        EXPECT_EQ(result.payloadType == Velmo::EPayloadType::ChunkData, harness->HasChunks());
+        if (parser != nullptr)
+        {
+            const auto& buffer = *static_cast<std::vector<std::uint8_t>*>(result.pContext);
+            std::size_t imageBytes = 0;
+            parser->AttachBuffer(buffer.data(), static_cast<std::int64_t>(result.payloadBytes), 0, &imageBytes);
+            EXPECT_EQ(static_cast<std::int64_t>(result.timestamp), ChunkValue("ChunkTimestamp"));
+            EXPECT_EQ(static_cast<std::int64_t>(result.blockId), ChunkValue("ChunkFrameID"));
+            EXPECT_GE(imageBytes, std::size_t{result.width} * result.height);
+            EXPECT_LT(imageBytes, result.payloadBytes);
+            parser->DetachBuffer();
+            EXPECT_FALSE(GenApi::IsReadable(device->GetNodeMap()->GetNode("ChunkTimestamp")));
+        }
+        stream.QueueBuffer(result.pContext);
+    }
+    Command("AcquisitionStop");
+    stream.Stop();
+    TakeBack(stream, BufferCount);
+    RevokeAndClose(stream);
+}
+
+TEST_P(TransportContract, closingTheDeviceDetachesItsChunkParser)
+{
+    Open();
+    Velmo::IChunkParser* const pParser = device->CreateChunkParser();
+    device->Close();
+    if (pParser != nullptr)
+    {
+        const std::uint8_t empty[8] = {};
+        EXPECT_THROW(pParser->AttachBuffer(empty, sizeof empty), GenICam::LogicalErrorException);
+        EXPECT_NO_THROW(pParser->DetachBuffer());
+    }
+    EXPECT_NO_THROW(device->DestroyChunkParser(pParser));
+}
+
 TEST_P(TransportContract, bufferThatIsNotAnnouncedIsRefused)
 {
     Open();

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "transport/chunkparser.h"
 #include "transport/transport.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,8 @@ public:
     virtual bool Unplug() = 0;
     /** Whether the transport can watch a camera that somebody else controls; one that cannot must say so. */
     virtual bool CanMonitor() const { return true; }
+    /** Whether the camera can send the chunks Timestamp and FrameID. */
+    virtual bool HasChunks() const { return false; }
     /** How long the transport may take to notice it. */
     virtual std::chrono::seconds RemovalLimit() const { return std::chrono::seconds(3); }
 };
@@ -125,6 +128,24 @@ protected:
         {
             command->Execute();
         }
+    }
+    void EnableChunks(bool isWanted)
+    {
+        if (!isWanted)
+        {
+            return;
+        }
+        GenApi::INodeMap& nodes = *device->GetNodeMap();
+        GenApi::CBooleanPtr(nodes.GetNode("ChunkModeActive"))->SetValue(true);
+        for (const char* chunk : {"Timestamp", "FrameID"})
+        {
+            GenApi::CEnumerationPtr(nodes.GetNode("ChunkSelector"))->FromString(chunk);
+            GenApi::CBooleanPtr(nodes.GetNode("ChunkEnable"))->SetValue(true);
+        }
+    }
+    std::int64_t ChunkValue(const char* name)
+    {
+        return GenApi::CIntegerPtr(device->GetNodeMap()->GetNode(name))->GetValue();
     }
     /** Everything that comes out until as many buffers are back as were out. */
     void TakeBack(Velmo::Transport::IStream& stream, std::size_t count)

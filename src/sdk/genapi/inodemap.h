@@ -11,6 +11,14 @@
 namespace GenApi
 {
 
+/** The bytes of one chunk. */
+struct SChunkData
+{
+    std::uint64_t id = 0;
+    const std::uint8_t* data = nullptr;
+    std::size_t bytes = 0;
+};
+
 /** All nodes of one device, stream, interface ... Threads: as the nodes. */
 class GENAPI_EXPORT INodeMap
 {
@@ -45,7 +53,13 @@ public:
     /** Chunk bytes are not copied: they must stay valid until replaced or detached (data null). */
     virtual void AttachChunk(const GenICam::gcstring& chunkId, const std::uint8_t* data, std::size_t bytes,
                              EEndianness byteOrder) = 0;
+    /** Attaches the chunks of one buffer and no others: a Port node whose ID is not among them is detached. Of several
+     *  with one ID the first counts. The callbacks of all nodes behind come once, when all chunks are there. The list
+     * may go after the call, the bytes as for AttachChunk. */
+    virtual void AttachChunks(const SChunkData* chunks, std::size_t count, EEndianness byteOrder) = 0;
     virtual void DetachChunks() = 0;
+    /** Whether there are Port nodes for chunks. */
+    virtual bool HasChunks() const = 0;
 };
 
 /**

@@ -16,9 +16,19 @@ class TRANSPORT_EXPORT IChunkParser
 {
 public:
     virtual ~IChunkParser();
-    /** The buffer must stay valid until it is replaced or detached. */
+    /**
+     * The chunks of this buffer, and no others, are now what the node map's chunk features show; features whose chunk
+     * is not in it are not available. The buffer must stay valid until it is replaced or detached.
+     *
+     * layoutId: buffers of one layout may be given one number; 0 is no hint. pChunkOffset: receives where the first
+     * chunk's data end, which is the size of the image where the payload holds one.
+     * Errors: GenICam exceptions; RuntimeException when the chunk data cannot be read, LogicalErrorException when the
+     * device was closed. Nothing is attached then.
+     * Threads: one at a time, and not while the device closes; features may be read on any other thread meanwhile.
+     */
     virtual void AttachBuffer(const void* pBuffer, std::int64_t bytes, std::int64_t layoutId = 0,
                               std::size_t* pChunkOffset = nullptr) = 0;
+    /** Chunk features are not available afterwards. Nothing when no buffer is attached or the device was closed. */
     virtual void DetachBuffer() = 0;
 };
 

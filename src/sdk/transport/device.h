@@ -50,7 +50,8 @@ public:
     /** Valid as long as the device; null beyond GetNumStreams(). */
     virtual Transport::IStream* GetStream(unsigned int index) = 0;
     virtual void SetRemovalCallback(std::function<void()> callback) = 0;
-    /** Null when the transport or camera has no chunk data. */
+    /** Null when the transport or camera has no chunk data, which it may know only while open. The device keeps it;
+     * closing the device detaches its buffer. */
     virtual IChunkParser* CreateChunkParser() = 0;
     virtual void DestroyChunkParser(IChunkParser* pParser) = 0;
 };

@@ -37,6 +37,7 @@ public:
         return found == list.end() ? Velmo::CDeviceInfo() : *found;
     }
     void SendImage() override {}
+    bool HasChunks() const override { return true; }
     bool Unplug() override { return Velmo::Emulation::GetControl(m_transport)->Unplug(Serial); }
 
 private:

@@ -434,6 +434,33 @@ void CNodeMap::AttachChunk(const GenICam::gcstring& chunkId, const std::uint8_t*
         });
 }
 
+void CNodeMap::AttachChunks(const SChunkData* chunks, std::size_t count, EEndianness byteOrder)
+{
+    Run(
+        [&]
+        {
+            for (const NodeIndex index : m_description->chunkPorts)
+            {
+                CPortNode& port = Port(index);
+                const std::uint64_t id = port.Id();
+                const SChunkData* const end = chunks + count;
+                const SChunkData* const found =
+                    std::find_if(chunks, end, [id](const SChunkData& chunk) { return chunk.id == id; });
+                const bool wasAttached = port.IsAttached();
+                port.AttachView(found == end ? nullptr : found->data, found == end ? 0 : found->bytes, byteOrder);
+                if (wasAttached || port.IsAttached())
+                {
+                    Changed(index, false);
+                }
+            }
+        });
+}
+
+bool CNodeMap::HasChunks() const
+{
+    return !m_description->chunkPorts.empty();
+}
+
 void CNodeMap::DetachChunks()
 {
     Run(

@@ -54,7 +54,9 @@ public:
     void AttachEvent(const GenICam::gcstring& eventId, const std::uint8_t* data, std::size_t bytes) override;
     void AttachChunk(const GenICam::gcstring& chunkId, const std::uint8_t* data, std::size_t bytes,
                      EEndianness byteOrder) override;
+    void AttachChunks(const SChunkData* chunks, std::size_t count, EEndianness byteOrder) override;
     void DetachChunks() override;
+    bool HasChunks() const override;
 
     /** Runs an access under the lock, then fires the callbacks it led to. */
     template <class Access> auto Run(Access&& access) -> decltype(access())

@@ -302,6 +302,54 @@ TEST_F(Caching, chunkNodesShowTheAttachedBytesAndAreGoneAfterwards)
     EXPECT_THROW(m_map->AttachChunk("no", first, 1, EEndianness::Little), GenICam::InvalidArgumentException);
 }
 
+TEST_F(Caching, chunksOfOneBufferReplaceThoseOfTheLast)
+{
+    Load("<IntReg Name=\"A\"><Address>0</Address><Length>1</Length><pPort>PortA</pPort></IntReg>"
+         "<IntReg Name=\"B\"><Address>0</Address><Length>1</Length><pPort>PortB</pPort></IntReg>"
+         "<Port Name=\"PortA\"><ChunkID>A</ChunkID></Port><Port Name=\"PortB\"><ChunkID>B</ChunkID></Port>");
+    EXPECT_TRUE(m_map->HasChunks());
+    const std::uint8_t bytes[] = {1, 2, 3};
+    const SChunkData both[] = {{0xA, bytes, 1}, {0xB, bytes + 1, 1}, {0xA, bytes + 2, 1}, {0xF, bytes, 3}};
+    m_map->AttachChunks(both, 4, EEndianness::Big);
+    EXPECT_EQ(Integer("A").GetValue(), 1); // the first of two
+    EXPECT_EQ(Integer("B").GetValue(), 2);
+    const SChunkData one[] = {{0xB, bytes + 2, 1}};
+    m_map->AttachChunks(one, 1, EEndianness::Big);
+    EXPECT_EQ(Mode("A"), EAccessMode::NA);
+    EXPECT_EQ(Integer("B").GetValue(), 3);
+    m_map->AttachChunks(nullptr, 0, EEndianness::Big);
+    EXPECT_EQ(Mode("B"), EAccessMode::NA);
+}
+
+TEST_F(Caching, chunksOfOneBufferFireOnceWhenAllAreThere)
+{
+    Load("<IntReg Name=\"A\"><Address>0</Address><Length>1</Length><pPort>PortA</pPort></IntReg>"
+         "<IntReg Name=\"B\"><Address>0</Address><Length>1</Length><pPort>PortB</pPort></IntReg>"
+         "<IntReg Name=\"Absent\"><Address>0</Address><Length>1</Length><pPort>PortC</pPort></IntReg>"
+         "<IntSwissKnife Name=\"Sum\"><pVariable Name=\"X\">A</pVariable><pVariable Name=\"Y\">B</pVariable>"
+         "<Formula>X + Y</Formula></IntSwissKnife>"
+         "<Port Name=\"PortA\"><ChunkID>A</ChunkID></Port><Port Name=\"PortB\"><ChunkID>B</ChunkID></Port>"
+         "<Port Name=\"PortC\"><ChunkID>C</ChunkID></Port>");
+    Record("Sum");
+    Record("Absent");
+    std::int64_t seen = 0;
+    Get<INode>("Sum").RegisterCallback([&](INode*) { seen = Integer("Sum").GetValue(); });
+    const std::uint8_t bytes[] = {1, 2};
+    const SChunkData both[] = {{0xA, bytes, 1}, {0xB, bytes + 1, 1}};
+    m_map->AttachChunks(both, 2, EEndianness::Big);
+    EXPECT_THAT(m_fired, UnorderedElementsAre("Sum"));
+    EXPECT_EQ(seen, 3);
+}
+
+TEST_F(Caching, aDescriptionWithoutChunkPortsHasNoChunks)
+{
+    Load(IntReg("R", 0));
+    EXPECT_FALSE(m_map->HasChunks());
+    const std::uint8_t byte = 1;
+    const SChunkData chunk{1, &byte, 1};
+    m_map->AttachChunks(&chunk, 1, EEndianness::Big);
+}
+
 TEST_F(Caching, eventNodesShowACopyOfTheEventsBytesAndFire)
 {
     Load("<Integer Name=\"Line\"><pValue>R</pValue></Integer>"

@@ -100,6 +100,7 @@ void CEmulationDevice::Close()
         m_camera->GetModel()->SetFeature("AcquisitionStop", "1");
     }
     m_camera->RemoveUser(this);
+    m_chunkParsers.Disconnect();
     m_nodeMap.reset();
     m_port.reset();
     m_isOpen = false;
@@ -113,6 +114,16 @@ bool CEmulationDevice::IsRemoved() const
 Transport::IStream* CEmulationDevice::GetStream(unsigned int index)
 {
     return index == 0 ? m_stream.get() : nullptr;
+}
+
+IChunkParser* CEmulationDevice::CreateChunkParser()
+{
+    return m_chunkParsers.Create(m_nodeMap.get(), Chunks::EByteOrder::Big, "'" + m_info.GetSerialNumber().str() + "'");
+}
+
+void CEmulationDevice::DestroyChunkParser(IChunkParser* pParser)
+{
+    m_chunkParsers.Destroy(pParser);
 }
 
 void CEmulationDevice::SetRemovalCallback(std::function<void()> callback)

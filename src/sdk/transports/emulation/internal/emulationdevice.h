@@ -4,6 +4,7 @@
 #pragma once
 
 #include "transport/device.h"
+#include "transport/nodemapchunkparser.h"
 #include "transports/emulation/internal/emulatedcamera.h"
 #include "transports/emulation/internal/emulationstream.h"
 #include "transports/emulation/internal/removalreporter.h"
@@ -45,8 +46,8 @@ public:
     unsigned int GetNumStreams() const override { return 1; }
     Transport::IStream* GetStream(unsigned int index) override;
     void SetRemovalCallback(std::function<void()> callback) override;
-    IChunkParser* CreateChunkParser() override { return nullptr; }
-    void DestroyChunkParser(IChunkParser*) override {}
+    IChunkParser* CreateChunkParser() override;
+    void DestroyChunkParser(IChunkParser* pParser) override;
 
 private:
     void Connect(bool wantsControl);
@@ -57,6 +58,7 @@ private:
     const std::shared_ptr<CEmulationStream> m_stream;
     std::unique_ptr<CModelPort> m_port;
     std::unique_ptr<GenApi::INodeMap> m_nodeMap; // after the port that it reads
+    Transport::CChunkParsers m_chunkParsers;     // after the node map that they show chunks in
     std::atomic<bool> m_isOpen{false};
     bool m_hasControl = false;
 };

@@ -249,6 +249,7 @@ void CGigEDevice::Close()
     m_pParameters.reset();
     g_signal_handler_disconnect(m_pCamera->pEngine.get(), m_lostHandler);
     ObjectPtr<ArvDevice> pEngine = std::move(m_pCamera->pEngine);
+    m_chunkParsers.Disconnect();
     m_pCamera->pNodeMap.reset();
     m_pCamera.reset();
     ReleaseEngine(std::move(pEngine));
@@ -288,6 +289,14 @@ void CGigEDevice::SetRemovalCallback(std::function<void()> callback)
     m_pRemoval->SetHandler(std::move(callback));
 }
 
-void CGigEDevice::DestroyChunkParser(IChunkParser*) {}
+IChunkParser* CGigEDevice::CreateChunkParser()
+{
+    return m_chunkParsers.Create(GetNodeMap(), Chunks::EByteOrder::Big, Name());
+}
+
+void CGigEDevice::DestroyChunkParser(IChunkParser* pParser)
+{
+    m_chunkParsers.Destroy(pParser);
+}
 
 } // namespace Velmo::GigE::Internal

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "transport/nodemapchunkparser.h"
 #include "transport/transport.h"
 #include "transports/gige/internal/gigestream.h"
 #include "transports/gige/internal/opencamera.h"
@@ -29,7 +30,7 @@ public:
     unsigned int GetNumStreams() const override { return 1; }
     Transport::IStream* GetStream(unsigned int index) override { return index == 0 ? &m_stream : nullptr; }
     void SetRemovalCallback(std::function<void()> callback) override;
-    IChunkParser* CreateChunkParser() override { return nullptr; }
+    IChunkParser* CreateChunkParser() override;
     void DestroyChunkParser(IChunkParser* pParser) override;
 
 private:
@@ -50,7 +51,8 @@ private:
     std::shared_ptr<SServices> m_pServices;
     std::shared_ptr<CRemoval> m_pRemoval;
     CGigEStream m_stream;
-    std::unique_ptr<SOpenCamera> m_pCamera; // null while closed
+    std::unique_ptr<SOpenCamera> m_pCamera;  // null while closed
+    Transport::CChunkParsers m_chunkParsers; // after the camera, whose node map shows the chunks
     std::unique_ptr<Transport::CSoftwareNodeMap> m_pParameters;
     std::uint64_t m_probeId = 0;
     unsigned long m_lostHandler = 0;

@@ -31,9 +31,14 @@ const char* FailureText(ArvBufferStatus status)
     }
 }
 
-EPayloadType PayloadTypeOf(ArvBufferPayloadType type)
+EPayloadType PayloadTypeOf(ArvBuffer* pBuffer)
 {
-    switch (type)
+    // The engine reports the extended chunk flag (0x4000) of an image apart from the payload type, of complete ones.
+    if (arv_buffer_has_chunks(pBuffer))
+    {
+        return EPayloadType::ChunkData;
+    }
+    switch (arv_buffer_get_payload_type(pBuffer))
     {
     case ARV_BUFFER_PAYLOAD_TYPE_IMAGE:
         return EPayloadType::Image;
@@ -85,7 +90,7 @@ Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer)
     result.timestamp = arv_buffer_get_timestamp(pBuffer);
     const ArvBufferStatus status = arv_buffer_get_status(pBuffer);
     const ArvBufferPayloadType payloadType = arv_buffer_get_payload_type(pBuffer);
-    result.payloadType = PayloadTypeOf(payloadType);
+    result.payloadType = PayloadTypeOf(pBuffer);
     // The engine answers geometry of these kinds only, and has none of an incomplete image.
     const bool hasGeometry =
         status == ARV_BUFFER_STATUS_SUCCESS && arv_buffer_get_n_parts(pBuffer) > 0 &&

@@ -105,7 +105,9 @@ public:
     std::recursive_mutex& GetLock() const override { return m_lock; }
     void AttachEvent(const GenICam::gcstring&, const std::uint8_t*, std::size_t) override {}
     void AttachChunk(const GenICam::gcstring&, const std::uint8_t*, std::size_t, GenApi::EEndianness) override {}
+    void AttachChunks(const GenApi::SChunkData*, std::size_t, GenApi::EEndianness) override {}
     void DetachChunks() override {}
+    bool HasChunks() const override { return false; }
 
 private:
     std::map<std::string, std::unique_ptr<CFakeInteger>> m_nodes;
