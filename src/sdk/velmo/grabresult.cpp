@@ -5,12 +5,25 @@
 
 #include "genapi/exceptions.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Velmo
 {
 
 CGrabResultData::~CGrabResultData() = default;
+
+std::size_t CGrabResultData::GetImageSize() const
+{
+    if (m_result.payloadType != EPayloadType::Image && m_result.payloadType != EPayloadType::ChunkData)
+    {
+        return 0;
+    }
+    const std::size_t bitsPerPixel = m_result.pixelType >> 16 & 0xFF; // PFNC: bits 16..23
+    const std::size_t bytes = (std::size_t{m_result.width} * m_result.height * bitsPerPixel + 7) / 8 +
+                              std::size_t{m_result.height} * m_result.paddingX;
+    return std::min(bytes, m_result.payloadBytes);
+}
 
 CGrabResultPtr::CGrabResultPtr(CGrabResultData* pData) : m_pData(pData)
 {

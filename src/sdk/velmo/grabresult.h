@@ -36,10 +36,14 @@ public:
     std::uint32_t GetOffsetX() const { return m_result.offsetX; }
     std::uint32_t GetOffsetY() const { return m_result.offsetY; }
     std::uint32_t GetPaddingX() const { return m_result.paddingX; }
-    /** The payload, GetPayloadSize() bytes; also of a failed grab, as far as it was filled. */
+    /** The payload, GetPayloadSize() bytes; also of a failed grab, as far as it was filled. An image is at its begin,
+     *  GetImageSize() bytes; chunk data follow it. */
     const void* GetBuffer() const { return m_pBuffer; }
     std::size_t GetBufferSize() const { return m_bufferBytes; }
     std::size_t GetPayloadSize() const { return m_result.payloadBytes; }
+    /** Bytes of the image by its geometry, without what follows it: its chunk trailer and other chunks. Never more than
+     *  the payload; 0 when the payload is no image or its geometry is not known. */
+    std::size_t GetImageSize() const;
     /** The camera's frame number; gaps are lost images. */
     std::uint64_t GetBlockID() const { return m_result.blockId; }
     /** Ticks of the camera's clock. */

@@ -42,6 +42,15 @@ TEST(ImageConversion, mono8KeepsEveryPixelAndDropsLinePadding)
     EXPECT_EQ(qGray(picture.pixel(0, 1)), 3);
 }
 
+TEST(ImageConversion, whatFollowsTheImageIsLeftOut)
+{
+    QString error;
+    const QImage picture = toPicture(raw({1, 2, 3, 4, 0, 0, 0, 1, 0, 0, 0, 4}, 0x01080001, 2, 2), error);
+    ASSERT_FALSE(picture.isNull()) << error.toStdString();
+    EXPECT_EQ(picture.height(), 2);
+    EXPECT_EQ(qGray(picture.pixel(1, 1)), 4);
+}
+
 TEST(ImageConversion, mono12IsSixteenBitsInThePngWithTheSamplesShiftedUp)
 {
     QString error;

@@ -84,6 +84,52 @@ TEST_F(Grab, resultIsAViewOfTheStreamsBufferWithItsData)
     EXPECT_EQ("", result->GetErrorDescription());
 }
 
+TEST_F(Grab, theImageOfAChunkPayloadEndsWhereItsGeometrySays)
+{
+    Open();
+    camera->StartGrabbing();
+    ::Test::SScriptedImage image;
+    image.payloadType = EPayloadType::ChunkData;
+    image.payloadBytes = 64 * 48;
+    image.pixelType = 0x010C0006; // PFNC, Mono10Packed: 12 bits
+    ASSERT_TRUE(Deliver(image));
+    CGrabResultPtr result;
+    ASSERT_TRUE(camera->RetrieveResult(5000, result));
+    EXPECT_EQ(64U * 48U, result->GetImageSize()); // as much as there is of 64 x 48 x 1.5
+    image.pixelType = 0x01080001;
+    image.payloadBytes = 64 * 48 - 1;
+    ASSERT_TRUE(Deliver(image));
+    ASSERT_TRUE(camera->RetrieveResult(5000, result));
+    EXPECT_EQ(64U * 48U - 1, result->GetImageSize());
+}
+
+TEST_F(Grab, trailersAreNoPartOfTheImage)
+{
+    ::Test::SScriptedCamera config;
+    config.payloadBytes = 64 * 48 + 24;
+    Open(config);
+    camera->StartGrabbing();
+    ::Test::SScriptedImage image;
+    image.payloadType = EPayloadType::ChunkData;
+    ASSERT_TRUE(Deliver(image));
+    CGrabResultPtr result;
+    ASSERT_TRUE(camera->RetrieveResult(5000, result));
+    EXPECT_EQ(64U * 48U + 24U, result->GetPayloadSize());
+    EXPECT_EQ(64U * 48U, result->GetImageSize());
+}
+
+TEST_F(Grab, payloadsThatAreNoImageHaveNoImageSize)
+{
+    Open();
+    camera->StartGrabbing();
+    ::Test::SScriptedImage image;
+    image.payloadType = EPayloadType::File;
+    ASSERT_TRUE(Deliver(image));
+    CGrabResultPtr result;
+    ASSERT_TRUE(camera->RetrieveResult(5000, result));
+    EXPECT_EQ(0U, result->GetImageSize());
+}
+
 TEST_F(Grab, failedImageIsAResultThatTellsWhy)
 {
     Open();
