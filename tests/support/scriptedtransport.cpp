@@ -317,6 +317,11 @@ std::vector<SWrite> CScriptedTransport::GetWrites(const std::string& serialNumbe
     return m_state->Find(serialNumber)->GetWrites();
 }
 
+std::vector<SChunkBuffer> CScriptedTransport::GetChunkBuffers(const std::string& serialNumber) const
+{
+    return m_state->Find(serialNumber)->GetChunkBuffers();
+}
+
 std::string CScriptedTransport::GetLastWrite(const std::string& serialNumber, const std::string& feature) const
 {
     std::string value;

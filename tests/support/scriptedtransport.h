@@ -118,6 +118,15 @@ struct SWrite
     std::string value;
 };
 
+/** What a chunk parser was given. */
+struct SChunkBuffer
+{
+    const void* pBuffer = nullptr;
+    std::int64_t bytes = 0;
+    std::int64_t layoutId = -1;
+    std::size_t* pChunkOffset = nullptr;
+};
+
 struct SScriptedTransportConfig
 {
     std::string deviceClass = "TestScripted";
@@ -189,6 +198,8 @@ public:
     void SetRegister(const std::string& serialNumber, const std::string& feature, std::int64_t value);
     /** Of a feature that is a register; its length is the bytes' then. Throws std::out_of_range for too many. */
     void SetBytes(const std::string& serialNumber, const std::string& feature, const std::vector<std::uint8_t>& bytes);
+    /** Every buffer that a chunk parser was given, in order; those that failed included. */
+    std::vector<SChunkBuffer> GetChunkBuffers(const std::string& serialNumber) const;
     /** Devices that exist and are open now. */
     unsigned int GetOpenDevices(const std::string& serialNumber) const;
     unsigned int GetLivingDevices() const;

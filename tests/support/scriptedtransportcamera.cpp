@@ -311,6 +311,18 @@ std::vector<SWrite> CScriptedCamera::GetWrites() const
     return m_writes;
 }
 
+void CScriptedCamera::AddChunkBuffer(const SChunkBuffer& buffer)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_chunkBuffers.push_back(buffer);
+}
+
+std::vector<SChunkBuffer> CScriptedCamera::GetChunkBuffers() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_chunkBuffers;
+}
+
 const SRegister& CScriptedCamera::FindRegister(const std::string& feature)
 {
     for (const SRegister& entry : Registers)

@@ -49,6 +49,8 @@ public:
     /** Called by the ports. */
     void OnWrite(std::int64_t address, const void* data, std::int64_t length);
     std::vector<SWrite> GetWrites() const;
+    void AddChunkBuffer(const SChunkBuffer& buffer);
+    std::vector<SChunkBuffer> GetChunkBuffers() const;
     static const SRegister& FindRegister(const std::string& feature);
     /** Null when no register starts there. */
     static const SRegister* FindRegisterAt(std::int64_t address);
@@ -67,6 +69,7 @@ private:
     std::string m_userDefinedName;
     std::string m_inUseBy;
     std::vector<SWrite> m_writes;
+    std::vector<SChunkBuffer> m_chunkBuffers;
     const void* m_pController = nullptr;
 };
 

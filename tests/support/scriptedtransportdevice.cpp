@@ -26,19 +26,26 @@ std::unique_ptr<GenApi::INodeMap> MakeNodeMap(const std::string& description, Ge
     return nodeMap;
 }
 
-/** Counts what it is given. */
+/** Keeps what it is given; knows its device. */
 class CScriptedChunkParser final : public Velmo::IChunkParser
 {
 public:
-    explicit CScriptedChunkParser(std::shared_ptr<CScriptedCamera> camera) : m_camera(std::move(camera)) {}
-    void AttachBuffer(const void*, std::int64_t, std::int64_t, std::size_t*) override
+    CScriptedChunkParser(std::shared_ptr<CScriptedCamera> camera, const Velmo::IVelmoDevice* pOwner)
+        : m_camera(std::move(camera)), m_pOwner(pOwner)
     {
+    }
+    const Velmo::IVelmoDevice* GetOwner() const { return m_pOwner; }
+    void AttachBuffer(const void* pBuffer, std::int64_t bytes, std::int64_t layoutId,
+                      std::size_t* pChunkOffset) override
+    {
+        m_camera->AddChunkBuffer({pBuffer, bytes, layoutId, pChunkOffset});
         m_camera->GetScript().Pass(EStep::AttachChunkBuffer, m_camera->GetSerialNumber());
     }
     void DetachBuffer() override { m_camera->GetScript().Pass(EStep::DetachChunkBuffer, m_camera->GetSerialNumber()); }
 
 private:
     const std::shared_ptr<CScriptedCamera> m_camera;
+    const Velmo::IVelmoDevice* const m_pOwner;
 };
 
 } // namespace
@@ -138,12 +145,16 @@ void CScriptedDevice::Close()
 Velmo::IChunkParser* CScriptedDevice::CreateChunkParser()
 {
     Pass(EStep::CreateChunkParser);
-    return m_self->camera->GetConfig().hasChunks ? new CScriptedChunkParser(m_self->camera) : nullptr;
+    return m_self->camera->GetConfig().hasChunks ? new CScriptedChunkParser(m_self->camera, this) : nullptr;
 }
 
 void CScriptedDevice::DestroyChunkParser(Velmo::IChunkParser* pParser)
 {
     Pass(EStep::DestroyChunkParser);
+    if (pParser != nullptr && static_cast<CScriptedChunkParser*>(pParser)->GetOwner() != this)
+    {
+        GENICAM_THROW(InvalidArgumentException, "The chunk parser is another device's.");
+    }
     delete pParser;
 }
 

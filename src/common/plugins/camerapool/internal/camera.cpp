@@ -44,6 +44,7 @@ CCamera::CCamera(QObject* parent) : CCamera(QSharedPointer<ICameraInfo>(), paren
 
 CCamera::CCamera(QSharedPointer<ICameraInfo> info, QObject* parent)
     : ICamera(parent), m_pVelmoDevice(std::make_unique<Velmo::CInstantCamera>()), m_ptrCameraInfo(std::move(info)),
+      m_pChunkParsingEventHandler(std::make_unique<CChunkParsingEventHander>()),
       m_pFpsStatistic(std::make_unique<FpsStatistic>()), m_pFrameGrabberTimer(std::make_unique<CFrameGrabberTimer>()),
       m_timeoutIntervalMs(s_timeoutIntervalMs)
 {
@@ -84,10 +85,16 @@ void CCamera::registerEventHandlers()
     // own follow it in appending mode.
     m_pVelmoDevice->RegisterConfiguration(this, Velmo::RegistrationMode_ReplaceAll, Velmo::Cleanup_None);
     m_pVelmoDevice->RegisterImageEventHandler(this, Velmo::RegistrationMode_ReplaceAll, Velmo::Cleanup_None);
+    m_pVelmoDevice->RegisterConfiguration(m_pChunkParsingEventHandler.get(), Velmo::RegistrationMode_Append,
+                                          Velmo::Cleanup_None);
+    m_pVelmoDevice->RegisterImageEventHandler(m_pChunkParsingEventHandler.get(), Velmo::RegistrationMode_Append,
+                                              Velmo::Cleanup_None);
 }
 
 void CCamera::deregisterEventHandlers()
 {
+    m_pVelmoDevice->DeregisterImageEventHandler(m_pChunkParsingEventHandler.get());
+    m_pVelmoDevice->DeregisterConfiguration(m_pChunkParsingEventHandler.get());
     m_pVelmoDevice->DeregisterImageEventHandler(this);
     m_pVelmoDevice->DeregisterConfiguration(this);
 }

@@ -6,6 +6,7 @@
 #include "camerapool/camerapool_testexport.h"
 #include "camerapool/icamera.h"
 #include "camerapool/icamerainfo.h"
+#include "camerapool/internal/chunkparsingeventhandler.h"
 #include "camerapool/internal/compressionstatisticcounter.h"
 #include "camerapool/internal/grabsettings.h"
 #include "genapi/exceptions.h"
@@ -174,6 +175,7 @@ private:
     QSharedPointer<ParameterCollection::CParameterCollection> m_ptrParameterCollection;
     ParameterCollection::CObjectState m_instanceState;
     ParameterCollection::CObjectState m_deviceState;
+    std::unique_ptr<CChunkParsingEventHander> m_pChunkParsingEventHandler;
     CCompressionStatisticCounter m_compressionStatistic;
     std::unique_ptr<FpsStatistic> m_pFpsStatistic;
     std::unique_ptr<CFrameGrabberTimer> m_pFrameGrabberTimer;
