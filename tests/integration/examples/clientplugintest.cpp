@@ -40,6 +40,11 @@ TEST_F(ClientPlugin, looksAtEachImageOfTheFirstCamera)
     EXPECT_TRUE(tells(QStringLiteral("image 5, .*not compressed")));
 }
 
+TEST_F(ClientPlugin, readsChunkValues)
+{
+    EXPECT_TRUE(tells(QStringLiteral("chunk frame \\d+ at block \\d+")));
+}
+
 TEST_F(ClientPlugin, letsGoOfItsCameraWhenTheHostStops)
 {
     ASSERT_TRUE(tells(QStringLiteral("image 1,")));
@@ -60,7 +65,7 @@ protected:
 
 TEST_F(ClientPluginOnACompressingCamera, decodesTheImages)
 {
-    EXPECT_TRUE(tells(QStringLiteral("%1 bytes decoded from \\d+$").arg(1280 * 1024)));
+    EXPECT_TRUE(tells(QStringLiteral("chunk frame \\d+ at block \\d+, %1 bytes decoded from \\d+$").arg(1280 * 1024)));
 }
 
 } // namespace
