@@ -26,8 +26,8 @@ void RefreshCompressionRegisters(CSettings& settings);
 /**
  * Compresses the images of one camera.
  *
- * One 2048x2048 grey image costs 8 to 12 ms of a worker, with a fixed ratio at a change of scene up to eight times
- * that; other cameras wait for no longer than that when all workers compress. Threads: one at a time.
+ * A 2048x2048 grey image costs a worker of the pump about 4 ms (12 ms with a fixed ratio, and up to eight times that at
+ * a change of scene); other cameras wait no longer than for that when all workers compress. Threads: one at a time.
  */
 class CImageCompressor
 {
