@@ -15,6 +15,7 @@
 #include <zstd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -149,7 +150,7 @@ void reportOneThread(CFigures& figures, SSubject& subject, bool hasGoal)
     require(subject.header.maxError != 0 || subject.decoded == subject.image, "the image is not what it was");
     const std::size_t bytes = subject.image.size();
     const double percent = 100.0 * static_cast<double>(subject.frame.size()) / static_cast<double>(bytes);
-    CFigures::SRow row{"decoding " + subject.name + " (" + std::to_string(static_cast<int>(percent + 0.5)) + " %)",
+    CFigures::SRow row{"decoding " + subject.name + " (" + std::to_string(std::lround(percent)) + " %)",
                        rate(bytes, median(ours)), "MB/s", "bare codec", rate(bytes, median(bare))};
     row.goal = CFigures::EGoal::AtLeast;
     row.goalValue = 0.9;

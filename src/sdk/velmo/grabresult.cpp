@@ -3,6 +3,8 @@
 
 #include "velmo/grabresult.h"
 
+#include "velmo/imagedecompressor.h"
+
 #include "genapi/exceptions.h"
 
 #include <algorithm>
@@ -16,6 +18,12 @@ CGrabResultData::~CGrabResultData() = default;
 std::size_t CGrabResultData::GetImageSize() const
 {
     if (m_result.payloadType != EPayloadType::Image && m_result.payloadType != EPayloadType::ChunkData)
+    {
+        return 0;
+    }
+    SCompressionInfo info;
+    if (m_result.payloadType == EPayloadType::ChunkData &&
+        CImageDecompressor::GetCompressionInfo(info, m_pBuffer, m_result.payloadBytes))
     {
         return 0;
     }

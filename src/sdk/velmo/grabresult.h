@@ -42,7 +42,8 @@ public:
     std::size_t GetBufferSize() const { return m_bufferBytes; }
     std::size_t GetPayloadSize() const { return m_result.payloadBytes; }
     /** Bytes of the image by its geometry, without what follows it: its chunk trailer and other chunks. Never more than
-     *  the payload; 0 when the payload is no image or its geometry is not known. */
+     *  the payload; 0 when the payload is no image, its geometry is not known, or the image is compressed (see
+     *  CImageDecompressor::GetCompressionInfo). */
     std::size_t GetImageSize() const;
     /** The camera's frame number; gaps are lost images. */
     std::uint64_t GetBlockID() const { return m_result.blockId; }

@@ -34,6 +34,9 @@ public:
     {
         m_result.payloadType = type;
         m_result.payloadBytes = payload.size();
+        m_result.pixelType = Mono8;
+        m_result.width = Width;
+        m_result.height = Height;
         m_pBuffer = payload.data();
         m_bufferBytes = payload.size();
         m_succeeded = true;
@@ -201,6 +204,16 @@ TEST_F(ImageDecompressor, uncompressedResultsCarryNoInformation)
               Velmo::CompressionStatus_NotCompressed);
     EXPECT_EQ(m_decompressor.Decompress(m_decoded.data(), m_decoded.size(), nullptr, 99),
               Velmo::CompressionStatus_NotCompressed);
+}
+
+TEST_F(ImageDecompressor, aCompressedImageHasNoBytesToShowAsTheyAre)
+{
+    const Bytes compressed = MakePayload();
+    EXPECT_EQ(MakeResult(compressed)->GetImageSize(), 0U);
+    Bytes plain;
+    Velmo::Chunks::Append(plain, Velmo::Chunks::ImageChunkId, m_image.data(), m_image.size(),
+                          Velmo::Chunks::EByteOrder::Big);
+    EXPECT_EQ(MakeResult(plain)->GetImageSize(), m_image.size());
 }
 
 TEST_F(ImageDecompressor, anUncompressedImageThatBeginsLikeACompressedOneIsNone)
