@@ -107,10 +107,22 @@ void CChunkSettings::switchChunk(const QString& chunk, bool isWanted)
     write(Selector, chunk);
     const ParameterCollection::CBooleanParameter enable(m_collection, Enable);
     const bool isOn = enable.valueOr(isWanted);
-    if (isOn != isWanted && enable.isWritable())
+    if (isOn == isWanted || !enable.isWritable())
+    {
+        return;
+    }
+    try
     {
         write(Enable, isWanted ? QStringLiteral("true") : QStringLiteral("false"));
         m_changedChunks.append({chunk, isOn});
+    }
+    catch (const CRefusal&)
+    {
+        // Cameras do not let the image's own chunk go, and not all of them lock its switch.
+        if (isWanted)
+        {
+            throw;
+        }
     }
 }
 

@@ -29,7 +29,8 @@ public:
     /** The names by which ChunkSelector knows the camera's chunks. */
     QStringList names() const;
     /** Chunk mode on, with those chunks enabled and all others off; all that the camera has when names is empty. A
-     *  chunk that cannot be switched stays as it is. Throws CRefusal for a name that the camera does not have. */
+     *  chunk that cannot be switched off stays on. Throws CRefusal for a name that the camera does not have, and when
+     *  it refuses to switch one on. */
     void enable(const QStringList& names);
     /** Throws CRefusal, with the first failure, after trying everything. */
     void restore();

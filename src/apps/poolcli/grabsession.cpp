@@ -233,7 +233,8 @@ void CGrabSession::showLive()
         {
             line += CTexts::tr(" (connection lost)");
         }
-        printLine(draw ? line + QStringLiteral("\x1b[K") : line);
+        // Cut at the terminal's edge: a line that went on in the next would not be drawn over.
+        printLine(draw ? QStringLiteral("\x1b[?7l") + line + QStringLiteral("\x1b[K\x1b[?7h") : line);
     }
     m_drawn = true;
 }

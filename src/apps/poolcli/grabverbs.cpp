@@ -59,14 +59,12 @@ QString fileNameFor(const Plugin::CameraPool::ICameraInfo& camera)
 int runGrab(CSession& session, const SOptions& options)
 {
     const auto cameras = session.camerasCalled(options.cameras, options.discoveryTimeoutMs);
+    checkCameraSettings(cameras, options);
     std::vector<std::unique_ptr<COpenCamera>> open;
     for (const auto& camera : cameras)
     {
         open.push_back(std::make_unique<COpenCamera>(session, camera));
-        for (const QString& setting : options.settings)
-        {
-            applySetting(session.parameters(camera), setting);
-        }
+        applySettings(session, camera, options);
     }
     CGrabSession grab(session, cameras, options);
     grab.run();
@@ -94,10 +92,7 @@ int runGrab(CSession& session, const SOptions& options)
 int runSnapshot(CSession& session, const SOptions& options)
 {
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));
-    for (const QString& setting : options.settings)
-    {
-        applySetting(session.parameters(camera.info()), setting);
-    }
+    applySettings(session, camera.info(), options);
     Velmo::CGrabResultPtr image;
     bool failed = false;
     QObject receiver;

@@ -19,6 +19,7 @@ struct SRaw
     std::string camera;
     std::vector<std::string> arguments;
     std::vector<std::string> settings;
+    std::vector<std::pair<std::string, std::string>> cameraSettings;
     std::string output;
     std::string filter;
     std::string visibility = "Guru";
@@ -98,6 +99,8 @@ void addGrabVerbs(CLI::App& app, SRaw& raw)
         ->check(CLI::Range(1, 1000000000));
     addSeconds(*pGrab, raw, "Stop after that time; without this and without -n, Ctrl-C ends");
     pGrab->add_option("--set", raw.settings, "NAME=VALUE to write before grabbing")->take_all()->expected(1);
+    pGrab->add_option("--set-for", raw.cameraSettings, "CAMERA NAME=VALUE: the same for one of the cameras")
+        ->allow_extra_args(false);
     pGrab->add_option("-o,--output", raw.output, "Folder for one PNG of each camera's last image");
 
     CLI::App* pSnapshot =
@@ -174,6 +177,10 @@ void fill(SOptions& options, const SRaw& raw)
     }
     options.arguments = toList(raw.arguments);
     options.settings = toList(raw.settings);
+    for (const auto& [camera, setting] : raw.cameraSettings)
+    {
+        options.cameraSettings.append({QString::fromStdString(camera), QString::fromStdString(setting)});
+    }
     options.json = raw.json;
     options.discoveryTimeoutMs = milliseconds(raw.discoverySeconds);
     options.durationMs = milliseconds(raw.seconds);

@@ -5,6 +5,9 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
+
+#include <utility>
 
 namespace PoolCli
 {
@@ -15,7 +18,8 @@ struct SOptions
     QString verb;
     QStringList cameras;
     QStringList arguments;
-    QStringList settings; // NAME=VALUE, applied before a grab
+    QStringList settings;                                // NAME=VALUE, applied before a grab
+    QVector<std::pair<QString, QString>> cameraSettings; // camera and NAME=VALUE, applied after those
     bool json = false;
     int discoveryTimeoutMs = 3000;
     int durationMs = 0;

@@ -132,6 +132,33 @@ void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection
     }
 }
 
+void applySettings(CSession& session, const HostKit::CameraInfoPtr& camera, const SOptions& options)
+{
+    for (const QString& setting : options.settings)
+    {
+        applySetting(session.parameters(camera), setting);
+    }
+    for (const auto& [name, setting] : options.cameraSettings)
+    {
+        if (HostKit::namesOf(*camera).contains(name))
+        {
+            applySetting(session.parameters(camera), setting);
+        }
+    }
+}
+
+void checkCameraSettings(const QVector<HostKit::CameraInfoPtr>& cameras, const SOptions& options)
+{
+    for (const auto& [name, setting] : options.cameraSettings)
+    {
+        QString error;
+        if (HostKit::findByName(cameras, name, error).isNull())
+        {
+            throw CRefusal(error);
+        }
+    }
+}
+
 int runSet(CSession& session, const SOptions& options)
 {
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));

@@ -26,4 +26,9 @@ int runStats(CSession& session, const SOptions& options);
 /** "NAME=VALUE" writes, "NAME" executes a command; throws CRefusal. */
 void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection>& collection, const QString& setting);
 
+/** Those of the options that are for every camera, then those for this one. */
+void applySettings(CSession& session, const HostKit::CameraInfoPtr& camera, const SOptions& options);
+/** Throws CRefusal when a setting is for a camera that is not among these. */
+void checkCameraSettings(const QVector<HostKit::CameraInfoPtr>& cameras, const SOptions& options);
+
 } // namespace PoolCli

@@ -74,6 +74,29 @@ TEST_F(PoolCliCompression, liveLinesOfALossyGrabShowTheRatio)
     EXPECT_FALSE(outcome.out.contains(" 0 lossy")) << outcome.out.constData();
 }
 
+TEST_F(PoolCliCompression, settingForOneCameraLeavesTheOtherAlone)
+{
+    const SOutcome outcome =
+        run({QStringLiteral("grab"), QStringLiteral("-n"), QStringLiteral("3"), QStringLiteral("--json"),
+             QStringLiteral("--set-for"), QStringLiteral("EMU-B"), QStringLiteral("ImageCompressionMode=Lossless")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    for (const auto& value : outcome.json().array())
+    {
+        const QJsonObject camera = value.toObject();
+        const bool isMeant = camera.value(QStringLiteral("camera")).toString().contains(QStringLiteral("EMU-B"));
+        EXPECT_EQ(camera.contains(QStringLiteral("compression")), isMeant) << outcome.out.constData();
+    }
+}
+
+TEST_F(PoolCliCompression, settingForACameraThatIsNotGrabbedIsRefusedWithItsName)
+{
+    const SOutcome outcome =
+        run({QStringLiteral("grab"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("3"),
+             QStringLiteral("--set-for"), QStringLiteral("EMU-B"), QStringLiteral("Gain=1")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("EMU-B")) << outcome.err.constData();
+}
+
 TEST_F(PoolCliCompression, withoutCompressionNoRatioIsShown)
 {
     const SOutcome outcome =

@@ -55,6 +55,18 @@ TEST(PoolCliOptions, setTakesOneCameraAndSeveralSettings)
     EXPECT_EQ(options.arguments, (QStringList{QStringLiteral("Gain=2"), QStringLiteral("TriggerSoftware")}));
 }
 
+TEST(PoolCliOptions, setForTakesACameraAndASettingAndMayBeRepeated)
+{
+    SOptions options;
+    int exitCode = -1;
+    ASSERT_TRUE(parse({"grab", "--set-for", "EMU-1", "Gain=2", "--set-for", "EMU-2", "Width=64", "EMU-1", "EMU-2"},
+                      options, exitCode));
+    const QVector<std::pair<QString, QString>> expected{{QStringLiteral("EMU-1"), QStringLiteral("Gain=2")},
+                                                        {QStringLiteral("EMU-2"), QStringLiteral("Width=64")}};
+    EXPECT_EQ(options.cameraSettings, expected);
+    EXPECT_EQ(options.cameras, (QStringList{QStringLiteral("EMU-1"), QStringLiteral("EMU-2")}));
+}
+
 TEST(PoolCliOptions, chunksTakesNamesWithCommasBetween)
 {
     SOptions options;
@@ -89,6 +101,7 @@ TEST(PoolCliOptions, wrongUsageEndsWithTwo)
         {"--language", "xx", "list"},
         {"features", "--visibility", "Everybody"},
         {"get", "EMU-1"},
+        {"grab", "--set-for", "EMU-1"},
         {"list", "--unknown"},
     };
     for (const auto& words : wrong)

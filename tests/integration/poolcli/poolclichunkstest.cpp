@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "integration/poolcli/poolcliprogram.h"
+
+namespace
+{
+
+using PoolCliTest::PoolCliProgram;
+using PoolCliTest::SOutcome;
+
+class PoolCliChunks : public PoolCliProgram
+{
+protected:
+    static QVector<QJsonObject> objects(const QByteArray& out)
+    {
+        QVector<QJsonObject> result;
+        for (const QByteArray& line : out.trimmed().split('\n'))
+        {
+            result.append(QJsonDocument::fromJson(line).object());
+        }
+        return result;
+    }
+};
+
+TEST_F(PoolCliChunks, everyImageComesWithItsOwnValues)
+{
+    const SOutcome outcome = run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"),
+                                  QStringLiteral("6"), QStringLiteral("--json")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    const auto images = objects(outcome.out);
+    ASSERT_EQ(images.size(), 6) << outcome.out.constData();
+    int shown = 0;
+    for (const QJsonObject& image : images)
+    {
+        const QJsonObject chunks = image.value(QStringLiteral("chunks")).toObject();
+        if (image.value(QStringLiteral("overtaken")).toBool())
+        {
+            EXPECT_TRUE(chunks.isEmpty());
+            continue;
+        }
+        ++shown;
+        EXPECT_EQ(chunks.value(QStringLiteral("ChunkFrameID")).toString(),
+                  QString::number(image.value(QStringLiteral("block_id")).toInt()));
+        EXPECT_EQ(chunks.value(QStringLiteral("ChunkTimestamp")).toString(),
+                  image.value(QStringLiteral("timestamp")).toString());
+        EXPECT_TRUE(chunks.contains(QStringLiteral("ChunkExposureTime")));
+    }
+    EXPECT_GT(shown, 0) << outcome.out.constData();
+}
+
+TEST_F(PoolCliChunks, onlyTheChunksThatWereAskedForAreShown)
+{
+    const SOutcome outcome =
+        run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("3"),
+             QStringLiteral("--enable"), QStringLiteral("Gain,FrameID"), QStringLiteral("--json")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    const QJsonObject chunks = objects(outcome.out).last().value(QStringLiteral("chunks")).toObject();
+    EXPECT_TRUE(chunks.contains(QStringLiteral("ChunkGain"))) << outcome.out.constData();
+    EXPECT_FALSE(chunks.contains(QStringLiteral("ChunkTimestamp"))) << outcome.out.constData();
+}
+
+TEST_F(PoolCliChunks, aLineForEachImageIsPrintedForPeople)
+{
+    const SOutcome outcome =
+        run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("4")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    EXPECT_EQ(outcome.out.trimmed().split('\n').size(), 4) << outcome.out.constData();
+    EXPECT_TRUE(outcome.out.contains("ChunkFrameID=")) << outcome.out.constData();
+}
+
+TEST_F(PoolCliChunks, chunksOfCompressedImagesAreShownToo)
+{
+    writeData(R"({"cameras": [{"serial": "EMU-A", "features": {"ImageCompressionMode": "Lossless"}}]})");
+    const SOutcome outcome =
+        run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("3")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    EXPECT_TRUE(outcome.out.contains("ChunkFrameID=")) << outcome.out.constData();
+}
+
+TEST_F(PoolCliChunks, anUnknownChunkIsRefusedWithThoseThatThereAre)
+{
+    const SOutcome outcome = run(
+        {QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("--enable"), QStringLiteral("Nonsense")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("Nonsense") && outcome.err.contains("Timestamp")) << outcome.err.constData();
+}
+
+TEST_F(PoolCliChunks, zeroImagesAreWrongUsage)
+{
+    EXPECT_EQ(
+        run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("0")}).exitCode,
+        2);
+}
+
+} // namespace
