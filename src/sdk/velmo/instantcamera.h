@@ -109,6 +109,8 @@ private:
     std::unique_ptr<SPrivate> m_p;
 
 public:
+    /** A grab of more than one image with a loop of the camera's own makes at least 2, so that a handler may keep the
+     *  latest result. */
     CIntegerSetting MaxNumBuffer;                   // default 10
     CIntegerSetting MaxNumQueuedBuffer;             // default 10
     CIntegerSetting OutputQueueSize;                // default 1

@@ -6,6 +6,7 @@
 #include "velmo/internal/threadpriority.h"
 #include "velmo/log.h"
 
+#include <algorithm>
 #include <system_error>
 
 namespace Velmo::Internal
@@ -95,6 +96,12 @@ SGrabConfig CCameraCore::ReadConfig(std::size_t maxImages, EGrabStrategy strateg
     config.maxImages = maxImages;
     config.maxBuffers = static_cast<std::size_t>(number("MaxNumBuffer"));
     config.maxQueued = static_cast<std::size_t>(number("MaxNumQueuedBuffer"));
+    if (loop == GrabLoop_ProvidedByInstantCamera && maxImages != 1)
+    {
+        // A handler may keep a result until the next one comes, as one that shows chunk values does.
+        constexpr std::size_t s_leastBuffersOfALoop = 2;
+        config.maxBuffers = std::max(config.maxBuffers, s_leastBuffersOfALoop);
+    }
     config.outputQueueSize = static_cast<std::size_t>(number("OutputQueueSize"));
     if (isOn("GrabLoopThreadUseTimeout"))
     {

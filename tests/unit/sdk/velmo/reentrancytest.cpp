@@ -336,8 +336,10 @@ TEST_F(Reentrancy, threadsThatOpenGrabCloseAndDestroyAtOnce)
                     }
                     catch (const GenICam::GenericException&)
                     {
-                        std::this_thread::yield(); // the state changed meanwhile
+                        // the state changed meanwhile
                     }
+                    std::this_thread::yield(); // or the same two threads would have the camera for long on a busy
+                                               // machine
                 }
             });
     };

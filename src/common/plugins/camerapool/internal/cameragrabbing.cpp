@@ -9,7 +9,6 @@
 
 #include <QtDebug>
 
-#include <algorithm>
 
 namespace Plugin::CameraPool::Internal
 {
@@ -99,13 +98,8 @@ void CCamera::setBufferCount()
     const std::int64_t payloadBytes = streamed != 0 ? streamed : camera.valueOr(0);
     if (payloadBytes > 0)
     {
-        int buffers = m_grabSettings.value_or(SGrabSettings()).buffersFor(static_cast<std::uint64_t>(payloadBytes));
-        if (Name::CameraDevice::ChunkModeActive.of(m_ptrParameterCollection).valueOr(false))
-        {
-            // The chunk parsing handler keeps one out; with no other the grab would stand still.
-            constexpr int s_buffersWithChunks = 2;
-            buffers = std::max(buffers, s_buffersWithChunks);
-        }
+        const int buffers =
+            m_grabSettings.value_or(SGrabSettings()).buffersFor(static_cast<std::uint64_t>(payloadBytes));
         m_pVelmoDevice->MaxNumBuffer.SetValue(buffers);
         m_pVelmoDevice->MaxNumQueuedBuffer.SetValue(buffers);
     }
