@@ -9,7 +9,6 @@
 
 #include <QtDebug>
 
-
 namespace Plugin::CameraPool::Internal
 {
 
