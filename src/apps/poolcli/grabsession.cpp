@@ -92,6 +92,16 @@ void CGrabSession::connectSignals()
                              pCount->compression = compression;
                          }
                      });
+    // An enumeration that misses the camera may come before the news of its loss, which then never arrives.
+    QObject::connect(&status, &ICameraStatusService::deviceDisconnected, &m_receiver,
+                     [this](const auto& device)
+                     {
+                         SGrabCount* pCount = countOf(device.template objectCast<Plugin::CameraPool::ICameraInfo>());
+                         if (pCount != nullptr && !pCount->stopped)
+                         {
+                             pCount->lost = true;
+                         }
+                     });
     QObject::connect(&status, &ICameraStatusService::cameraConnectionLost, &m_receiver,
                      [this](const auto& camera)
                      {
