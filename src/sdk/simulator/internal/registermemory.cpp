@@ -74,12 +74,14 @@ void CRegisterMemory::SetText(std::int64_t address, const std::string& text)
 
 void CRegisterMemory::Get(void* buffer, std::int64_t address, std::int64_t length) const
 {
-    std::memcpy(buffer, m_bytes.data() + (address - Register::Begin), static_cast<std::size_t>(length));
+    const auto first = m_bytes.begin() + (address - Register::Begin);
+    std::copy_n(first, length, static_cast<std::uint8_t*>(buffer)); // nothing, and no buffer, for no bytes
 }
 
 void CRegisterMemory::Set(const void* buffer, std::int64_t address, std::int64_t length)
 {
-    std::memcpy(m_bytes.data() + (address - Register::Begin), buffer, static_cast<std::size_t>(length));
+    const auto first = m_bytes.begin() + (address - Register::Begin);
+    std::copy_n(static_cast<const std::uint8_t*>(buffer), length, first);
 }
 
 } // namespace Simulator::Internal
