@@ -3,7 +3,7 @@
 
 #include "genapi/exceptions.h"
 #include "simulator/cameramodel.h"
-#include "transports/emulation/internal/datareader.h"
+#include "simulator/datareader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,8 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     try
     {
-        const auto rack =
-            Velmo::Emulation::Internal::ReadData(std::string_view(reinterpret_cast<const char*>(data), size));
+        const auto rack = Simulator::ReadData(std::string_view(reinterpret_cast<const char*>(data), size));
         if (!rack.cameras.empty())
         {
             const Simulator::CCameraModel camera(rack.cameras.front());

@@ -53,7 +53,7 @@ private:
 void CEmulationTransport::EnumerateInterfaces(InterfaceInfoList& list)
 {
     m_rack->Refresh();
-    for (const Internal::SInterfaceData& interface : m_rack->GetInterfaces())
+    for (const Simulator::SInterfaceData& interface : m_rack->GetInterfaces())
     {
         list.push_back(Internal::MakeInterfaceInfo(interface));
     }
@@ -92,7 +92,7 @@ std::unique_ptr<Transport::IInterface> CEmulationTransport::CreateInterface(cons
     const auto interfaces = m_rack->GetInterfaces();
     const auto found =
         std::find_if(interfaces.begin(), interfaces.end(),
-                     [&](const Internal::SInterfaceData& data) { return data.id == info.GetInterfaceID().str(); });
+                     [&](const Simulator::SInterfaceData& data) { return data.id == info.GetInterfaceID().str(); });
     if (found == interfaces.end())
     {
         GENICAM_THROW(RuntimeException, "There is no emulated interface '" + info.GetInterfaceID().str() + "'.");
@@ -112,7 +112,7 @@ SCurrent& Current()
     return current;
 }
 
-std::shared_ptr<Transport::ITransport> Make(Internal::SRackData data, const std::string& file)
+std::shared_ptr<Transport::ITransport> Make(Simulator::SRackData data, const std::string& file)
 {
     auto rack = std::make_shared<CCameraRack>(std::move(data), file);
     SCurrent& current = Current();
@@ -147,12 +147,12 @@ std::shared_ptr<Transport::ITransport> CreateTransport()
 {
     const char* file = std::getenv(FileVariable);
     const bool hasFile = file != nullptr && *file != '\0';
-    return Make(Internal::MakeDefaultData(hasFile ? 0 : CountFromEnvironment()), hasFile ? file : "");
+    return Make(Simulator::MakeDefaultData(hasFile ? 0 : CountFromEnvironment()), hasFile ? file : "");
 }
 
 std::shared_ptr<Transport::ITransport> CreateTransport(const std::vector<Simulator::SCameraConfig>& cameras)
 {
-    Internal::SRackData data = Internal::MakeDefaultData(0);
+    Simulator::SRackData data = Simulator::MakeDefaultData(0);
     data.cameras = cameras;
     return Make(std::move(data), "");
 }

@@ -4,8 +4,8 @@
 #include "transports/emulation/internal/camerarack.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/datareader.h"
 #include "transport/log.h"
-#include "transports/emulation/internal/datareader.h"
 
 #include <algorithm>
 
@@ -15,10 +15,10 @@ namespace Velmo::Emulation::Internal
 using Simulator::CCameraModel;
 using Simulator::SCameraConfig;
 
-CCameraRack::CCameraRack(SRackData data, std::string file)
+CCameraRack::CCameraRack(Simulator::SRackData data, std::string file)
     : m_file(std::move(file)), m_data(std::move(data)), m_isFileFollowed(!m_file.empty())
 {
-    CheckData(m_data);
+    Simulator::CheckData(m_data);
 }
 
 CCameraRack::~CCameraRack() = default;
@@ -48,9 +48,9 @@ std::shared_ptr<CEmulatedCamera> CCameraRack::Make(const SCameraConfig& config)
     }
 }
 
-void CCameraRack::Apply(const SRackData& data)
+void CCameraRack::Apply(const Simulator::SRackData& data)
 {
-    CheckData(data);
+    Simulator::CheckData(data);
     Removed removed;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -99,7 +99,7 @@ void CCameraRack::ReadChangedFile()
 {
     try
     {
-        std::string text = ReadFile(m_file);
+        std::string text = Simulator::ReadFile(m_file);
         {
             const std::lock_guard<std::mutex> lock(m_mutex);
             if (m_wasRead && text == m_fileText)
@@ -109,7 +109,7 @@ void CCameraRack::ReadChangedFile()
             m_fileText = text;
             m_wasRead = true;
         }
-        Apply(ReadData(text));
+        Apply(Simulator::ReadData(text));
         Report("");
     }
     catch (const GenICam::GenericException& error)
@@ -153,7 +153,7 @@ void CCameraRack::Refresh()
     FinishBoots();
 }
 
-std::vector<SInterfaceData> CCameraRack::GetInterfaces() const
+std::vector<Simulator::SInterfaceData> CCameraRack::GetInterfaces() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     return m_data.interfaces;
@@ -185,7 +185,7 @@ std::shared_ptr<CEmulatedCamera> CCameraRack::FindByFullName(const std::string& 
 void CCameraRack::SetCameras(const std::vector<SCameraConfig>& cameras)
 {
     const std::lock_guard<std::mutex> applyLock(m_applyMutex);
-    SRackData data;
+    Simulator::SRackData data;
     data.interfaces = GetInterfaces();
     data.cameras = cameras;
     Apply(data);
@@ -197,7 +197,7 @@ void CCameraRack::Plug(const SCameraConfig& camera)
 {
     Refresh();
     const std::lock_guard<std::mutex> applyLock(m_applyMutex);
-    SRackData data;
+    Simulator::SRackData data;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         // A camera that died can be plugged again.
@@ -222,7 +222,7 @@ bool CCameraRack::Unplug(const std::string& serialNumber)
 {
     Refresh();
     const std::lock_guard<std::mutex> applyLock(m_applyMutex);
-    SRackData data;
+    Simulator::SRackData data;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         data = m_data;

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "simulator/cameradata.h"
 #include "transports/emulation/emulationtransport.h"
-#include "transports/emulation/internal/cameradata.h"
 #include "transports/emulation/internal/emulatedcamera.h"
 
 #include <chrono>
@@ -22,12 +22,12 @@ class EMULATION_TEST_EXPORT CCameraRack : public IEmulationControl, public std::
 {
 public:
     /** file: read at each Refresh, cameras follow it; "" for the data alone. */
-    CCameraRack(SRackData data, std::string file);
+    CCameraRack(Simulator::SRackData data, std::string file);
     ~CCameraRack() override;
 
     /** Follows the file and the resets that ended. Never throws; bad data are logged once and leave all as it was. */
     void Refresh();
-    std::vector<SInterfaceData> GetInterfaces() const;
+    std::vector<Simulator::SInterfaceData> GetInterfaces() const;
     /** Those that answer now, in the data's order. */
     std::vector<std::shared_ptr<CEmulatedCamera>> GetCameras() const;
     /** Null when there is none. */
@@ -50,7 +50,7 @@ private:
     };
     using Removed = std::vector<std::shared_ptr<CEmulatedCamera>>;
 
-    void Apply(const SRackData& data);
+    void Apply(const Simulator::SRackData& data);
     void ReadChangedFile();
     void Report(const std::string& error);
     void FinishBoots();
@@ -60,7 +60,7 @@ private:
     const std::string m_file;
     std::mutex m_applyMutex;    // one change of the data at a time; taken before m_mutex
     mutable std::mutex m_mutex; // guards all below; not held while cameras are removed
-    SRackData m_data;
+    Simulator::SRackData m_data;
     std::vector<SSlot> m_slots;
     std::map<std::string, std::shared_ptr<Simulator::SFlash>> m_flashes; // by serial number
     std::string m_fileText;

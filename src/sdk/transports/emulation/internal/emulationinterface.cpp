@@ -12,7 +12,7 @@
 namespace Velmo::Emulation::Internal
 {
 
-CEmulationInterface::CEmulationInterface(std::shared_ptr<CCameraRack> rack, const SInterfaceData& data)
+CEmulationInterface::CEmulationInterface(std::shared_ptr<CCameraRack> rack, const Simulator::SInterfaceData& data)
     : m_rack(std::move(rack)), m_info(MakeInterfaceInfo(data))
 {
 }
@@ -53,7 +53,8 @@ DeviceInfoList CEmulationInterface::Look() const
     m_rack->Refresh();
     const std::string id = m_info.GetInterfaceID().str();
     const auto interfaces = m_rack->GetInterfaces();
-    if (std::none_of(interfaces.begin(), interfaces.end(), [&id](const SInterfaceData& data) { return data.id == id; }))
+    if (std::none_of(interfaces.begin(), interfaces.end(),
+                     [&id](const Simulator::SInterfaceData& data) { return data.id == id; }))
     {
         GENICAM_THROW(RuntimeException, "The emulated interface '" + id +
                                             "' is gone: the data of the emulation do not name it any more.");

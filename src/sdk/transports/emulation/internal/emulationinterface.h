@@ -14,7 +14,7 @@ namespace Velmo::Emulation::Internal
 class EMULATION_TEST_EXPORT CEmulationInterface final : public Transport::IInterface
 {
 public:
-    CEmulationInterface(std::shared_ptr<CCameraRack> rack, const SInterfaceData& data);
+    CEmulationInterface(std::shared_ptr<CCameraRack> rack, const Simulator::SInterfaceData& data);
     ~CEmulationInterface() override;
 
     const CInterfaceInfo& GetInterfaceInfo() const override { return m_info; }

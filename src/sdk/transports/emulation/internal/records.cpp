@@ -26,7 +26,7 @@ CTlInfo MakeTlInfo()
     return info;
 }
 
-CInterfaceInfo MakeInterfaceInfo(const SInterfaceData& data)
+CInterfaceInfo MakeInterfaceInfo(const Simulator::SInterfaceData& data)
 {
     CInterfaceInfo info;
     info.SetDeviceClass(DeviceClass);

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "simulator/cameraconfig.h"
+#include "simulator/cameradata.h"
 #include "transport/infos.h"
-#include "transports/emulation/internal/cameradata.h"
 
 namespace Velmo::Emulation::Internal
 {
@@ -13,7 +13,7 @@ namespace Velmo::Emulation::Internal
 constexpr const char* AccessFree = "ReadWrite"; // value of Key::AccessStatus
 
 CTlInfo MakeTlInfo();
-CInterfaceInfo MakeInterfaceInfo(const SInterfaceData& data);
+CInterfaceInfo MakeInterfaceInfo(const Simulator::SInterfaceData& data);
 /** userDefinedName is the camera's present one, which may differ from the data's. */
 CDeviceInfo MakeDeviceInfo(const Simulator::SCameraConfig& camera, const std::string& userDefinedName);
 

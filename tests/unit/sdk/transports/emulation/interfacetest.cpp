@@ -10,9 +10,9 @@ using namespace Velmo::Emulation::Internal;
 namespace
 {
 
-SRackData TwoInterfaces()
+Simulator::SRackData TwoInterfaces()
 {
-    SRackData data;
+    Simulator::SRackData data;
     data.interfaces = {{"a", "Port A"}, {"b", ""}};
     data.cameras = {EmulationTest::Small("E-1"), EmulationTest::Small("E-2")};
     data.cameras[0].interfaceId = "a";

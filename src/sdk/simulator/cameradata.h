@@ -4,13 +4,13 @@
 #pragma once
 
 #include "simulator/cameraconfig.h"
-#include "transports/emulation/emulation_testexport.h"
+#include "simulator/simulator_export.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace Velmo::Emulation::Internal
+namespace Simulator
 {
 
 struct SInterfaceData
@@ -27,9 +27,9 @@ struct SRackData
 };
 
 /** Cameras of alternating kinds: 1280x1024 grey, 1920x1200 colour; serial numbers EMU-0001 ... */
-EMULATION_TEST_EXPORT SRackData MakeDefaultData(std::size_t cameras);
+SIMULATOR_EXPORT SRackData MakeDefaultData(std::size_t cameras);
 
 /** Throws GenICam::InvalidArgumentException naming the camera and what is wrong with it. */
-EMULATION_TEST_EXPORT void CheckData(const SRackData& data);
+SIMULATOR_EXPORT void CheckData(const SRackData& data);
 
-} // namespace Velmo::Emulation::Internal
+} // namespace Simulator

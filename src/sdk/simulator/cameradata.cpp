@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "transports/emulation/internal/cameradata.h"
+#include "simulator/cameradata.h"
 
 #include "genapi/exceptions.h"
 #include "simulator/pixelformats.h"
@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <set>
 
-namespace Velmo::Emulation::Internal
+namespace Simulator
 {
 
 namespace
@@ -136,4 +136,4 @@ void CheckData(const SRackData& data)
     }
 }
 
-} // namespace Velmo::Emulation::Internal
+} // namespace Simulator

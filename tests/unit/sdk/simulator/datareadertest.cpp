@@ -1,17 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "transports/emulation/internal/datareader.h"
+#include "simulator/datareader.h"
 
 #include "genapi/exceptions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+using Simulator::MakeDefaultData;
+using Simulator::ReadData;
+using Simulator::SRackData;
 using testing::HasSubstr;
-using Velmo::Emulation::Internal::MakeDefaultData;
-using Velmo::Emulation::Internal::ReadData;
-using Velmo::Emulation::Internal::SRackData;
 
 namespace
 {
@@ -243,7 +243,7 @@ TEST(EmulationData, missingFileIsNamed)
 {
     try
     {
-        Velmo::Emulation::Internal::ReadFile("no-such-file.json");
+        Simulator::ReadFile("no-such-file.json");
         FAIL() << "no exception";
     }
     catch (const GenICam::FileNotFoundException& error)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "transports/emulation/internal/datareader.h"
+#include "simulator/datareader.h"
 
 #include "genapi/exceptions.h"
 
@@ -17,14 +17,13 @@
 #include <limits>
 #include <sstream>
 
-namespace Velmo::Emulation::Internal
+namespace Simulator
 {
 
 namespace
 {
 
 using nlohmann::json;
-using Simulator::SCameraConfig;
 
 constexpr std::uint32_t MaxCount = 10000;
 constexpr std::size_t MaxFileBytes = 16 * 1024 * 1024;
@@ -319,4 +318,4 @@ std::string ReadFile(const std::string& fileName)
     return text;
 }
 
-} // namespace Velmo::Emulation::Internal
+} // namespace Simulator

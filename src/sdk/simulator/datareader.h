@@ -3,12 +3,12 @@
 
 #pragma once
 
-#include "transports/emulation/internal/cameradata.h"
+#include "simulator/cameradata.h"
 
 #include <string>
 #include <string_view>
 
-namespace Velmo::Emulation::Internal
+namespace Simulator
 {
 
 /**
@@ -17,9 +17,9 @@ namespace Velmo::Emulation::Internal
  * Throws GenICam::FormatException (not JSON; the text gives line and column) and GenICam::InvalidArgumentException
  * (the text gives the place, such as "cameras[2].sensor.width", and what is wrong with it).
  */
-EMULATION_TEST_EXPORT SRackData ReadData(std::string_view json);
+SIMULATOR_EXPORT SRackData ReadData(std::string_view json);
 
 /** The bytes of a file; throws GenICam::FileNotFoundException or GenICam::FileIOException. */
-EMULATION_TEST_EXPORT std::string ReadFile(const std::string& fileName);
+SIMULATOR_EXPORT std::string ReadFile(const std::string& fileName);
 
-} // namespace Velmo::Emulation::Internal
+} // namespace Simulator
