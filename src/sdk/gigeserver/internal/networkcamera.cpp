@@ -1,0 +1,266 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "gigeserver/internal/networkcamera.h"
+
+#include "genapi/exceptions.h"
+#include "gigeserver/internal/sockets.h"
+#include "protocols/gvbsregisters.h"
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace GigEServer::Internal
+{
+
+namespace Gvbs = Velmo::Gvbs;
+namespace Gvcp = Velmo::Gvcp;
+using Simulator::CCameraModel;
+using std::chrono::milliseconds;
+
+namespace
+{
+
+bool IsCommand(const std::uint8_t* data, std::size_t bytes, std::initializer_list<Gvcp::ECommand> kinds)
+{
+    Gvcp::SCommand command;
+    return Gvcp::ParseCommand(data, bytes, command) == Gvcp::EParseResult::Ok &&
+           std::find(kinds.begin(), kinds.end(), static_cast<Gvcp::ECommand>(command.command)) != kinds.end();
+}
+
+/** Commands that take their time when the camera is told to be slow. */
+bool TakesTime(const std::uint8_t* data, std::size_t bytes)
+{
+    return IsCommand(data, bytes,
+                     {Gvcp::ECommand::ReadRegCmd, Gvcp::ECommand::WriteRegCmd, Gvcp::ECommand::ReadMemCmd,
+                      Gvcp::ECommand::WriteMemCmd});
+}
+
+std::uint16_t RequestIdOf(const std::uint8_t* data)
+{
+    constexpr std::size_t place = 6; // GVCP command header, "req_id"
+    return static_cast<std::uint16_t>(data[place] << 8 | data[place + 1]);
+}
+
+} // namespace
+
+CNetworkCamera::CNetworkCamera(const SServedCamera& camera, std::function<void()> wake)
+    : m_camera(camera), m_wake(std::move(wake)), m_socket(OpenSocket(camera.address.ip, Gvcp::Port, false))
+{
+    try
+    {
+        Boot();
+    }
+    catch (...)
+    {
+        close(m_socket);
+        throw;
+    }
+}
+
+CNetworkCamera::~CNetworkCamera()
+{
+    ShutDown();
+    close(m_socket);
+}
+
+void CNetworkCamera::Boot()
+{
+    m_bootEnd.reset();
+    m_pModel = std::make_shared<CCameraModel>(m_camera.config, m_pFlash);
+    m_pModel->SetEventHandler(
+        [this](CCameraModel::EEvent event)
+        {
+            (event == CCameraModel::EEvent::Reset ? m_isResetAsked : m_isDead) = true;
+            m_wake();
+        });
+    m_pRegisters = std::make_unique<CRegisters>(m_camera, m_pModel,
+                                                CRegisters::SHooks{[this] { UpdateStream(); },
+                                                                   [this](std::uint32_t)
+                                                                   {
+                                                                       m_pSender->SendTestPacket();
+                                                                   }});
+    m_pSender = std::make_unique<CStreamSender>(m_camera, m_pModel, m_counters,
+                                                [this]
+                                                {
+                                                    m_isDead = true;
+                                                    m_wake();
+                                                });
+    m_pRegisters->GetBootstrap().Set(Gvbs::StreamChannelSourcePort, m_pSender->GetPort());
+    m_pControl = std::make_unique<CControlChannel>(
+        *m_pRegisters, CControlChannel::SHooks{[this](const Gvcp::SPacketResend& resend) { m_pSender->Resend(resend); },
+                                               [this](const Gvcp::SForceIp& forceIp)
+                                               {
+                                                   return MoveTo(forceIp);
+                                               }});
+}
+
+void CNetworkCamera::ShutDown()
+{
+    m_pControl.reset();
+    m_lateAnswers.clear();
+    m_pSender.reset();
+    m_pRegisters.reset();
+    if (m_pModel != nullptr)
+    {
+        m_pModel->SetEventHandler(nullptr);
+        m_pModel.reset();
+    }
+}
+
+void CNetworkCamera::UpdateStream()
+{
+    const CBootstrap& bootstrap = m_pRegisters->GetBootstrap();
+    const std::uint32_t packetSize = bootstrap.Get(Gvbs::StreamChannelPacketSize);
+    STarget target;
+    target.ip = bootstrap.Get(Gvbs::StreamChannelDestination);
+    target.port = static_cast<std::uint16_t>(bootstrap.Get(Gvbs::StreamChannelPort) & Gvbs::ScpHostPortMask);
+    target.packetBytes = packetSize & Gvbs::ScpsPacketSizeMask;
+    target.isFragmented = (packetSize & Gvbs::ScpsDoNotFragment) == 0;
+    target.delayNs = bootstrap.Get(Gvbs::StreamChannelPacketDelay); // the clock ticks in nanoseconds
+    target.isExtended = (bootstrap.Get(Gvbs::GvspConfiguration) & Gvbs::GvspConfigurationExtendedIds) != 0;
+    target.hasExtendedChunks = (bootstrap.Get(Gvbs::StreamChannelConfiguration) & Gvbs::SccfgExtendedChunkData) != 0;
+    if (target.ip == 0)
+    {
+        target.port = 0;
+    }
+    m_pSender->SetTarget(target);
+}
+
+bool CNetworkCamera::MoveTo(const Gvcp::SForceIp& forceIp)
+{
+    if (forceIp.ip == 0 || forceIp.ip == m_camera.address.ip)
+    {
+        return true; // to look for an address anew: it finds the one it has
+    }
+    try
+    {
+        // The stream's socket moves with the next reset only; its source address is of no importance.
+        const int socket = OpenSocket(forceIp.ip, Gvcp::Port, false);
+        close(m_socket);
+        m_socket = socket;
+    }
+    catch (const GenICam::RuntimeException&)
+    {
+        return false;
+    }
+    m_camera.address.ip = forceIp.ip;
+    m_camera.address.subnetMask = forceIp.subnetMask;
+    m_camera.address.broadcast = forceIp.ip | ~forceIp.subnetMask;
+    CBootstrap& bootstrap = m_pRegisters->GetBootstrap();
+    bootstrap.SetAddress(m_camera.address);
+    bootstrap.Set(Gvbs::CurrentDefaultGateway, forceIp.gateway);
+    return true;
+}
+
+void CNetworkCamera::Receive(Time now, const Relay& onDiscovery)
+{
+    constexpr int mostAtOnce = 256; // so that a flood at one camera cannot keep the others waiting
+    std::uint8_t data[2048];
+    for (int i = 0; i < mostAtOnce; ++i)
+    {
+        sockaddr_in sender{};
+        socklen_t length = sizeof sender;
+        const ssize_t bytes =
+            recvfrom(m_socket, data, sizeof data, MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&sender), &length);
+        if (bytes <= 0)
+        {
+            return;
+        }
+        const SPeer peer{ntohl(sender.sin_addr.s_addr), ntohs(sender.sin_port)};
+        const auto size = static_cast<std::size_t>(bytes);
+        Handle(data, size, peer, now);
+        if (onDiscovery && IsCommand(data, size, {Gvcp::ECommand::DiscoveryCmd}))
+        {
+            onDiscovery(data, size, peer);
+        }
+    }
+}
+
+void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const SPeer& peer, Time now)
+{
+    if (!IsRunning() || m_isDead || m_isResetAsked || m_camera.faults.isSilent)
+    {
+        return;
+    }
+    const Gvcp::Bytes answer = m_pControl->Handle(data, bytes, peer, now);
+    if (answer.empty())
+    {
+        return;
+    }
+    if (m_camera.faults.commandMs == 0 || !TakesTime(data, bytes))
+    {
+        Send(answer, peer);
+        return;
+    }
+    constexpr std::uint32_t most = 0xFFFF;
+    Send(Gvcp::EncodePendingAck(RequestIdOf(data),
+                                static_cast<std::uint16_t>(std::min(m_camera.faults.commandMs, most))),
+         peer);
+    m_lateAnswers.push_back({now + milliseconds(m_camera.faults.commandMs), peer, answer});
+}
+
+void CNetworkCamera::Send(const Gvcp::Bytes& answer, const SPeer& peer)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(peer.ip);
+    address.sin_port = htons(peer.port);
+    // A refusal that an earlier answer drew is reported by the next call; the second try is the real one.
+    for (int attempt = 0; attempt < 2; ++attempt)
+    {
+        if (sendto(m_socket, answer.data(), answer.size(), MSG_NOSIGNAL, reinterpret_cast<const sockaddr*>(&address),
+                   sizeof address) >= 0)
+        {
+            return;
+        }
+    }
+}
+
+void CNetworkCamera::OnTime(Time now)
+{
+    if (m_isDead && IsRunning())
+    {
+        ShutDown();
+    }
+    else if (m_isResetAsked.exchange(false))
+    {
+        ShutDown();
+        m_bootEnd = now + milliseconds(m_camera.config.bootTimeMs);
+    }
+    else if (m_bootEnd.has_value() && now >= *m_bootEnd)
+    {
+        Boot();
+    }
+    if (!IsRunning())
+    {
+        return;
+    }
+    m_pControl->Expire(now);
+    const auto late = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(),
+                                            [now](const SLateAnswer& answer) { return answer.due <= now; });
+    for (auto answer = m_lateAnswers.begin(); answer != late; ++answer)
+    {
+        Send(answer->answer, answer->peer);
+    }
+    m_lateAnswers.erase(m_lateAnswers.begin(), late);
+}
+
+std::optional<CNetworkCamera::Time> CNetworkCamera::GetDeadline() const
+{
+    if (!IsRunning())
+    {
+        return m_bootEnd;
+    }
+    std::optional<Time> deadline = m_pControl->GetDeadline();
+    for (const SLateAnswer& answer : m_lateAnswers)
+    {
+        deadline = deadline.has_value() ? std::min(*deadline, answer.due) : answer.due;
+    }
+    return deadline;
+}
+
+} // namespace GigEServer::Internal

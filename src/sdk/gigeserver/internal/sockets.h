@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+
+namespace GigEServer::Internal
+{
+
+/** A UDP socket for that address; the caller closes it. A shared one gets its copy of broadcasts beside others. Throws
+ *  GenICam::RuntimeException with address, port and reason. */
+int OpenSocket(std::uint32_t ip, std::uint16_t port, bool isShared);
+/** The port that the system chose. */
+std::uint16_t PortOf(int socket);
+
+} // namespace GigEServer::Internal
