@@ -143,19 +143,19 @@ void CGrabSession::onImage(SGrabCount& count, const Velmo::CGrabResultPtr& resul
 bool CGrabSession::isOver() const
 {
     return std::all_of(m_counts.begin(), m_counts.end(),
-                       [](const SGrabCount& count) { return count.stopped || count.lost; });
+                       [](const SGrabCount& count) { return count.stopped || count.lost || count.isRefused; });
 }
 
 void CGrabSession::run()
 {
-    for (const SGrabCount& count : m_counts)
+    for (SGrabCount& count : m_counts)
     {
         count.camera->clearError();
         m_session.host().stream().startGrabbing(count.camera);
         if (!m_session.host().status().isCameraGrabbing(count.camera))
         {
-            const QString reason = count.camera->errorString();
-            throw CRefusal(CTexts::tr("%1 does not start grabbing: %2").arg(count.camera->getFriendlyName(), reason));
+            count.refusal = count.camera->errorString();
+            count.isRefused = true;
         }
         // It grabs: what was noted on the way, such as that it cannot compress, is no reason for missing images.
         count.camera->clearError();
@@ -273,7 +273,11 @@ void CGrabSession::printFailures()
     for (const SGrabCount& count : m_counts)
     {
         const QString name = printable(count.camera->getFriendlyName());
-        if (count.lost)
+        if (count.isRefused)
+        {
+            printError(CTexts::tr("%1 does not start grabbing: %2").arg(name, count.refusal));
+        }
+        else if (count.lost)
         {
             printError(CTexts::tr("%1: the connection to the camera was lost.").arg(name));
         }
@@ -288,9 +292,10 @@ void CGrabSession::printFailures()
 
 int CGrabSession::exitCode()
 {
-    const bool bad = std::any_of(m_counts.begin(), m_counts.end(),
-                                 [this](const SGrabCount& count) { return count.lost || isBarren(count); });
-    return bad ? ExitRefused : ExitDone;
+    const bool bad =
+        std::any_of(m_counts.begin(), m_counts.end(),
+                    [this](const SGrabCount& count) { return count.isRefused || count.lost || isBarren(count); });
+    return bad || m_counts.isEmpty() ? ExitRefused : ExitDone;
 }
 
 } // namespace PoolCli

@@ -35,7 +35,9 @@ struct SGrabCount
     double fps = 0.0;
     quint64 bytesPerSecond = 0;
     bool lost = false;
-    bool stopped = false; // as many images as were asked for
+    bool isRefused = false; // it did not start
+    QString refusal;        // why not
+    bool stopped = false;   // as many images as were asked for
     CCompressionStatistic compression;
     Velmo::CGrabResultPtr last;
 };
@@ -56,14 +58,15 @@ public:
     /** With --json, prints what the cameras' source nodes tell, each second, instead of a summary. */
     void showStatistics();
     void setImageObserver(ImageObserver observer) { m_observer = std::move(observer); }
-    /** Starts, waits for the end (images, time, Ctrl-C, all cameras lost), stops. Throws CRefusal when a camera does
-     * not start. */
+    /** Starts, waits for the end (images, time, Ctrl-C, no camera left), stops. A camera that does not start is told by
+     * printFailures(). */
     void run();
     void printSummary() const;
     /** Says on stderr what makes exitCode() ExitRefused. */
     void printFailures();
     const QVector<SGrabCount>& counts() const { return m_counts; }
-    /** ExitRefused when a camera was lost, or gave no image at all though nobody ended the grab early. */
+    /** ExitRefused when there was no camera, one did not start or was lost, or gave no image at all though nobody ended
+     * the grab early. */
     int exitCode();
 
 private:

@@ -13,6 +13,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 
 #include <memory>
 #include <vector>
@@ -40,7 +41,7 @@ void writePicture(CSession& session, const HostKit::CameraInfoPtr& camera, const
     }
 }
 
-/** A file name that any file system takes, from what a camera calls itself. */
+/** A file name that any file system takes, without its ending, from what a camera calls itself. */
 QString fileNameFor(const Plugin::CameraPool::ICameraInfo& camera)
 {
     QString name = camera.getModelName() + QLatin1Char('-') + camera.getSerialNumber();
@@ -51,42 +52,86 @@ QString fileNameFor(const Plugin::CameraPool::ICameraInfo& camera)
             character = QLatin1Char('_');
         }
     }
-    return name + QStringLiteral(".png");
+    return name;
+}
+
+/** The cameras of a grab, open while it lives. */
+struct SOpened
+{
+    QVector<HostKit::CameraInfoPtr> cameras;
+    std::vector<std::unique_ptr<COpenCamera>> open;
+    bool isAll = true;
+};
+
+/** Those that were named must open. When all are meant, one that refuses is reported and the others are taken. */
+SOpened openAll(CSession& session, const SOptions& options)
+{
+    SOpened opened;
+    const auto cameras = session.camerasCalled(options.cameras, options.discoveryTimeoutMs);
+    checkCameraSettings(cameras, options);
+    for (const auto& camera : cameras)
+    {
+        try
+        {
+            opened.open.push_back(std::make_unique<COpenCamera>(session, camera));
+        }
+        catch (const CRefusal& refusal)
+        {
+            if (!options.cameras.isEmpty())
+            {
+                throw;
+            }
+            printError(QString::fromUtf8(refusal.what()));
+            opened.isAll = false;
+            continue;
+        }
+        opened.cameras.append(camera);
+        applySettings(session, camera, options);
+    }
+    return opened;
+}
+
+/** One PNG of each camera's last image; cameras of the same model and serial number get numbers. */
+void writePictures(CSession& session, const CGrabSession& grab, const SOptions& options)
+{
+    QDir().mkpath(options.output);
+    QSet<QString> taken;
+    for (const SGrabCount& count : grab.counts())
+    {
+        if (!count.last.IsValid())
+        {
+            continue;
+        }
+        const QString name = fileNameFor(*count.camera);
+        QString unique = name + QStringLiteral(".png");
+        for (int number = 2; taken.contains(unique); ++number)
+        {
+            unique = QStringLiteral("%1-%2.png").arg(name).arg(number);
+        }
+        taken.insert(unique);
+        const QString file = QDir(options.output).filePath(unique);
+        writePicture(session, count.camera, count.last, file);
+        if (!options.json)
+        {
+            printLine(CTexts::tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
+        }
+    }
 }
 
 } // namespace
 
 int runGrab(CSession& session, const SOptions& options)
 {
-    const auto cameras = session.camerasCalled(options.cameras, options.discoveryTimeoutMs);
-    checkCameraSettings(cameras, options);
-    std::vector<std::unique_ptr<COpenCamera>> open;
-    for (const auto& camera : cameras)
-    {
-        open.push_back(std::make_unique<COpenCamera>(session, camera));
-        applySettings(session, camera, options);
-    }
-    CGrabSession grab(session, cameras, options);
+    SOpened opened = openAll(session, options);
+    CGrabSession grab(session, opened.cameras, options);
     grab.run();
     if (!options.output.isEmpty())
     {
-        QDir().mkpath(options.output);
-        for (const SGrabCount& count : grab.counts())
-        {
-            if (count.last.IsValid())
-            {
-                const QString file = QDir(options.output).filePath(fileNameFor(*count.camera));
-                writePicture(session, count.camera, count.last, file);
-                if (!options.json)
-                {
-                    printLine(CTexts::tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
-                }
-            }
-        }
+        writePictures(session, grab, options);
     }
     grab.printSummary();
     grab.printFailures();
-    return grab.exitCode();
+    return opened.isAll ? grab.exitCode() : ExitRefused;
 }
 
 int runSnapshot(CSession& session, const SOptions& options)
@@ -124,7 +169,8 @@ int runSnapshot(CSession& session, const SOptions& options)
                            .arg(camera.info()->getFriendlyName(),
                                 reason.isEmpty() ? CTexts::tr("none arrived in time.") : reason));
     }
-    const QString file = options.output.isEmpty() ? fileNameFor(*camera.info()) : options.output;
+    const QString file =
+        options.output.isEmpty() ? fileNameFor(*camera.info()) + QStringLiteral(".png") : options.output;
     writePicture(session, camera.info(), image, file);
     const QJsonObject summary{{"file", file},
                               {"width", static_cast<int>(image->GetWidth())},

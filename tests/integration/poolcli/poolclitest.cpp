@@ -102,6 +102,40 @@ TEST_F(PoolCliProgram, grabStopsAfterTheImagesAskedForOnBothCameras)
     EXPECT_EQ(QDir(m_folder.filePath(QStringLiteral("pictures"))).entryList({QStringLiteral("*.png")}).size(), 2);
 }
 
+TEST_F(PoolCliProgram, camerasWhoseNamesGiveTheSameFileGetAPictureEach)
+{
+    writeData(R"({"cameras": [{"serial": "A B", "model": "Mono"}, {"serial": "A_B", "model": "Mono"}]})");
+    const SOutcome outcome = run({QStringLiteral("grab"), QStringLiteral("-n"), QStringLiteral("2"),
+                                  QStringLiteral("-o"), QStringLiteral("pictures")});
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    EXPECT_EQ(QDir(m_folder.filePath(QStringLiteral("pictures"))).entryList({QStringLiteral("*.png")}),
+              (QStringList{QStringLiteral("Mono-A_B-2.png"), QStringLiteral("Mono-A_B.png")}));
+}
+
+TEST_F(PoolCliProgram, aGrabOfAllCamerasGoesOnWithoutTheBusyOneAndEndsWithOne)
+{
+    writeData(R"({"cameras": [{"serial": "BUSY", "faults": {"refuseOpenOwner": "10.1.2.3"}}, {"serial": "FREE"}]})");
+    const SOutcome outcome =
+        run({QStringLiteral("grab"), QStringLiteral("-n"), QStringLiteral("3"), QStringLiteral("--json")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("BUSY") && outcome.err.contains("10.1.2.3")) << outcome.err.constData();
+    EXPECT_FALSE(outcome.err.contains("FREE")) << outcome.err.constData();
+    const QJsonArray cameras = outcome.json().array();
+    ASSERT_EQ(cameras.size(), 1);
+    EXPECT_TRUE(cameras.at(0).toObject().value(QStringLiteral("full_name")).toString().contains("FREE"));
+    EXPECT_EQ(cameras.at(0).toObject().value(QStringLiteral("images")).toInt(), 3);
+}
+
+TEST_F(PoolCliProgram, aGrabOfANamedCameraThatIsBusyDoesNotBegin)
+{
+    writeData(R"({"cameras": [{"serial": "BUSY", "faults": {"refuseOpenOwner": "10.1.2.3"}}, {"serial": "FREE"}]})");
+    const SOutcome outcome = run({QStringLiteral("grab"), QStringLiteral("FREE"), QStringLiteral("BUSY"),
+                                  QStringLiteral("-n"), QStringLiteral("3"), QStringLiteral("--json")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("BUSY")) << outcome.err.constData();
+    EXPECT_TRUE(outcome.out.isEmpty()) << outcome.out.constData();
+}
+
 TEST_F(PoolCliProgram, aSnapshotOfADeepFormatKeepsSixteenBits)
 {
     const SOutcome outcome =
