@@ -133,12 +133,13 @@ inline constexpr SParameterName<CIntegerParameter> StreamIncompleteFrameCount{
 inline constexpr SParameterName<CIntegerParameter> StreamPacketResendCount{"@StreamGrabber0/StreamPacketResendCount"};
 } // namespace StreamGrabber0
 
+/** Settings of the SDK's instant camera, by the SDK's names: GrabLoopThreadUseTimeout switches GrabLoopThreadTimeout.
+ */
 namespace CameraInstance
 {
 inline constexpr SParameterName<CIntegerParameter> MaxNumBuffer{"@CameraInstance/MaxNumBuffer"};
 inline constexpr SParameterName<CIntegerParameter> MaxNumQueuedBuffer{"@CameraInstance/MaxNumQueuedBuffer"};
-inline constexpr SParameterName<CBooleanParameter> GrabLoopThreadTimeoutEnable{
-    "@CameraInstance/GrabLoopThreadTimeoutEnable"};
+inline constexpr SParameterName<CBooleanParameter> GrabLoopThreadUseTimeout{"@CameraInstance/GrabLoopThreadUseTimeout"};
 inline constexpr SParameterName<CIntegerParameter> GrabLoopThreadTimeout{"@CameraInstance/GrabLoopThreadTimeout"};
 inline constexpr SParameterName<CBooleanParameter> InternalGrabEngineThreadPriorityOverride{
     "@CameraInstance/InternalGrabEngineThreadPriorityOverride"};

@@ -52,6 +52,21 @@ TEST_F(CameraLifecycle, aNewCameraHasNoDeviceAndIsClosed)
     EXPECT_EQ(camera->getParameterCollection()->nodeMap(Path::CameraDevice), nullptr);
 }
 
+TEST_F(CameraLifecycle, parametersOfTheInstanceHaveTheNamesThatTheSdkGivesThem)
+{
+    const auto camera = makeCamera();
+    ASSERT_TRUE(camera->open(false));
+    const auto parameters = camera->getParameterCollection();
+    namespace Instance = Name::CameraInstance;
+    EXPECT_TRUE(Instance::MaxNumBuffer.of(parameters).isValid());
+    EXPECT_TRUE(Instance::MaxNumQueuedBuffer.of(parameters).isValid());
+    EXPECT_TRUE(Instance::GrabLoopThreadUseTimeout.of(parameters).isValid());
+    EXPECT_TRUE(Instance::GrabLoopThreadTimeout.of(parameters).isValid());
+    EXPECT_TRUE(Instance::InternalGrabEngineThreadPriorityOverride.of(parameters).isValid());
+    EXPECT_TRUE(Instance::InternalGrabEngineThreadPriority.of(parameters).isValid());
+    EXPECT_TRUE(Instance::MonitorModeActive.of(parameters).isValid());
+}
+
 TEST_F(CameraLifecycle, openingAttachesTheNodeMapsBeforeItTells)
 {
     const auto camera = makeCamera();
