@@ -533,9 +533,12 @@ void CScriptedSdk::Add(const std::shared_ptr<CScriptedTransport>& transport)
 
 void CScriptedSdk::Remove(const std::shared_ptr<CScriptedTransport>& transport)
 {
-    const auto gone = transport;
-    Velmo::Internal::CTransportRegistry::GetInstance().Unregister(gone->GetTlInfo().GetDeviceClass());
-    m_transports.erase(std::remove(m_transports.begin(), m_transports.end(), gone), m_transports.end());
+    // Not by the pointer given: it may be an element of the list.
+    const CScriptedTransport* const pGone = transport.get();
+    Velmo::Internal::CTransportRegistry::GetInstance().Unregister(pGone->GetTlInfo().GetDeviceClass());
+    m_transports.erase(std::remove_if(m_transports.begin(), m_transports.end(),
+                                      [pGone](const auto& known) { return known.get() == pGone; }),
+                       m_transports.end());
 }
 
 unsigned int CScriptedSdk::GetHeldTransportLayers(const std::string& deviceClass) const
