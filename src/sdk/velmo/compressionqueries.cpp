@@ -4,6 +4,8 @@
 #include "velmo/imagedecompressor.h"
 #include "velmo/internal/copybytes.h"
 
+#include <algorithm>
+#include <limits>
 #include <mutex>
 
 namespace Velmo
@@ -47,7 +49,10 @@ void ReadRegister(GenApi::INodeMap& nodeMap, const char* name, const char* what,
 ECompressionMode CImageDecompressor::GetCompressionMode(GenApi::INodeMap& cameraNodeMap)
 {
     const std::int64_t value = Find<GenApi::IEnumeration>(cameraNodeMap, ModeFeature).GetIntValue(false, true);
-    return static_cast<ECompressionMode>(value);
+    // Not cut off to fewer bits: what is left of a large value could be that of another mode.
+    constexpr std::int64_t Lowest = std::numeric_limits<int>::min();
+    constexpr std::int64_t Highest = std::numeric_limits<int>::max();
+    return static_cast<ECompressionMode>(std::clamp(value, Lowest, Highest));
 }
 
 void CImageDecompressor::GetCompressionDescriptor(void* pBuffer, std::size_t* pBytes, GenApi::INodeMap& cameraNodeMap)

@@ -91,7 +91,7 @@ public:
      * caches: what the camera reports is what counts.
      * @{
      */
-    /** A value that is none of the enumeration is passed on as it is. */
+    /** A value that is none of the enumeration is passed on as it is, or as the nearest that an int can have. */
     static ECompressionMode GetCompressionMode(GenApi::INodeMap& cameraNodeMap);
     /**
      * Copies the descriptor to pBuffer, which holds *pBytes, and sets *pBytes to its size. With pBuffer null only the

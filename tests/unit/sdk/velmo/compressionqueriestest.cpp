@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <limits>
 #include <vector>
 
 namespace
@@ -88,6 +89,17 @@ TEST_F(CompressionQueries, modeOfNoEntryIsPassedOn)
 {
     m_port.Poke(ModeAddress, 77, 4);
     EXPECT_EQ(static_cast<int>(CImageDecompressor::GetCompressionMode(*m_map)), 77);
+}
+
+TEST_F(CompressionQueries, modeBeyondAnIntIsNoneThatThisSdkKnows)
+{
+    for (const auto* value : {"4294967296", "4294967297", "-4294967294"}) // cut off to 32 bits: 0, 1 and 2
+    {
+        Load(std::string("<Enumeration Name=\"ImageCompressionMode\"><EnumEntry Name=\"Strange\"><Value>") + value +
+             "</Value></EnumEntry><Value>" + value + "</Value></Enumeration>");
+        const int mode = CImageDecompressor::GetCompressionMode(*m_map);
+        EXPECT_EQ(mode, *value == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max()) << value;
+    }
 }
 
 TEST_F(CompressionQueries, withoutABufferOnlyTheSizeIsTold)
