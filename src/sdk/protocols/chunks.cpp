@@ -3,6 +3,8 @@
 
 #include "protocols/chunks.h"
 
+#include <stdexcept>
+
 namespace Velmo::Chunks
 {
 
@@ -129,6 +131,11 @@ void Append(std::vector<std::uint8_t>& payload, std::uint32_t id, const void* pD
 {
     const auto* begin = static_cast<const std::uint8_t*>(pData);
     const std::size_t aligned = AlignedBytes(bytes);
+    if (aligned < bytes || aligned > MaxChunkBytes)
+    {
+        throw std::length_error("A chunk of " + std::to_string(bytes) +
+                                " bytes is too long: its trailer has 32 bits for the length.");
+    }
     payload.insert(payload.end(), begin, begin + bytes);
     payload.insert(payload.end(), aligned - bytes, 0);
     const auto trailer = MakeTrailer(id, static_cast<std::uint32_t>(aligned), order);

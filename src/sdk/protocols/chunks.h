@@ -24,6 +24,7 @@ namespace Velmo::Chunks
 
 constexpr std::size_t TrailerBytes = 8;   // GigE Vision, "chunk data payload type": chunk ID, then chunk data length
 constexpr std::size_t AlignmentBytes = 4; // the standards make data lengths multiples of it; a reader need not insist
+constexpr std::size_t MaxChunkBytes = 0xFFFFFFFC; // of the data: the trailer's 32 bits, aligned
 
 // IDs are the camera's choice; these two are the camera model's, and known by the SDK's decompressor.
 constexpr std::uint32_t ImageChunkId = 0x00000001;
@@ -94,7 +95,8 @@ constexpr std::size_t AlignedBytes(std::size_t bytes)
 {
     return (bytes + AlignmentBytes - 1) / AlignmentBytes * AlignmentBytes;
 }
-/** Adds data, zeros up to the alignment (they count as data) and the trailer. */
+/** Adds data, zeros up to the alignment (they count as data) and the trailer. Throws std::length_error, and leaves the
+ *  payload alone, when the data do not fit into one chunk. */
 PROTOCOLS_EXPORT void Append(std::vector<std::uint8_t>& payload, std::uint32_t id, const void* pData, std::size_t bytes,
                              EByteOrder order);
 

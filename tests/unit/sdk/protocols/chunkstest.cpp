@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <stdexcept>
+
 using namespace Velmo::Chunks;
 
 namespace
@@ -166,6 +169,17 @@ TEST(Chunks, aWrittenChunkIsAlignedWithZeros)
     Bytes payload;
     Append(payload, 0x01020304, "abc", 3, EByteOrder::Big);
     EXPECT_EQ(payload, (Bytes{'a', 'b', 'c', 0, 1, 2, 3, 4, 0, 0, 0, 4}));
+}
+
+TEST(Chunks, dataTooLongForTheTrailersThirtyTwoBitsAreRefused)
+{
+    Bytes payload{1, 2};
+    const std::uint8_t byte = 0;
+    for (const std::size_t bytes : {MaxChunkBytes + 1, std::size_t{1} << 32, SIZE_MAX - 2, SIZE_MAX})
+    {
+        EXPECT_THROW(Append(payload, 1, &byte, bytes, EByteOrder::Big), std::length_error) << bytes;
+    }
+    EXPECT_EQ(payload, (Bytes{1, 2}));
 }
 
 TEST(Chunks, aLittleEndianTrailerIsWrittenTheOtherWayRound)
