@@ -21,7 +21,8 @@ public:
     /**
      * The decompressor of the camera's latest grab, made before its first image and kept until the camera is closed;
      * it stays usable for those who hold it. Null when the camera does not compress, has not grabbed since it was
-     * opened, or did not tell how it compresses (errorString() of the record then says why). Threads: any.
+     * opened, or did not tell how it compresses (errorString() of the record then says why). Threads: any; other
+     * threads than the main one wait while a camera is being asked, so do not call it with a lock of a node map held.
      */
     virtual QSharedPointer<const Velmo::CImageDecompressor>
     getImageDecompressor(const QSharedPointer<IBaseInfo>& info) const = 0;

@@ -55,10 +55,11 @@ CImageDecompressorService::getImageDecompressor(const QSharedPointer<IBaseInfo>&
 
 void CImageDecompressorService::onCameraGrabStart(QSharedPointer<ICameraInfo> info)
 {
+    const QMutexLocker lock(&m_mutex);
     // Whatever is thrown here must not reach the camera that is about to grab; the earlier decompressor stays.
     try
     {
-        keep(info, makeDecompressor(info));
+        keepLocked(info, makeDecompressor(info));
     }
     catch (const GenICam::GenericException& e)
     {
@@ -102,12 +103,12 @@ CImageDecompressorService::makeDecompressor(const QSharedPointer<ICameraInfo>& i
 
 void CImageDecompressorService::onDeviceClosed(QSharedPointer<IBaseInfo> info)
 {
-    keep(info, {});
+    const QMutexLocker lock(&m_mutex);
+    keepLocked(info, {});
 }
 
-void CImageDecompressorService::keep(const QSharedPointer<IBaseInfo>& info, const DecompressorPtr& decompressor)
+void CImageDecompressorService::keepLocked(const QSharedPointer<IBaseInfo>& info, const DecompressorPtr& decompressor)
 {
-    const QMutexLocker lock(&m_mutex);
     if (decompressor.isNull())
     {
         m_decompressors.remove(info);

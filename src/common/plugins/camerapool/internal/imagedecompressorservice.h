@@ -36,12 +36,14 @@ private:
 
     /** Null unless the camera compresses; throws what reading and building throw. */
     DecompressorPtr makeDecompressor(const QSharedPointer<ICameraInfo>& info) const;
-    /** Null removes. */
-    void keep(const QSharedPointer<IBaseInfo>& info, const DecompressorPtr& decompressor);
+    /** Null removes. The mutex is held. */
+    void keepLocked(const QSharedPointer<IBaseInfo>& info, const DecompressorPtr& decompressor);
 
     QPointer<CCameraPool> m_pool;
-    mutable QMutex m_mutex; // guards m_decompressors; nothing is called while it is held
     QMap<QSharedPointer<IBaseInfo>, DecompressorPtr> m_decompressors;
+    // Guards m_decompressors. Held while a camera is asked, so that nobody is given the decompressor of its last grab
+    // meanwhile; recursive, as what that calls back on this thread may ask the service.
+    mutable QRecursiveMutex m_mutex;
 };
 
 } // namespace Plugin::CameraPool::Internal

@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/internal/imagedecompressorservice.h"
+#include "codec/encoder.h"
+#include "protocols/chunks.h"
 #include "unit/common/plugins/camerapool/testing/compressionfixture.h"
 
 #include <atomic>
+#include <chrono>
+#include <future>
 #include <thread>
 
 namespace
@@ -199,6 +203,28 @@ TEST_F(ImageDecompressorService, mayBeAskedWhileTheCameraIsAsked)
     EXPECT_NE(decompressor(), earlier);
 }
 
+TEST_F(ImageDecompressorService, anotherThreadThatAsksWhileTheCameraIsAskedWaitsForTheNewOne)
+{
+    grabAndStop();
+    const auto earlier = decompressor();
+    std::future<DecompressorPtr> asked;
+    std::future_status whileRead = std::future_status::ready;
+    m_transport->SetHook(::Test::EStep::ReadRegister,
+                         [&](const std::string&)
+                         {
+                             if (!asked.valid())
+                             {
+                                 asked = std::async(std::launch::async, [&] { return decompressor(); });
+                                 whileRead = asked.wait_for(std::chrono::milliseconds(100));
+                             }
+                         });
+    emit m_pool->cameraGrabStart(m_info);
+    EXPECT_EQ(whileRead, std::future_status::timeout);
+    const auto answer = asked.get();
+    EXPECT_NE(answer, earlier);
+    EXPECT_EQ(answer, decompressor());
+}
+
 TEST_F(ImageDecompressorService, mayBeAskedOnEveryThreadWhileCamerasStartAndClose)
 {
     std::atomic<bool> stop{false};
@@ -226,6 +252,145 @@ TEST_F(ImageDecompressorService, mayBeAskedOnEveryThreadWhileCamerasStartAndClos
     for (auto& asker : askers)
     {
         asker.join();
+    }
+    EXPECT_EQ(bad, 0);
+}
+
+/** The camera sends what its descriptor says, or something else. */
+class DecompressedImages : public ImageDecompressorService
+{
+protected:
+    using EMode = Velmo::Codec::EMode;
+
+    DecompressedImages()
+    {
+        QObject::connect(m_pool.get(), &CCameraPool::cameraImageGrabbed, m_pool.get(),
+                         [this](const CameraInfoPtr&, const Velmo::CGrabResultPtr& result) { m_latest = result; });
+    }
+
+    static Bytes picture(std::uint32_t width, std::uint32_t height)
+    {
+        Bytes image(std::size_t{width} * height);
+        for (std::size_t i = 0; i < image.size(); ++i)
+        {
+            image[i] = static_cast<std::uint8_t>(i / width + i % width);
+        }
+        return image;
+    }
+    static ::Test::SScriptedImage compressed(std::uint32_t width, std::uint32_t height)
+    {
+        Velmo::Codec::CEncoder encoder(Velmo::Codec::MakeDescriptor(EMode::Lossless, 0x01080001, width, height));
+        const auto frame = encoder.Encode(picture(width, height).data());
+        ::Test::SScriptedImage image;
+        image.payloadType = Velmo::EPayloadType::ChunkData;
+        Velmo::Chunks::Append(image.data, Velmo::Chunks::CompressedImageChunkId, frame.pData, frame.bytes,
+                              Velmo::Chunks::EByteOrder::Big);
+        return image;
+    }
+    void setDescriptorOf(std::uint32_t width, std::uint32_t height) const
+    {
+        m_transport->SetBytes(
+            s_serial, "ImageCompressionDescriptor",
+            Velmo::Codec::EncodeDescriptor(Velmo::Codec::MakeDescriptor(EMode::Lossless, 0x01080001, width, height)));
+    }
+    /** The first image of a grab of its own, as the pool tells it. */
+    Velmo::CGrabResultPtr grab(const ::Test::SScriptedImage& image)
+    {
+        m_latest.Release();
+        m_pool->startGrabbing(m_info);
+        EXPECT_TRUE(m_transport->WaitForQueued(s_serial, 1));
+        EXPECT_TRUE(m_transport->DeliverImage(s_serial, image));
+        EXPECT_TRUE(::Test::waitUntil([this] { return m_latest.IsValid(); }));
+        m_pool->stopGrabbing(m_info);
+        return m_latest;
+    }
+    static Velmo::ECompressionStatus decode(const DecompressorPtr& with, const Velmo::CGrabResultPtr& result,
+                                            Bytes& image)
+    {
+        image.assign(with->GetImageSizeForDecompression(), 0);
+        return with->Decompress(image.data(), image.size(), result);
+    }
+
+    Velmo::CGrabResultPtr m_latest;
+};
+
+TEST_F(DecompressedImages, ofAnotherSizeAreNotForTheDecompressorOfAnEarlierGrab)
+{
+    Bytes image;
+    const auto before = grab(compressed(64, 48));
+    const auto stale = decompressor();
+    ASSERT_FALSE(stale.isNull());
+    ASSERT_EQ(decode(stale, before, image), Velmo::CompressionStatus_Ok);
+    setDescriptorOf(32, 16);
+    const auto after = grab(compressed(32, 16));
+    EXPECT_EQ(decode(stale, after, image), Velmo::CompressionStatus_WrongDescriptor);
+    EXPECT_EQ(decode(decompressor(), before, image), Velmo::CompressionStatus_WrongDescriptor);
+    ASSERT_EQ(decode(decompressor(), after, image), Velmo::CompressionStatus_Ok);
+    EXPECT_EQ(image, picture(32, 16));
+}
+
+TEST_F(DecompressedImages, whoseHeadsTellOtherSizesThanTheDescriptorAreRefused)
+{
+    Bytes image;
+    for (const auto& [width, height] : {std::pair(48U, 64U), {64U, 47U}, {65U, 48U}, {1024U, 64U}})
+    {
+        const auto lie = compressed(width, height);
+        ASSERT_LE(lie.data.size(), 64U * 48U) << "it has to fit into the buffer";
+        const auto result = grab(lie);
+        EXPECT_EQ(decode(decompressor(), result, image), Velmo::CompressionStatus_WrongDescriptor);
+    }
+}
+
+TEST_F(DecompressedImages, areNotCompressedOnceTheCameraHasSwitchedItOff)
+{
+    grabAndStop();
+    const auto stale = decompressor();
+    setMode(Velmo::CompressionMode_Off);
+    const auto plain = grab({});
+    EXPECT_TRUE(decompressor().isNull());
+    Bytes image;
+    EXPECT_EQ(decode(stale, plain, image), Velmo::CompressionStatus_NotCompressed);
+}
+
+TEST_F(DecompressedImages, areDecodedOnSeveralThreadsWhileTheirCameraCloses)
+{
+    const auto result = grab(compressed(64, 48));
+    auto made = decompressor();
+    ASSERT_FALSE(made.isNull());
+    constexpr int threads = 3;
+    std::atomic<int> begun{0};
+    std::atomic<bool> isClosed{false};
+    std::atomic<int> bad{0};
+    std::vector<std::thread> decoders;
+    for (int i = 0; i < threads; ++i)
+    {
+        decoders.emplace_back(
+            [&, result, made]
+            {
+                Bytes image;
+                const auto decodeOnce = [&]
+                {
+                    const auto status = decode(made, result, image);
+                    bad += status != Velmo::CompressionStatus_Ok || image != picture(64, 48) ? 1 : 0;
+                };
+                decodeOnce();
+                ++begun;
+                while (!isClosed)
+                {
+                    decodeOnce();
+                }
+                decodeOnce();
+            });
+    }
+    EXPECT_TRUE(::Test::waitUntil([&] { return begun == threads; }));
+    m_latest.Release();
+    made.reset();
+    m_pool->closeDevice(m_info);
+    EXPECT_TRUE(decompressor().isNull());
+    isClosed = true;
+    for (auto& decoder : decoders)
+    {
+        decoder.join();
     }
     EXPECT_EQ(bad, 0);
 }
