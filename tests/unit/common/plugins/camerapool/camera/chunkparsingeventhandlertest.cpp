@@ -7,6 +7,8 @@
 
 #include "velmo/tlfactory.h"
 
+#include <algorithm>
+
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
 using ::Test::EFault;
@@ -248,6 +250,17 @@ TEST_F(ChunkParsingEventHandler, anInvalidResultIsNotAttached)
     EXPECT_EQ(count(EStep::AttachChunkBuffer), 0U);
 }
 
+TEST_F(ChunkParsingEventHandler, aPayloadThatClaimsMoreThanItsBufferIsAttachedAsFarAsTheBufferGoes)
+{
+    open();
+    start();
+    const CGrabResultPtr result = grab(chunkImage(std::size_t(1) << 33));
+    EXPECT_EQ(result->GetPayloadSize(), result->GetBufferSize());
+    const auto buffers = m_transport->GetChunkBuffers(s_serial);
+    ASSERT_EQ(buffers.size(), 1U);
+    EXPECT_EQ(buffers[0].bytes, static_cast<std::int64_t>(result->GetBufferSize()));
+}
+
 TEST_F(ChunkParsingEventHandler, theLatestImageStaysOutOfTheStream)
 {
     open();
@@ -353,6 +366,18 @@ TEST_F(ChunkParsingEventHandler, aFailedDetachmentAsserts)
     m_transport->SetFault(EStep::DetachChunkBuffer, EFault::Runtime);
     EXPECT_DEATH(m_handler.OnGrabStarted(m_camera), "OnGrabStarted.*false");
 }
+#else
+TEST_F(ChunkParsingEventHandler, aFailedAttachmentStopsNeitherTheGrabNorTheNextAttachment)
+{
+    open();
+    start();
+    m_transport->SetFault(EStep::AttachChunkBuffer, EFault::Unknown, "", "", 1);
+    EXPECT_TRUE(grab(chunkImage()).IsValid());
+    EXPECT_TRUE(grab(chunkImage()).IsValid());
+    EXPECT_EQ(count(EStep::AttachChunkBuffer), 2U);
+    m_camera.Close();
+    EXPECT_EQ(count(EStep::DestroyChunkParser), 1U);
+}
 #endif
 
 /** As CCamera uses it. */
@@ -400,6 +425,36 @@ TEST_F(CameraChunks, reopeningAfterALossMakesAParserOnTheNewDevice)
     ASSERT_TRUE(m_transport->WaitForQueued(s_serial, 1));
     ASSERT_TRUE(m_transport->DeliverImage(s_serial, chunkImage()));
     EXPECT_TRUE(m_transport->WaitForCount(EStep::AttachChunkBuffer, 1));
+}
+
+TEST_F(CameraChunks, aCameraRemovedInMidGrabIsParsedAgainOnceItIsBackAndItsImageStaysWhole)
+{
+    const auto camera = openCamera();
+    CGrabResultPtr held;
+    QObject::connect(camera.data(), &ICamera::cameraImageGrabbed, camera.data(),
+                     [&](const CGrabResultPtr& result) { held = held.IsValid() ? held : result; });
+    camera->startGrabbing();
+    ASSERT_TRUE(m_transport->WaitForQueued(s_serial, 1));
+    SScriptedImage image = chunkImage();
+    image.data.assign(image.payloadBytes, 42);
+    ASSERT_TRUE(m_transport->DeliverImage(s_serial, image));
+    ASSERT_TRUE(waitUntil([&] { return held.IsValid(); }));
+    ASSERT_TRUE(m_transport->WaitForCount(EStep::AttachChunkBuffer, 1));
+    m_transport->RemoveCamera(s_serial);
+    camera->close();
+    EXPECT_EQ(m_transport->GetCount(EStep::DestroyChunkParser), 1U);
+    EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
+
+    m_transport->AddCamera(chunkCamera());
+    ASSERT_TRUE(camera->open(false));
+    m_transport->SetRegister(s_serial, "ChunkModeActive", 1);
+    camera->startGrabbing();
+    ASSERT_TRUE(m_transport->WaitForQueued(s_serial, 1));
+    ASSERT_TRUE(m_transport->DeliverImage(s_serial, chunkImage()));
+    ASSERT_TRUE(m_transport->WaitForCount(EStep::AttachChunkBuffer, 2));
+    EXPECT_EQ(m_transport->GetChunkBuffers(s_serial).size(), 1U) << "of the camera that came back";
+    const auto* const pBytes = static_cast<const std::uint8_t*>(held->GetBuffer());
+    EXPECT_EQ(std::count(pBytes, pBytes + held->GetPayloadSize(), 42), 100);
 }
 
 TEST_F(CameraChunks, disposingAnOpenCameraDestroysTheParser)
