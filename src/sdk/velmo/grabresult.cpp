@@ -28,9 +28,15 @@ std::size_t CGrabResultData::GetImageSize() const
         return 0;
     }
     const std::size_t bitsPerPixel = m_result.pixelType >> 16 & 0xFF; // PFNC: bits 16..23
-    const std::size_t bytes = (std::size_t{m_result.width} * m_result.height * bitsPerPixel + 7) / 8 +
-                              std::size_t{m_result.height} * m_result.paddingX;
-    return std::min(bytes, m_result.payloadBytes);
+    const std::size_t pixels = std::size_t{m_result.width} * m_result.height;
+    const std::size_t padding = std::size_t{m_result.height} * m_result.paddingX;
+    // The camera may tell any geometry: what is larger than the payload is not multiplied any further.
+    const bool isBeyond = padding >= m_result.payloadBytes || pixels / 8 > m_result.payloadBytes;
+    if (isBeyond && bitsPerPixel != 0)
+    {
+        return m_result.payloadBytes;
+    }
+    return std::min((pixels * bitsPerPixel + 7) / 8 + padding, m_result.payloadBytes);
 }
 
 CGrabResultPtr::CGrabResultPtr(CGrabResultData* pData) : m_pData(pData)

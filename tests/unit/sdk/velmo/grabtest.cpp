@@ -103,6 +103,22 @@ TEST_F(Grab, theImageOfAChunkPayloadEndsWhereItsGeometrySays)
     EXPECT_EQ(64U * 48U - 1, result->GetImageSize());
 }
 
+TEST_F(Grab, anImageOfAnAbsurdGeometryIsTheWholePayload)
+{
+    ::Test::SScriptedCamera config;
+    config.width = 0x80000000;
+    config.height = 0x80000000; // with 16 bits for a pixel the product is 2^66
+    Open(config);
+    camera->StartGrabbing();
+    ::Test::SScriptedImage image;
+    image.pixelType = 0x01100007; // PFNC, Mono16
+    ASSERT_TRUE(Deliver(image));
+    CGrabResultPtr result;
+    ASSERT_TRUE(camera->RetrieveResult(5000, result));
+    ASSERT_EQ(0x80000000U, result->GetWidth());
+    EXPECT_EQ(result->GetPayloadSize(), result->GetImageSize());
+}
+
 TEST_F(Grab, trailersAreNoPartOfTheImage)
 {
     ::Test::SScriptedCamera config;
