@@ -40,6 +40,8 @@ public:
 
     const STarget& GetTarget() const { return m_target; }
     std::uint64_t GetId() const { return m_header.blockId; }
+    /** Of the payload. */
+    std::size_t GetBytes() const { return m_payload.size(); }
     /** Leader, payload packets and trailer; 0 when packets of the target's size cannot hold data. */
     std::uint32_t CountPackets() const { return m_packets; }
     /** Packets that exist: of a failed image the trailer and half of the payload do not. */

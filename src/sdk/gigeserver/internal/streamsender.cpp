@@ -24,6 +24,10 @@ namespace
 constexpr int SendBufferBytes = 4 * 1024 * 1024;
 constexpr std::int64_t BatchNs = 500'000;        // packets that are due within it leave together
 constexpr std::chrono::milliseconds MostLag{20}; // a sender that was held up catches up no more than that
+// Blocks kept for requests: applications ask late for what they lost at the end of a block, and more than once.
+constexpr std::size_t FewestKeptBlocks = 4;
+constexpr std::size_t MostKeptBlocks = 64;
+constexpr std::size_t MostKeptBytes = 32 * 1024 * 1024;
 constexpr std::int64_t Never = std::numeric_limits<std::int64_t>::max();
 
 } // namespace
@@ -96,7 +100,13 @@ void CStreamSender::SetTarget(const STarget& target)
 
 std::shared_ptr<CBlock> CStreamSender::TakeBlock()
 {
-    if (m_history.size() >= HistoryBlocks)
+    std::size_t kept = 0;
+    for (const auto& pKept : m_history)
+    {
+        kept += pKept->GetBytes();
+    }
+    const bool isFull = m_history.size() >= MostKeptBlocks || kept >= MostKeptBytes;
+    if (isFull && m_history.size() >= FewestKeptBlocks)
     {
         std::shared_ptr<CBlock> pOldest = std::move(m_history.front());
         m_history.pop_front();

@@ -45,7 +45,6 @@ public:
 
 private:
     using Time = std::chrono::steady_clock::time_point;
-    static constexpr std::size_t HistoryBlocks = 4; // for requests to send packets again
 
     void Run();
     std::shared_ptr<CBlock> TakeBlock();
