@@ -4,6 +4,7 @@
 #include "protocols/gvcp.h"
 
 #include <cstdlib>
+#include <cstring>
 
 using namespace Velmo::Gvcp;
 
@@ -95,6 +96,13 @@ void ParseAsAcknowledge(const std::uint8_t* data, std::size_t size)
     if (ParseReadMemAck(ack, memory) == EParseResult::Ok)
     {
         Require(memory.pData + memory.bytes <= data + size);
+    }
+    if (IsAnswer(ack, ECommand::ActionAck, ack.ackId))
+    {
+        const Bytes again = EncodePlainAck(ack.ackId, ECommand::ActionAck, static_cast<EStatus>(ack.status));
+        const bool hasPayload = ack.payloadBytes != 0;
+        Require(again.size() == HeaderBytes && (hasPayload || std::memcmp(again.data(), data, HeaderBytes) == 0));
+        Require(!IsAnswer(ack, ECommand::ActionAck, static_cast<std::uint16_t>(ack.ackId + 1)));
     }
     SDiscoveryAck discovery;
     if (ParseDiscoveryAck(ack, discovery) == EParseResult::Ok)

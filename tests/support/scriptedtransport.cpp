@@ -30,6 +30,8 @@ struct SScriptedTransportState
     std::vector<std::shared_ptr<SLivingDevice>> devices;
     std::vector<std::thread> reports;
     unsigned int livingInterfaces = 0;
+    std::vector<Velmo::Transport::SActionCommand> actions;
+    std::vector<Velmo::Transport::SActionAnswer> actionAnswers;
 
     /** The present camera, or else the one that was removed last. */
     CameraPtr Find(const std::string& serialNumber) const
@@ -502,6 +504,30 @@ bool CScriptedTransport::AnnounceRemoteDevice(const Velmo::CDeviceInfo& info)
     }
     AddCamera(camera);
     return true;
+}
+
+void CScriptedTransport::SetActionAnswers(const std::vector<Velmo::Transport::SActionAnswer>& answers)
+{
+    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    m_state->actionAnswers = answers;
+}
+
+std::vector<Velmo::Transport::SActionCommand> CScriptedTransport::GetActions() const
+{
+    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    return m_state->actions;
+}
+
+std::vector<Velmo::Transport::SActionAnswer>
+CScriptedTransport::IssueAction(const Velmo::Transport::SActionCommand& command)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_state->mutex);
+        m_state->actions.push_back(command);
+    }
+    m_script->Pass(EStep::IssueAction, "");
+    const std::lock_guard<std::mutex> lock(m_state->mutex);
+    return m_state->actionAnswers;
 }
 
 CScriptedSdk::CScriptedSdk(std::vector<std::shared_ptr<CScriptedTransport>> transports)

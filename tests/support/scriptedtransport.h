@@ -24,6 +24,7 @@ enum class EStep
     EnumerateDevices,    // ordinary discovery
     EnumerateAllDevices, // discovery with the scope All
     AnnounceRemoteDevice,
+    IssueAction,
     CreateInterface,
     DestroyInterface, // cannot fail
     OpenInterface,
@@ -165,6 +166,8 @@ public:
     void SetInUseBy(const std::string& serialNumber, const std::string& owner);
     /** Cameras that AnnounceRemoteDevice finds at that address; it then is enumerated. */
     void SetRemoteCamera(const std::string& ipAddress, const SScriptedCamera& camera);
+    /** What every action command draws, in that order, even those that expect fewer. */
+    void SetActionAnswers(const std::vector<Velmo::Transport::SActionAnswer>& answers);
 
     // The script. An empty serial number means every camera.
     /** The next `times` passes through that step throw; negative: all until it is taken back with EFault::None. */
@@ -204,6 +207,8 @@ public:
     unsigned int GetOpenDevices(const std::string& serialNumber) const;
     unsigned int GetLivingDevices() const;
     unsigned int GetLivingInterfaces() const;
+    /** Every action command that was issued, in order. */
+    std::vector<Velmo::Transport::SActionCommand> GetActions() const;
     /** The record as an enumeration reports it. */
     Velmo::CDeviceInfo GetDeviceInfo(const std::string& serialNumber) const;
 
@@ -218,6 +223,7 @@ public:
 
 private:
     bool AnnounceRemoteDevice(const Velmo::CDeviceInfo& info) override;
+    std::vector<Velmo::Transport::SActionAnswer> IssueAction(const Velmo::Transport::SActionCommand& command) override;
 
     const SScriptedTransportConfig m_config;
     const std::shared_ptr<CScript> m_script;

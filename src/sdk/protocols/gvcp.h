@@ -250,6 +250,10 @@ PROTOCOLS_EXPORT EParseResult ParseWriteAck(const SAcknowledge& ack, std::uint16
 PROTOCOLS_EXPORT EParseResult ParseReadMemAck(const SAcknowledge& ack, SMemory& memory);
 PROTOCOLS_EXPORT EParseResult ParsePendingAck(const SAcknowledge& ack, std::uint16_t& timeToCompletionMs);
 
+/** Whether it is that answer to that request, with whatever status. An acknowledge has no key: this and the sender are
+ *  what tells an answer from a stranger's datagram. */
+PROTOCOLS_EXPORT bool IsAnswer(const SAcknowledge& ack, ECommand answer, std::uint16_t requestId);
+
 /** A person's words for a status; unknown ones as a number. */
 PROTOCOLS_EXPORT std::string StatusText(std::uint16_t status);
 /** "00:11:22:aa:bb:cc" */

@@ -286,6 +286,11 @@ EParseResult ParseActionCmd(const SCommand& command, SAction& action)
     return EParseResult::Ok;
 }
 
+bool IsAnswer(const SAcknowledge& ack, ECommand answer, std::uint16_t requestId)
+{
+    return ack.command == static_cast<std::uint16_t>(answer) && ack.ackId == requestId;
+}
+
 EParseResult ParseDiscoveryAck(const SAcknowledge& ack, SDiscoveryAck& discovery)
 {
     // A later version of the standard may append fields.

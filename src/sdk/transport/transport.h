@@ -5,7 +5,11 @@
 
 #include "transport/device.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace Velmo::Transport
 {
@@ -33,6 +37,25 @@ enum class EDiscoveryScope
     All     // also those in use or in another subnet
 };
 
+/** One action command: what is to happen in every camera that knows the keys. */
+struct SActionCommand
+{
+    std::uint32_t deviceKey = 0;
+    std::uint32_t groupKey = 0;
+    std::uint32_t groupMask = 0;       // not 0
+    std::optional<std::uint64_t> time; // ticks of the cameras' clock; without it at once
+    std::string address;               // dotted IPv4: a broadcast address or a camera's own
+    std::uint32_t timeoutMs = 0;       // 0: no answer is asked for
+    std::size_t expectedAnswers = 0;   // the wait is over with that many; 0: no answer is asked for
+};
+
+/** What one camera answered. */
+struct SActionAnswer
+{
+    std::string address;      // dotted IPv4
+    std::uint32_t status = 0; // GVCP status code; 0 when the camera took the command
+};
+
 /** What a GigE Vision transport offers beyond the rest. */
 class TRANSPORT_EXPORT IGigEExtension
 {
@@ -40,6 +63,13 @@ public:
     virtual ~IGigEExtension();
     /** Makes a camera behind a router known; false when nothing answers at info's "IpAddress". */
     virtual bool AnnounceRemoteDevice(const CDeviceInfo& info) = 0;
+    /**
+     * Sends the command once through each adapter that it concerns. Returns the answers in the order of their arrival,
+     * each sender once, at most as many as are expected.
+     * Errors: InvalidArgumentException for an address that is none and for a mask of 0, RuntimeException when no
+     * adapter could send it.
+     */
+    virtual std::vector<SActionAnswer> IssueAction(const SActionCommand& command) = 0;
 };
 
 /**

@@ -5,6 +5,7 @@
 
 #include "velmo/internal/tlhandles.h"
 
+#include <algorithm>
 #include <iterator>
 #include <mutex>
 
@@ -142,7 +143,43 @@ public:
         return m_extension.AnnounceRemoteDevice(info);
     }
 
+    bool IssueActionCommand(std::uint32_t deviceKey, std::uint32_t groupKey, std::uint32_t groupMask,
+                            const GenICam::gcstring& broadcastAddress, std::uint32_t timeoutMs,
+                            unsigned int* pNumResults, GigEActionCommandResult* results) override
+    {
+        return Issue({deviceKey, groupKey, groupMask, std::nullopt, broadcastAddress.str(), timeoutMs}, pNumResults,
+                     results);
+    }
+
+    bool IssueScheduledActionCommand(std::uint32_t deviceKey, std::uint32_t groupKey, std::uint32_t groupMask,
+                                     std::uint64_t actionTime, const GenICam::gcstring& broadcastAddress,
+                                     std::uint32_t timeoutMs, unsigned int* pNumResults,
+                                     GigEActionCommandResult* results) override
+    {
+        return Issue({deviceKey, groupKey, groupMask, actionTime, broadcastAddress.str(), timeoutMs}, pNumResults,
+                     results);
+    }
+
 private:
+    bool Issue(Transport::SActionCommand command, unsigned int* pNumResults, GigEActionCommandResult* results)
+    {
+        command.expectedAnswers = command.timeoutMs == 0 || pNumResults == nullptr ? 0 : *pNumResults;
+        const auto alive = Get();
+        const std::vector<Transport::SActionAnswer> answers = m_extension.IssueAction(command);
+        const std::size_t count = std::min(answers.size(), command.expectedAnswers);
+        for (std::size_t i = 0; results != nullptr && i < count; ++i)
+        {
+            results[i] = {};
+            answers[i].address.copy(results[i].DeviceAddress, sizeof results[i].DeviceAddress - 1);
+            results[i].Status = static_cast<std::int32_t>(answers[i].status);
+        }
+        if (pNumResults != nullptr)
+        {
+            *pNumResults = static_cast<unsigned int>(count);
+        }
+        return count >= command.expectedAnswers;
+    }
+
     Transport::IGigEExtension& m_extension; // part of the transport
 };
 

@@ -113,3 +113,13 @@ TEST(GvcpMessages, wrongLengthsAreRefused)
     SEvent event;
     EXPECT_EQ(ParseEventCmd(command, event), EParseResult::LengthMismatch);
 }
+
+TEST(GvcpMessages, answerIsToldByItsKindAndRequestWhateverItsStatus)
+{
+    const Bytes data = EncodePlainAck(0x1234, ECommand::ActionAck, EStatus::ActionLate);
+    SAcknowledge ack;
+    ASSERT_EQ(ParseAcknowledge(data.data(), data.size(), ack), EParseResult::Ok);
+    EXPECT_TRUE(IsAnswer(ack, ECommand::ActionAck, 0x1234));
+    EXPECT_FALSE(IsAnswer(ack, ECommand::ActionAck, 0x1235));
+    EXPECT_FALSE(IsAnswer(ack, ECommand::EventAck, 0x1234));
+}

@@ -6,6 +6,7 @@
 #include "genapi/exceptions.h"
 #include "transport/log.h"
 #include "transports/gige/gigetransport.h"
+#include "transports/gige/internal/actions.h"
 #include "transports/gige/internal/adapterinterface.h"
 #include "transports/gige/internal/gigedevice.h"
 #include "transports/gige/internal/records.h"
@@ -264,6 +265,11 @@ bool CGigETransport::AnnounceRemoteDevice(const CDeviceInfo& info)
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_remoteAddresses.insert(address);
     return true;
+}
+
+std::vector<Transport::SActionAnswer> CGigETransport::IssueAction(const Transport::SActionCommand& command)
+{
+    return Internal::IssueAction(GetAdapters(), command);
 }
 
 } // namespace Velmo::GigE::Internal

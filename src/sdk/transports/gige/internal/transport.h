@@ -36,6 +36,7 @@ public:
     GenApi::INodeMap* GetNodeMap() override;
     Transport::IGigEExtension* GetGigEExtension() override;
     bool AnnounceRemoteDevice(const CDeviceInfo& info) override;
+    std::vector<Transport::SActionAnswer> IssueAction(const Transport::SActionCommand& command) override;
 
     std::vector<SAdapter> GetAdapters() override;
     DeviceInfoList GetSeen(const SAdapter& adapter) override;

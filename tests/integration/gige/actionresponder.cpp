@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "actionresponder.h"
+
+#include <arpa/inet.h>
+#include <chrono>
+#include <netinet/in.h>
+#include <poll.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace Test
+{
+
+namespace
+{
+
+int Listen(const std::string& address, std::uint16_t port)
+{
+    const int descriptor = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    const int on = 1;
+    setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on); // all cameras hear the broadcast
+    sockaddr_in local{};
+    local.sin_family = AF_INET;
+    local.sin_port = htons(port);
+    inet_pton(AF_INET, address.c_str(), &local.sin_addr);
+    if (bind(descriptor, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0)
+    {
+        close(descriptor);
+        throw std::runtime_error("Cannot listen on " + address);
+    }
+    return descriptor;
+}
+
+} // namespace
+
+CActionResponder::CActionResponder(const std::string& address, Velmo::Gvcp::EStatus status, EWay way)
+    : m_status(status), m_way(way), m_own(Listen(address, Velmo::Gvcp::Port)),
+      m_broadcast(Listen("127.255.255.255", Velmo::Gvcp::Port)), m_other(Listen(address, 0))
+{
+    m_thread = std::thread([this] { Run(); });
+}
+
+CActionResponder::~CActionResponder()
+{
+    m_isStopping = true;
+    m_thread.join();
+    for (const int descriptor : {m_own, m_broadcast, m_other})
+    {
+        close(descriptor);
+    }
+}
+
+std::vector<CActionResponder::SCommand> CActionResponder::GetCommands() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_commands;
+}
+
+bool CActionResponder::WaitForCommands(std::size_t count)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return m_arrived.wait_for(lock, std::chrono::seconds(10), [&] { return m_commands.size() >= count; });
+}
+
+void CActionResponder::SendLate()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    for (const SLate& late : m_late)
+    {
+        Send(m_own, late.answer, late.ip, late.port);
+    }
+    m_late.clear();
+}
+
+void CActionResponder::Run()
+{
+    while (!m_isStopping)
+    {
+        pollfd entries[] = {{m_own, POLLIN, 0}, {m_broadcast, POLLIN, 0}};
+        constexpr int stopCheckMs = 20;
+        if (poll(entries, 2, stopCheckMs) <= 0)
+        {
+            continue;
+        }
+        for (const pollfd& entry : entries)
+        {
+            if ((entry.revents & POLLIN) != 0)
+            {
+                Receive(entry.fd);
+            }
+        }
+    }
+}
+
+void CActionResponder::Receive(int descriptor)
+{
+    using namespace Velmo::Gvcp;
+    std::uint8_t data[2048];
+    sockaddr_in sender{};
+    socklen_t length = sizeof sender;
+    const ssize_t bytes = recvfrom(descriptor, data, sizeof data, 0, reinterpret_cast<sockaddr*>(&sender), &length);
+    Velmo::Gvcp::SCommand command;
+    SAction action;
+    if (bytes <= 0 || ParseCommand(data, static_cast<std::size_t>(bytes), command) != EParseResult::Ok ||
+        command.command != static_cast<std::uint16_t>(ECommand::ActionCmd) ||
+        ParseActionCmd(command, action) != EParseResult::Ok)
+    {
+        return;
+    }
+    const bool isAsked = (command.flags & Flag::AckRequired) != 0;
+    const bool isWrong = m_way == EWay::WrongRequest;
+    Bytes answer = EncodePlainAck(static_cast<std::uint16_t>(command.requestId + (isWrong ? 1 : 0)),
+                                  ECommand::ActionAck, m_status);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_commands.push_back({command.flags, command.requestId, action});
+        if (m_way == EWay::Late)
+        {
+            m_late.push_back({sender.sin_addr.s_addr, sender.sin_port, answer});
+        }
+    }
+    m_arrived.notify_all();
+    if (!isAsked || m_way == EWay::Silent || m_way == EWay::Late)
+    {
+        return;
+    }
+    if (m_way == EWay::Truncated)
+    {
+        answer.pop_back();
+    }
+    const int from = m_way == EWay::FromAnotherPort ? m_other : m_own;
+    for (int i = 0; i < (m_way == EWay::Twice ? 2 : 1); ++i)
+    {
+        Send(from, answer, sender.sin_addr.s_addr, sender.sin_port);
+    }
+}
+
+void CActionResponder::Send(int descriptor, const Velmo::Gvcp::Bytes& data, std::uint32_t ip, std::uint16_t port) const
+{
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_addr.s_addr = ip;
+    to.sin_port = port;
+    sendto(descriptor, data.data(), data.size(), 0, reinterpret_cast<const sockaddr*>(&to), sizeof to);
+}
+
+} // namespace Test

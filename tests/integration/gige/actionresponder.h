@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "protocols/gvcp.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace Test
+{
+
+/**
+ * A camera of the loopback network that knows nothing but action commands, its own and the network's broadcasts; keys
+ * are not looked at. It answers from UDP 3956 of its address.
+ */
+class CActionResponder
+{
+public:
+    enum class EWay
+    {
+        Once,
+        Silent,
+        Twice,
+        WrongRequest,    // with another command's request identifier
+        Truncated,       // all but the last byte
+        FromAnotherPort, // than GVCP's
+        Late             // when SendLate is called
+    };
+    struct SCommand
+    {
+        std::uint8_t flags = 0;
+        std::uint16_t requestId = 0;
+        Velmo::Gvcp::SAction action;
+    };
+
+    explicit CActionResponder(const std::string& address, Velmo::Gvcp::EStatus status = Velmo::Gvcp::EStatus::Success,
+                              EWay way = EWay::Once);
+    ~CActionResponder();
+    CActionResponder(const CActionResponder&) = delete;
+    CActionResponder& operator=(const CActionResponder&) = delete;
+
+    /** What was received, in order. */
+    std::vector<SCommand> GetCommands() const;
+    /** Within ten seconds. */
+    bool WaitForCommands(std::size_t count);
+    /** Answers all commands so far. */
+    void SendLate();
+
+private:
+    struct SLate
+    {
+        std::uint32_t ip = 0; // network byte order, as the port
+        std::uint16_t port = 0;
+        Velmo::Gvcp::Bytes answer;
+    };
+
+    void Run();
+    void Receive(int descriptor);
+    void Send(int descriptor, const Velmo::Gvcp::Bytes& data, std::uint32_t ip, std::uint16_t port) const;
+
+    const Velmo::Gvcp::EStatus m_status;
+    const EWay m_way;
+    int m_own = -1;
+    int m_broadcast = -1;
+    int m_other = -1; // another port
+    std::atomic<bool> m_isStopping{false};
+    mutable std::mutex m_mutex; // guards what follows
+    std::condition_variable m_arrived;
+    std::vector<SCommand> m_commands;
+    std::vector<SLate> m_late;
+    std::thread m_thread;
+};
+
+} // namespace Test
