@@ -3,6 +3,7 @@
 
 #include "camerapool/camerapoolplugin.h"
 
+#include "camerapool/internal/cameraactioncommandsservice.h"
 #include "camerapool/internal/cameraenumerationservice.h"
 #include "camerapool/internal/cameranodedatamodel.h"
 #include "camerapool/internal/cameraparameterservice.h"
@@ -24,6 +25,7 @@ CCameraPoolPlugin::~CCameraPoolPlugin()
     unregisterNode();
     m_initializer.clear();
     m_ptrImageDecompressorService.reset();
+    m_ptrActionCommandsService.reset();
     m_ptrStreamControlService.reset();
     m_ptrParameterService.reset();
     m_ptrControlService.reset();
@@ -87,6 +89,11 @@ void CCameraPoolPlugin::createServices()
     {
         return;
     }
+    m_ptrActionCommandsService.reset(new CCameraActionCommandsService(m_cameraPool, nullptr));
+    if (!registerService(m_ptrActionCommandsService))
+    {
+        return;
+    }
     m_ptrImageDecompressorService.reset(new CImageDecompressorService(m_cameraPool, nullptr));
     registerService(m_ptrImageDecompressorService);
 }
@@ -124,8 +131,8 @@ bool CCameraPoolPlugin::postInitialize()
 
 QVector<QSharedPointer<Core::Service::IService>> CCameraPoolPlugin::services() const
 {
-    return {m_ptrEnumerationService, m_ptrStatusService,        m_ptrControlService,
-            m_ptrParameterService,   m_ptrStreamControlService, m_ptrImageDecompressorService};
+    return {m_ptrEnumerationService,   m_ptrStatusService,         m_ptrControlService,          m_ptrParameterService,
+            m_ptrStreamControlService, m_ptrActionCommandsService, m_ptrImageDecompressorService};
 }
 
 bool CCameraPoolPlugin::unInitialize(QPointer<Core::Plugin::IPluginInitializer> initializer)

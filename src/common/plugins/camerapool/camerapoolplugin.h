@@ -20,6 +20,7 @@ namespace Plugin::CameraPool
 
 namespace Internal
 {
+class CCameraActionCommandsService;
 class CCameraEnumerationService;
 class CCameraParameterService;
 class CCameraPool;
@@ -69,6 +70,7 @@ private:
     QSharedPointer<Internal::CControlService> m_ptrControlService;
     QSharedPointer<Internal::CCameraParameterService> m_ptrParameterService;
     QSharedPointer<Internal::CCameraStreamControlService> m_ptrStreamControlService;
+    QSharedPointer<Internal::CCameraActionCommandsService> m_ptrActionCommandsService;
     QSharedPointer<Internal::CImageDecompressorService> m_ptrImageDecompressorService;
     QPointer<Core::Plugin::IPluginInitializer> m_initializer;
     QWeakPointer<Plugin::DataProcessingCore::INodeRegistry> m_nodeRegistry; // the one that has the node; else null

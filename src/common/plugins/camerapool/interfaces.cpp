@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/icamera.h"
+#include "camerapool/icameraactioncommandsservice.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerainfo.h"
@@ -65,6 +66,10 @@ ICameraStatusService::~ICameraStatusService() = default;
 ICameraStreamControlService::ICameraStreamControlService(QObject* parent) : IService(parent) {}
 
 ICameraStreamControlService::~ICameraStreamControlService() = default;
+
+ICameraActionCommandsService::ICameraActionCommandsService(QObject* parent) : IService(parent) {}
+
+ICameraActionCommandsService::~ICameraActionCommandsService() = default;
 
 IDeviceParameterService::IDeviceParameterService(QObject* parent) : IService(parent) {}
 

@@ -5,6 +5,7 @@
 
 #include "camerapool/internal/camera.h"
 #include "camerapool/internal/camerainfo.h"
+#include "camerapool/internal/tlhandle.h"
 #include "genapi/exceptions.h"
 #include "utils/exceptions.h"
 #include "velmo/tlfactory.h"
@@ -19,18 +20,6 @@ namespace Plugin::CameraPool::Internal
 
 using Core::Exception::BaseException;
 using Lock = QMutexLocker;
-
-namespace
-{
-
-struct SReleaseTl
-{
-    void operator()(Velmo::ITransportLayer* pTl) const { Velmo::CTlFactory::GetInstance().ReleaseTl(pTl); }
-};
-
-using TlHandle = std::unique_ptr<Velmo::ITransportLayer, SReleaseTl>;
-
-} // namespace
 
 CCameraPool::CCameraPool(QObject* parent) : ADevicePool(parent)
 {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/camerapoolplugin.h"
+#include "camerapool/icameraactioncommandsservice.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/ideviceparameterservice.h"
@@ -114,6 +115,13 @@ TEST(VirtualOrder, ofStreamAndEnumerationServices)
                        slotOf(&Enumeration::removeDevice)});
 }
 
+TEST(VirtualOrder, ofTheActionCommandsService)
+{
+    using Action = ICameraActionCommandsService;
+    expectConsecutive({slotOf(&Action::isSupported), slotOf(&Action::isScheduledSupported), slotOf(&Action::issue),
+                       slotOf(&Action::schedule)});
+}
+
 TEST(VirtualOrder, ofPlugins)
 {
     using Core::Plugin::IPlugin;
@@ -188,7 +196,8 @@ TEST(SignalOrder, ofServices)
     EXPECT_EQ(signalsOf(ICameraEnumerationService::staticMetaObject), QStringLiteral("enumerationChanged"));
     EXPECT_EQ(slotsOf(ICameraEnumerationService::staticMetaObject), QStringLiteral("setEnumerationEnabled"));
     EXPECT_EQ(slotsOf(CImageDecompressorService::staticMetaObject), QStringLiteral("onCameraGrabStart onDeviceClosed"));
-    for (const auto* pMeta : {&ICameraControlService::staticMetaObject, &IDeviceParameterService::staticMetaObject})
+    for (const auto* pMeta : {&ICameraControlService::staticMetaObject, &IDeviceParameterService::staticMetaObject,
+                              &ICameraActionCommandsService::staticMetaObject})
     {
         EXPECT_EQ(pMeta->methodCount(), QObject::staticMetaObject.methodCount()) << pMeta->className();
     }
