@@ -185,10 +185,26 @@ TEST_F(PoolCliProgram, aCameraThatDiesDuringAGrabEndsItWithOneAndAReason)
     constexpr int limitMs = 30000;
     ASSERT_TRUE(process.waitForReadyRead(limitMs)) << "no live line";
     writeData(R"({"cameras": [{"serial": "EMU-A", "model": "Mono"}]})");
-    ASSERT_TRUE(process.waitForFinished(limitMs)) << "the grab goes on without its camera";
+    constexpr int promptMs = 5000; // the next discovery is 8 s away
+    ASSERT_TRUE(process.waitForFinished(promptMs)) << "the loss was not reported at once";
     EXPECT_EQ(process.exitCode(), 1);
     const QByteArray err = process.readAllStandardError();
     EXPECT_TRUE(err.contains("EMU-B") && err.contains("lost")) << err.constData();
+}
+
+TEST_F(PoolCliProgram, aCameraThatDiesWithoutAReportEndsTheGrabWithTheNextDiscovery)
+{
+    writeData(R"({"cameras": [{"serial": "QUIET", "faults": {"removalReports": 0}}]})");
+    QProcess process;
+    prepare(process);
+    process.start(QStringLiteral(POOLCLI), {QStringLiteral("grab"), QStringLiteral("QUIET")});
+    constexpr int limitMs = 30000;
+    ASSERT_TRUE(process.waitForReadyRead(limitMs)) << "no live line";
+    writeData(R"({"cameras": []})");
+    ASSERT_TRUE(process.waitForFinished(limitMs)) << "the grab goes on without its camera";
+    EXPECT_EQ(process.exitCode(), 1);
+    const QByteArray err = process.readAllStandardError();
+    EXPECT_TRUE(err.contains("QUIET") && err.contains("lost")) << err.constData();
 }
 
 TEST_F(PoolCliProgram, aGrabWithoutOneGoodImageEndsWithOneAndAReason)

@@ -8,6 +8,7 @@
 #include "transports/emulation/internal/camerarack.h"
 #include "transports/emulation/internal/emulationdevice.h"
 #include "transports/emulation/internal/emulationinterface.h"
+#include "transports/emulation/internal/filewatcher.h"
 #include "transports/emulation/internal/records.h"
 
 #include <algorithm>
@@ -31,9 +32,14 @@ constexpr std::size_t MaxCameras = 10000;
 class CEmulationTransport final : public Transport::ITransport
 {
 public:
-    explicit CEmulationTransport(std::shared_ptr<CCameraRack> rack)
+    /** file: the one that the rack follows, or "". */
+    CEmulationTransport(std::shared_ptr<CCameraRack> rack, const std::string& file)
         : m_rack(std::move(rack)), m_notifier(std::make_shared<Internal::CNotifier>())
     {
+        if (!file.empty())
+        {
+            m_watcher = std::make_unique<Internal::CFileWatcher>(file, [this] { m_rack->Refresh(); });
+        }
     }
 
     const std::shared_ptr<CCameraRack>& GetRack() const { return m_rack; }
@@ -48,6 +54,7 @@ public:
 private:
     const std::shared_ptr<CCameraRack> m_rack;
     const std::shared_ptr<Internal::CNotifier> m_notifier;
+    std::unique_ptr<Internal::CFileWatcher> m_watcher; // ends before what it calls
 };
 
 void CEmulationTransport::EnumerateInterfaces(InterfaceInfoList& list)
@@ -118,7 +125,7 @@ std::shared_ptr<Transport::ITransport> Make(Simulator::SRackData data, const std
     SCurrent& current = Current();
     const std::lock_guard<std::mutex> lock(current.mutex);
     current.rack = rack;
-    return std::make_shared<CEmulationTransport>(std::move(rack));
+    return std::make_shared<CEmulationTransport>(std::move(rack), file);
 }
 
 /** The number in the environment; the default and a line in the log when it is none. */
