@@ -135,7 +135,6 @@ TEST_F(GigETransport, receivesImagesWithChunksAndTheirGeometry)
 {
     const CCameraProgram cameras({"--config", WriteConfig("\"ChunkModeActive\": true")});
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    GenApi::CBooleanPtr(pDevice->GetNodeMap()->GetNode("GevSCCFGExtendedChunkData"))->SetValue(true);
     GenApi::CEnumerationPtr(pDevice->GetNodeMap()->GetNode("ChunkSelector"))->FromString("Timestamp");
     GenApi::CBooleanPtr(pDevice->GetNodeMap()->GetNode("ChunkEnable"))->SetValue(true);
     CRunningStream stream(*pDevice);
@@ -162,6 +161,50 @@ TEST_F(GigETransport, receivesImagesWithChunksAndTheirGeometry)
     Execute(*pDevice, "AcquisitionStop");
 }
 
+TEST_F(GigETransport, receivesCompressedImagesWhichAreSmallerThanTheirGeometry)
+{
+    const CCameraProgram cameras(
+        {"--config", WriteConfig(R"("ImageCompressionMode": "Lossless", "TestPattern": "NoisyScene")")});
+    const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
+    CRunningStream stream(*pDevice);
+    Execute(*pDevice, "AcquisitionStart");
+    for (int image = 0; image < 20; ++image)
+    {
+        SStreamResult result;
+        ASSERT_TRUE(stream.Get().RetrieveResult(result, 5000));
+        ASSERT_EQ(result.status, EResultStatus::Ok) << result.errorDescription;
+        EXPECT_EQ(result.payloadType, EPayloadType::ChunkData);
+        EXPECT_EQ(result.width, 640U);
+        EXPECT_LT(result.payloadBytes, 640U * 480U);
+        const auto& memory = *static_cast<std::vector<std::uint8_t>*>(result.pContext);
+        Chunks::SChunk chunk;
+        EXPECT_TRUE(Chunks::Find(memory.data(), result.payloadBytes, Chunks::EByteOrder::Big,
+                                 Chunks::CompressedImageChunkId, chunk));
+        stream.Get().QueueBuffer(result.pContext);
+    }
+    Execute(*pDevice, "AcquisitionStop");
+}
+
+TEST_F(GigETransport, tellsThatABufferWasTooSmallForImageAndChunks)
+{
+    const CCameraProgram cameras({"--config", WriteConfig("\"ChunkModeActive\": true")});
+    const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
+    Transport::IStream& stream = *pDevice->GetStream(0);
+    stream.Open();
+    std::vector<std::uint8_t> memory(stream.GetPayloadBytes() / 2);
+    stream.AnnounceBuffer(memory.data(), memory.size(), &memory);
+    stream.QueueBuffer(&memory);
+    stream.Start();
+    Execute(*pDevice, "AcquisitionStart");
+    SStreamResult result;
+    ASSERT_TRUE(stream.RetrieveResult(result, 5000));
+    EXPECT_EQ(result.status, EResultStatus::Failed);
+    EXPECT_FALSE(result.errorDescription.empty());
+    Execute(*pDevice, "AcquisitionStop");
+    stream.Stop();
+    stream.RevokeBuffer(&memory);
+}
+
 TEST_F(GigETransport, receivesEveryImageOfACameraThatLosesPackets)
 {
     CCameraProgram cameras({"--config", WriteConfig(""), "--fault", "lost=20", "--fault", "reordered=20"});
@@ -178,7 +221,7 @@ TEST_F(GigETransport, receivesEveryImageOfACameraThatLosesPackets)
             complete += result.status == EResultStatus::Ok ? 1 : 0;
             stream.Get().QueueBuffer(result.pContext);
         }
-        EXPECT_GE(complete, 95); // some are asked for more often than the engine does
+        EXPECT_GE(complete, 98); // all of four times 100 when it was tried; a request may be lost again and again
         Execute(*pDevice, "AcquisitionStop");
     }
     const std::string report = cameras.End();

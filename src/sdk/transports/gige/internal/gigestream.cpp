@@ -90,7 +90,7 @@ void CGigEStream::AnnounceBuffer(void* pMemory, std::size_t bytes, void* pContex
     {
         GENICAM_THROW(InvalidArgumentException, "The buffer is announced already.");
     }
-    m_announced[pContext].reset(arv_buffer_new_full(bytes, pMemory, pContext, nullptr));
+    m_announced[pContext] = {ObjectPtr<ArvBuffer>(arv_buffer_new_full(bytes, pMemory, pContext, nullptr)), bytes};
 }
 
 void CGigEStream::RevokeBuffer(void* pContext)
@@ -122,7 +122,7 @@ void CGigEStream::QueueBuffer(void* pContext)
     m_queued.push_back(pContext);
     if (m_pStream != nullptr)
     {
-        arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(found->second.get())));
+        arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(found->second.pBuffer.get())));
     }
 }
 
@@ -138,6 +138,7 @@ void CGigEStream::Start()
         GENICAM_THROW(LogicalErrorException, "The stream of camera " + Camera().name + " is started already.");
     }
     ChoosePacketSize();
+    AskForGeometry();
     CreateEngineStream();
 }
 
@@ -180,6 +181,33 @@ void CGigEStream::ChoosePacketSize()
     }
 }
 
+void CGigEStream::AskForGeometry()
+{
+    // Payloads with chunks tell the image's geometry only to an application that said that it understands it. Cameras
+    // before version 2 of the standard do not have the register.
+    SOpenCamera& camera = Camera();
+    constexpr std::uint32_t firstVersion = 0x00020000;
+    try
+    {
+        if (camera.pPort->ReadRegister(Gvbs::Version) < firstVersion ||
+            (camera.pPort->ReadRegister(Gvbs::StreamChannelCapability) & Gvbs::SccExtendedChunkData) == 0)
+        {
+            return;
+        }
+        const std::uint32_t setting = camera.pPort->ReadRegister(Gvbs::StreamChannelConfiguration);
+        if ((setting & Gvbs::SccfgExtendedChunkData) == 0)
+        {
+            camera.pPort->WriteRegister(Gvbs::StreamChannelConfiguration, setting | Gvbs::SccfgExtendedChunkData);
+            camera.pNodeMap->InvalidateNodes();
+        }
+    }
+    catch (const GenICam::GenericException& e)
+    {
+        Log(ELogLevel::Info, "velmo.gige",
+            "Camera " + camera.name + ": images with chunks may come without their geometry: " + e.GetDescription());
+    }
+}
+
 void CGigEStream::CreateEngineStream()
 {
     SOpenCamera& camera = Camera();
@@ -202,7 +230,7 @@ void CGigEStream::CreateEngineStream()
     m_pStream = pStream.release();
     for (void* pContext : m_queued)
     {
-        arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(m_announced[pContext].get())));
+        arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(m_announced[pContext].pBuffer.get())));
     }
 }
 
@@ -247,7 +275,8 @@ void CGigEStream::TakeResults(ArvStream* pStream)
     while (ArvBuffer* pBuffer = arv_stream_try_pop_buffer(pStream))
     {
         const ObjectPtr<ArvBuffer> reference(pBuffer);
-        m_results.push_back(MakeStreamResult(pBuffer));
+        const auto announced = m_announced.find(const_cast<void*>(arv_buffer_get_user_data(pBuffer)));
+        m_results.push_back(MakeStreamResult(pBuffer, announced == m_announced.end() ? 0 : announced->second.bytes));
         m_results.back().blockId = m_blockCounter.Extend(m_results.back().blockId);
         m_statistics.lost = m_blockCounter.CountSkipped();
         const auto queued = std::find(m_queued.begin(), m_queued.end(), m_results.back().pContext);

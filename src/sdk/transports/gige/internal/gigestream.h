@@ -62,6 +62,12 @@ private:
         std::uint64_t missing = 0;
     };
 
+    struct SAnnounced
+    {
+        ObjectPtr<ArvBuffer> pBuffer;
+        std::size_t bytes = 0;
+    };
+
     static void OnEngineEvent(void* pUser, ArvStreamCallbackType type, ArvBuffer* pBuffer);
     SOpenCamera& Camera() const;
     void BuildParameters();
@@ -69,6 +75,7 @@ private:
                       std::uint64_t SStatistics::*pMember, bool isCustom);
     SStatistics ReadStatistics();
     void ChoosePacketSize();
+    void AskForGeometry();
     void CreateEngineStream();
     void SizeSocketBuffer(ArvStream* pStream, std::size_t payloadBytes);
     void TakeResults(ArvStream* pStream);
@@ -87,7 +94,7 @@ private:
     std::mutex m_mutex;       // guards what follows; not held while the engine's thread is awaited
     std::condition_variable m_changed;
     ArvStream* m_pStream = nullptr;
-    std::map<void*, ObjectPtr<ArvBuffer>> m_announced;
+    std::map<void*, SAnnounced> m_announced;
     std::deque<void*> m_queued; // with the engine, or waiting for Start
     std::deque<Transport::SStreamResult> m_results;
     CBlockCounter m_blockCounter;

@@ -82,7 +82,7 @@ std::size_t ImageBytes(const Transport::SStreamResult& result)
 
 } // namespace
 
-Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer)
+Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer, std::size_t announcedBytes)
 {
     Transport::SStreamResult result;
     result.pContext = const_cast<void*>(arv_buffer_get_user_data(pBuffer));
@@ -100,8 +100,10 @@ Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer)
         FillGeometry(pBuffer, result);
     }
     arv_buffer_get_data(pBuffer, &result.payloadBytes);
-    // The engine calls an image complete that it cut to the buffer.
-    const bool isCut = status == ARV_BUFFER_STATUS_SUCCESS && result.payloadBytes < ImageBytes(result);
+    // The engine calls an image complete that it cut to the buffer. The image of a payload with chunks may be
+    // compressed, and smaller for that.
+    const bool mayBeSmall = result.payloadType == EPayloadType::ChunkData && result.payloadBytes < announcedBytes;
+    const bool isCut = status == ARV_BUFFER_STATUS_SUCCESS && !mayBeSmall && result.payloadBytes < ImageBytes(result);
     if (status == ARV_BUFFER_STATUS_SUCCESS && !isCut)
     {
         result.status = Transport::EResultStatus::Ok;

@@ -10,7 +10,7 @@ namespace Velmo::GigE::Internal
 {
 
 /** What the engine says of a buffer that it filled, or could not fill. */
-Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer);
+Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer, std::size_t announcedBytes);
 /** The result of a buffer that was never filled. */
 Transport::SStreamResult MakeCanceledResult(void* pContext);
 

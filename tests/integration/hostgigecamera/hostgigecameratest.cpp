@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/camerainfolist.h"
+#include "camerapool/icameracontrolservice.h"
+#include "camerapool/icameraenumerationservice.h"
+#include "camerapool/icamerastatusservice.h"
+#include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/ideviceparameterservice.h"
+#include "camerapool/iimagedecompressorservice.h"
+#include "hostkit/cameranames.h"
+#include "hostkit/host.h"
+#include "integration/gigecamera/cameraprogram.h"
+#include "parametercollection/iparametercollection.h"
+#include "parametercollection/parameterpath.h"
+
+#include <gtest/gtest.h>
+
+#include <QMap>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <mutex>
+#include <vector>
+
+namespace
+{
+
+using HostKit::CameraInfoPtr;
+using Plugin::CameraPool::ICameraEnumerationService;
+using Plugin::CameraPool::ICameraStatusService;
+
+constexpr int limitMs = 20000;
+constexpr std::size_t imageBytes = 640 * 480;
+
+/** A whole host with the real plugins in front of a simulated camera on the network. */
+class HostOnGigECamera : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        qputenv("CAMERAPOOL_GIGE_ADAPTERS", "127.0.0.1");
+        qputenv("CAMERAPOOL_EMULATION_CAMERAS", "0");
+    }
+
+    /** The camera with these features, as "name": value; opened. */
+    void start(const std::string& features)
+    {
+        m_pCamera = std::make_unique<::Test::CCameraProgram>(
+            std::vector<std::string>{"--config", ::Test::WriteConfig(features)});
+        m_pHost = std::make_unique<HostKit::CHost>(QStringLiteral(PLUGIN_FOLDER));
+        ASSERT_TRUE(m_pHost->start(QStringLiteral("en"))) << m_pHost->errors().join('\n').toStdString();
+        QSignalSpy changed(&m_pHost->enumeration(), &ICameraEnumerationService::enumerationChanged);
+        for (int pass = 0; pass < 40 && m_info.isNull(); ++pass)
+        {
+            m_pHost->enumeration().triggerEnumeration();
+            changed.wait(limitMs / 40);
+            m_info = find();
+        }
+        ASSERT_FALSE(m_info.isNull()) << "the camera was not found";
+        ASSERT_TRUE(m_pHost->control().open(m_info, false)) << m_info->errorString().toStdString();
+        m_parameters = m_pHost->parameters().getParameterCollection(m_info);
+        m_pNodes = m_parameters->nodeMap(ParameterCollection::ParameterPath::CameraDevice);
+        ASSERT_NE(m_pNodes, nullptr);
+    }
+
+    CameraInfoPtr find() const
+    {
+        QVector<CameraInfoPtr> cameras;
+        const auto layers = m_pHost->enumeration().enumerate();
+        for (const auto& layer : layers)
+        {
+            const auto records = layer->getCameraInfoList().toBaseInfoVector();
+            for (const auto& record : records)
+            {
+                cameras.append(record.objectCast<Plugin::CameraPool::ICameraInfo>());
+            }
+        }
+        QString error;
+        return HostKit::findByName(cameras, QStringLiteral("GC-1"), error);
+    }
+
+    std::unique_ptr<::Test::CCameraProgram> m_pCamera;
+    std::unique_ptr<HostKit::CHost> m_pHost;
+    CameraInfoPtr m_info;
+    QSharedPointer<ParameterCollection::IParameterCollection> m_parameters;
+    GenApi::INodeMap* m_pNodes = nullptr;
+};
+
+struct SChunkValues
+{
+    std::int64_t frameId = 0;
+    std::int64_t timestamp = 0;
+    double exposureUs = 0;
+};
+
+TEST_F(HostOnGigECamera, chunkValuesAreThoseOfTheirImages)
+{
+    constexpr int wanted = 100;
+    start(
+        R"("ExposureTime": 1250, "ChunkModeActive": true, "ChunkEnable[Timestamp]": true, "ChunkEnable[FrameID]": true,
+             "ChunkEnable[ExposureTime]": true)");
+    std::mutex mutex; // guards seen
+    std::vector<SChunkValues> seen;
+    const GenApi::CIntegerPtr frameId(m_pNodes->GetNode("ChunkFrameID"));
+    const GenApi::CIntegerPtr timestamp(m_pNodes->GetNode("ChunkTimestamp"));
+    const GenApi::CFloatPtr exposure(m_pNodes->GetNode("ChunkExposureTime"));
+    const auto handle =
+        m_pNodes->GetNode("ChunkFrameID")
+            ->RegisterCallback(
+                [&](GenApi::INode* node)
+                {
+                    if (GenApi::IsReadable(node))
+                    {
+                        const std::lock_guard<std::mutex> lock(mutex);
+                        seen.push_back({frameId->GetValue(), timestamp->GetValue(), exposure->GetValue()});
+                    }
+                });
+    QMap<std::uint64_t, std::uint64_t> timestamps; // of the results, by block
+    QObject receiver;
+    QObject::connect(&m_pHost->status(), &ICameraStatusService::cameraImageGrabbed, &receiver,
+                     [&](const CameraInfoPtr&, const Velmo::CGrabResultPtr& result)
+                     {
+                         EXPECT_EQ(result->GetPayloadType(), Velmo::EPayloadType::ChunkData);
+                         EXPECT_EQ(result->GetWidth(), 640U);
+                         EXPECT_EQ(result->GetImageSize(), imageBytes);
+                         timestamps.insert(result->GetBlockID(), result->GetTimeStamp());
+                     });
+    m_pHost->stream().startGrabbing(m_info);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return timestamps.size() >= wanted; }, limitMs));
+    m_pHost->stream().stopGrabbing(m_info);
+    m_pNodes->GetNode("ChunkFrameID")->DeregisterCallback(handle);
+    int matched = 0;
+    for (const SChunkValues& values : seen)
+    {
+        EXPECT_EQ(values.exposureUs, 1250.0);
+        const auto result = timestamps.constFind(static_cast<std::uint64_t>(values.frameId));
+        if (result != timestamps.constEnd())
+        {
+            ++matched;
+            EXPECT_EQ(result.value(), static_cast<std::uint64_t>(values.timestamp));
+        }
+    }
+    EXPECT_GE(matched, wanted);
+}
+
+TEST_F(HostOnGigECamera, compressedImagesAreDecoded)
+{
+    start(R"("ImageCompressionMode": "Lossless", "TestPattern": "NoisyScene")");
+    int decoded = 0;
+    QObject receiver;
+    QObject::connect(&m_pHost->status(), &ICameraStatusService::cameraImageGrabbed, &receiver,
+                     [&](const CameraInfoPtr&, const Velmo::CGrabResultPtr& result)
+                     {
+                         const auto decompressor = m_pHost->decompressors().getImageDecompressor(m_info);
+                         ASSERT_FALSE(decompressor.isNull());
+                         std::vector<unsigned char> pixels(decompressor->GetImageSizeForDecompression());
+                         EXPECT_EQ(pixels.size(), imageBytes);
+                         EXPECT_LT(result->GetPayloadSize(), imageBytes);
+                         EXPECT_EQ(decompressor->Decompress(pixels.data(), pixels.size(), result),
+                                   Velmo::CompressionStatus_Ok);
+                         ++decoded;
+                     });
+    QSignalSpy failed(&m_pHost->status(), &ICameraStatusService::cameraImageGrabFailed);
+    m_pHost->stream().startGrabbing(m_info);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return decoded >= 20; }, limitMs));
+    m_pHost->stream().stopGrabbing(m_info);
+    EXPECT_EQ(failed.count(), 0);
+}
+
+} // namespace
