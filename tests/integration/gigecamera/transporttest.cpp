@@ -6,6 +6,7 @@
 #include "gvcppeer.h"
 #include "protocols/chunks.h"
 #include "protocols/gvbsregisters.h"
+#include "support/networknamespace.h"
 #include "transports/gige/gigetransport.h"
 
 #include <gmock/gmock.h>
@@ -17,6 +18,8 @@
 using namespace Velmo;
 using Test::CCameraProgram;
 using Test::CGvcpPeer;
+using Test::CPeerNamespace;
+using Test::RunIp;
 using Test::WriteConfig;
 using Transport::EDiscoveryScope;
 using Transport::EResultStatus;
@@ -103,6 +106,33 @@ TEST_F(GigETransport, findsEveryCameraAndWhatItIs)
     }
     EXPECT_THAT(found,
                 ::testing::UnorderedElementsAre("EMU-0001 127.0.0.1", "EMU-0002 127.0.0.2", "EMU-0003 127.0.0.3"));
+}
+
+TEST_F(GigETransport, findsCamerasBehindACableByBroadcast)
+{
+    CPeerNamespace far;
+    far.Connect("va", "192.168.77.1/24", "vb", "192.168.77.2/24");
+    std::unique_ptr<CCameraProgram> pCameras;
+    far.Visit(
+        [&]
+        {
+            RunIp("addr add 192.168.77.3/24 broadcast + dev vb");
+            pCameras = std::make_unique<CCameraProgram>(std::vector<std::string>{"--interface", "vb"}, 2);
+        });
+    GigE::SetAdapters({"192.168.77.1"});
+    const DeviceInfoList list = Find();
+    std::vector<std::string> found;
+    for (const CDeviceInfo& info : list)
+    {
+        found.push_back(info.GetIpAddress().str());
+    }
+    EXPECT_THAT(found, ::testing::UnorderedElementsAre("192.168.77.2", "192.168.77.3"));
+    const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
+    CRunningStream stream(*pDevice);
+    Execute(*pDevice, "AcquisitionStart");
+    SStreamResult result;
+    ASSERT_TRUE(stream.Get().RetrieveResult(result, 5000));
+    EXPECT_EQ(result.status, EResultStatus::Ok) << result.errorDescription;
 }
 
 TEST_F(GigETransport, receivesTwoHundredImagesWithoutAGap)
