@@ -4,6 +4,7 @@
 #include "simulator/cameramodel.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/internal/actions.h"
 #include "simulator/internal/compression.h"
 #include "simulator/internal/description.h"
 #include "simulator/internal/framecomposer.h"
@@ -78,6 +79,7 @@ struct CCameraModel::SPrivate
     void PrepareImage();
     bool PrepareFrame(std::int64_t frameNs, SFrame& frame);
     void Send(EEvent event);
+    std::int64_t GetDeadline() const { return std::min(schedule.GetDeadline(), actions.GetDeadline()); }
 
     const SCameraConfig config;
     const std::shared_ptr<SFlash> flash;
@@ -94,6 +96,7 @@ struct CCameraModel::SPrivate
     CCameraClock cameraClock;
     SFaults faults; // texts; numbers live in registers
     CFrameSchedule schedule;
+    Internal::CActionReceiver actions{settings, schedule, cameraClock};
     Internal::CFrameComposer composer;       // what it made is read under produceMutex
     std::shared_ptr<const CTestImage> image; // null: settings changed
     std::uint64_t generated = 0;
@@ -140,6 +143,10 @@ void CCameraModel::SPrivate::WriteRegister(const SFeature& feature, std::int64_t
     {
         isLockedByWrite = Integer(Register::TLParamsLocked) != 0;
     }
+    if (feature.address == Register::PtpEnable)
+    {
+        actions.Synchronise(Integer(Register::PtpEnable) != 0, clock.NowNs());
+    }
     if (feature.isInUserSet || feature.address == Register::UserSetLoad)
     {
         image.reset();
@@ -172,6 +179,9 @@ void CCameraModel::SPrivate::Execute(std::int64_t address, SFollowUp& followUp)
         break;
     case Register::TimestampReset:
         cameraClock.Reset(clock.NowNs());
+        break;
+    case Register::PtpDataSetLatch:
+        actions.LatchSynchronisation(clock.NowNs());
         break;
     case Register::UserSetLoad:
         settings.LoadUserSet(static_cast<std::uint32_t>(Integer(Register::UserSetSelector)));
@@ -391,6 +401,22 @@ void CCameraModel::SetFeature(const std::string& name, const std::string& value)
     m_p->FollowUp(followUp, *this);
 }
 
+std::optional<Velmo::Gvcp::EStatus> CCameraModel::Action(const Velmo::Gvcp::SAction& action)
+{
+    std::optional<Velmo::Gvcp::EStatus> status;
+    {
+        const std::lock_guard<std::mutex> lock(m_p->mutex);
+        if (!m_p->isRemoved)
+        {
+            status = m_p->actions.Handle(action, m_p->clock.NowNs());
+        }
+    }
+    SFollowUp followUp;
+    followUp.wake = status.has_value();
+    m_p->FollowUp(followUp, *this);
+    return status;
+}
+
 SFaults CCameraModel::GetFaults() const
 {
     const std::lock_guard<std::mutex> lock(m_p->mutex);
@@ -466,10 +492,12 @@ std::int64_t CCameraModel::Produce()
     std::optional<Velmo::Codec::SDescriptor> compression;
     {
         const std::lock_guard<std::mutex> lock(m_p->mutex);
+        const std::int64_t nowNs = m_p->clock.NowNs();
         std::int64_t frameNs = 0;
-        if (m_p->isRemoved || !m_p->schedule.Take(m_p->clock.NowNs(), frameNs) || !m_p->PrepareFrame(frameNs, frame))
+        m_p->actions.Run(nowNs);
+        if (m_p->isRemoved || !m_p->schedule.Take(nowNs, frameNs) || !m_p->PrepareFrame(frameNs, frame))
         {
-            return m_p->schedule.GetDeadline();
+            return m_p->GetDeadline();
         }
         image = m_p->image;
         compression = Internal::GetCompression(m_p->settings);
@@ -501,7 +529,7 @@ std::int64_t CCameraModel::Produce()
     {
         m_p->Count(Register::FramesLost, m_p->lost);
     }
-    return m_p->schedule.GetDeadline();
+    return m_p->GetDeadline();
 }
 
 void CCameraModel::SetWakeHandler(std::function<void()> handler)
@@ -526,6 +554,7 @@ void CCameraModel::Remove()
         }
         m_p->isRemoved = true;
         m_p->schedule.Stop();
+        m_p->actions.Clear();
     }
     m_p->Send(EEvent::Removed);
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "protocols/gvcp.h"
 #include "simulator/cameraconfig.h"
 #include "simulator/clock.h"
 #include "simulator/flash.h"
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace Simulator
@@ -61,6 +63,15 @@ public:
     std::string GetUserDefinedName() const;
     bool IsAcquiring() const;
     std::uint64_t GetFramesSkipped() const;
+
+    /**
+     * An action command, as it comes from the network; whether the camera is under control is the transport's affair.
+     * Returns the status to answer with, or nothing where the camera stays silent: another device key, or no action
+     * signal of that group key and mask, or removed. A scheduled one needs a clock that follows the shared one
+     * (PtpEnable; NoReferenceTime until it does), room in the queue (Overflow), and a time ahead: one that has passed
+     * is done at once (ActionLate).
+     */
+    std::optional<Velmo::Gvcp::EStatus> Action(const Velmo::Gvcp::SAction& action);
 
     /** Locks the settings that shape the stream, as a stream does while it runs. */
     void SetTransportLocked(bool isLocked);

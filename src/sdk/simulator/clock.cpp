@@ -40,6 +40,10 @@ CCameraClock::CCameraClock(std::int64_t startNs, std::int64_t offsetNs, double d
 
 std::uint64_t CCameraClock::GetTicks(std::int64_t nowNs) const
 {
+    if (IsFollowing(nowNs))
+    {
+        return static_cast<std::uint64_t>(nowNs);
+    }
     const std::int64_t elapsed = nowNs - m_startNs;
     // The drift alone goes through a double: the whole would lose nanoseconds after some days.
     const auto drift = static_cast<std::int64_t>(static_cast<double>(elapsed) * (m_driftPpm / Million));
@@ -48,8 +52,23 @@ std::uint64_t CCameraClock::GetTicks(std::int64_t nowNs) const
 
 void CCameraClock::Reset(std::int64_t nowNs)
 {
+    if (!IsFollowing(nowNs))
+    {
+        m_startNs = nowNs;
+        m_offsetNs = 0;
+    }
+}
+
+void CCameraClock::Follow(std::int64_t fromNs)
+{
+    m_followedFromNs = fromNs;
+}
+
+void CCameraClock::Leave(std::int64_t nowNs)
+{
+    m_offsetNs = static_cast<std::int64_t>(GetTicks(nowNs));
     m_startNs = nowNs;
-    m_offsetNs = 0;
+    m_followedFromNs = std::numeric_limits<std::int64_t>::max();
 }
 
 } // namespace Simulator

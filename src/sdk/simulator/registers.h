@@ -68,6 +68,16 @@ constexpr std::int64_t UserSetLoad = 0x20604;
 constexpr std::int64_t UserSetSave = 0x20608;
 constexpr std::int64_t UserSetDefault = 0x2060C;
 
+constexpr std::int64_t ActionDeviceKey = 0x20640;
+constexpr std::int64_t ActionSelector = 0x20644;
+constexpr std::int64_t ActionGroupKey = 0x20650;  // one for each value of ActionSelector, of which 0 is not used;
+constexpr std::int64_t ActionGroupMask = 0x20670; // room for 8
+
+constexpr std::int64_t PtpEnable = 0x206A0;
+constexpr std::int64_t PtpDataSetLatch = 0x206A4;
+constexpr std::int64_t PtpStatus = 0x206A8;
+constexpr std::int64_t PtpOffsetFromMaster = 0x206B0; // 64, signed
+
 constexpr std::int64_t PayloadSize = 0x20700;
 constexpr std::int64_t TLParamsLocked = 0x20704;
 constexpr std::int64_t ClearBufferModeEnable = 0x20708;

@@ -61,6 +61,10 @@ std::string Number(double value)
 
 std::string Integral(double value)
 {
+    if (value <= -9223372036854775808.0)
+    {
+        return "-9223372036854775808";
+    }
     // 2^63 - 1 has no exact double.
     return value >= 9223372036854775807.0 ? "9223372036854775807" : std::to_string(static_cast<std::int64_t>(value));
 }
@@ -118,7 +122,7 @@ std::string RegisterNode(const SFeature& feature)
     xml += RegisterBody(feature);
     if (!isFloat)
     {
-        xml += Element("Sign", "Unsigned");
+        xml += Element("Sign", feature.isSigned ? "Signed" : "Unsigned");
     }
     return xml + Element("Endianess", "BigEndian") + "</" + kind + ">\n";
 }

@@ -3,6 +3,7 @@
 
 #include "simulator/internal/features.h"
 
+#include "simulator/internal/actions.h"
 #include "simulator/internal/chunkkinds.h"
 #include "simulator/internal/compression.h"
 #include "simulator/internal/limits.h"
@@ -200,7 +201,7 @@ void AddAcquisition(Features& all)
     AddSetting(all, Category, "TriggerMode", EKind::Enumeration, Register::TriggerMode, "Whether the trigger is used.")
         .entries = {{"Off", 0}, {"On", 1}};
     AddSetting(all, Category, "TriggerSource", EKind::Enumeration, Register::TriggerSource, "What triggers.")
-        .entries = {{"Software", 0}, {"Line1", 1}};
+        .entries = {{"Software", 0}, {"Line1", 1}, {"Action1", 2}, {"Action2", 3}, {"Action3", 4}, {"Action4", 5}};
     Add(all, Category, "TriggerSoftware", EKind::Command, Register::TriggerSoftware, EAccess::WriteOnly,
         "Triggers a frame.");
 }
@@ -296,6 +297,7 @@ std::vector<SFeature> MakeFeatures(const SCameraConfig& config)
     AddAcquisition(all);
     AddAnalogAndUserSets(all);
     AddTransportLayer(all);
+    AddActionControl(all);
     AddChunkControl(all);
     AddCompressionControl(all);
     AddFaults(all);

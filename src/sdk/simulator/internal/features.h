@@ -46,6 +46,7 @@ struct SFeature
     double min = 0.0;
     double max = 0.0;
     std::int64_t inc = 1;
+    bool isSigned = false;                 // of integers
     std::string pMax;                      // node that gives the maximum instead of max
     std::vector<std::string> invalidators; // features whose change changes this one
     std::vector<std::pair<std::string, std::int64_t>> entries;

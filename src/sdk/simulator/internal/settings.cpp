@@ -4,6 +4,7 @@
 #include "simulator/internal/settings.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/internal/actions.h"
 #include "simulator/internal/compression.h"
 #include "simulator/internal/framecomposer.h"
 #include "simulator/internal/limits.h"
@@ -59,6 +60,21 @@ std::uint64_t FloatBits(double value)
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
     return bits;
+}
+
+/** What a selector can be set to, by name. */
+std::vector<std::pair<std::string, std::int64_t>> ValuesOf(const SFeature& selector)
+{
+    auto values = selector.entries;
+    if (selector.kind == EKind::Integer)
+    {
+        for (auto value = static_cast<std::int64_t>(selector.min); value <= static_cast<std::int64_t>(selector.max);
+             ++value)
+        {
+            values.emplace_back(std::to_string(value), value);
+        }
+    }
+    return values;
 }
 
 } // namespace
@@ -130,6 +146,8 @@ void CSettings::SetFactoryValues()
     m_memory.SetInteger(Register::FaultChunkLies, m_config.faults.chunkLies ? 1 : 0);
     m_memory.SetInteger(Register::FaultChunkMissing, m_config.faults.chunkMissing ? 1 : 0);
     m_memory.SetInteger(Register::ChunkEnable, 1); // the image
+    m_memory.SetInteger(Register::ActionSelector, FirstActionSignal);
+    m_memory.SetInteger(Register::PtpStatus, PtpDisabled);
     m_memory.SetFloat(Register::ImageCompressionRatio, DefaultRatioPercent);
     UpdateDerived();
 }
@@ -154,7 +172,7 @@ void CSettings::ApplyConfiguredFeatures()
         apply(feature, AddressOf(feature), feature.name);
         if (!feature.selector.empty())
         {
-            for (const auto& [entry, value] : FindFeature(feature.selector)->entries)
+            for (const auto& [entry, value] : ValuesOf(*FindFeature(feature.selector)))
             {
                 apply(feature, feature.address + feature.bytes * value, feature.name + "[" + entry + "]");
             }
@@ -388,7 +406,7 @@ std::string CSettings::Decode(const SFeature& feature) const
             return name;
         }
     }
-    return std::to_string(value);
+    return feature.isSigned ? std::to_string(static_cast<std::int64_t>(value)) : std::to_string(value);
 }
 
 void CSettings::SaveUserSet()
