@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "actionresponder.h"
+#include "support/actionresponder.h"
 
 #include <arpa/inet.h>
 #include <chrono>

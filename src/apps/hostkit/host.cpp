@@ -5,6 +5,7 @@
 
 #include "hostkit/internal/texts.h"
 
+#include "camerapool/icameraactioncommandsservice.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
@@ -30,6 +31,7 @@ struct CHost::SPrivate
     Core::Plugin::CPluginManager manager{registry};
     QStringList errors;
     QTranslator translator; // of the texts of hosts and of the framework
+    QSharedPointer<Plugin::CameraPool::ICameraActionCommandsService> actions;
     QSharedPointer<Plugin::CameraPool::ICameraControlService> control;
     QSharedPointer<Plugin::CameraPool::ICameraEnumerationService> enumeration;
     QSharedPointer<Plugin::CameraPool::ICameraStatusService> status;
@@ -73,6 +75,7 @@ bool CHost::start(const QString& language)
     {
         return false;
     }
+    m_p->find(m_p->actions, "ICameraActionCommandsService");
     m_p->find(m_p->control, "ICameraControlService");
     m_p->find(m_p->enumeration, "ICameraEnumerationService");
     m_p->find(m_p->status, "ICameraStatusService");
@@ -81,8 +84,8 @@ bool CHost::start(const QString& language)
     m_p->find(m_p->decompressors, "IImageDecompressorService");
     m_p->find(m_p->graph, "IGraphService");
     m_p->find(m_p->nodes, "INodeRegistry");
-    return m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters && m_p->decompressors &&
-           m_p->graph && m_p->nodes;
+    return m_p->actions && m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters &&
+           m_p->decompressors && m_p->graph && m_p->nodes;
 }
 
 void CHost::stop()
@@ -95,6 +98,7 @@ void CHost::stop()
     m_p->status.clear();
     m_p->enumeration.clear();
     m_p->control.clear();
+    m_p->actions.clear();
     m_p->manager.stop();
 }
 
@@ -119,6 +123,11 @@ QString CHost::defaultPluginFolder()
 Core::Service::CServiceRegistry& CHost::registry()
 {
     return m_p->registry;
+}
+
+Plugin::CameraPool::ICameraActionCommandsService& CHost::actions() const
+{
+    return *m_p->actions;
 }
 
 Plugin::CameraPool::ICameraControlService& CHost::control() const

@@ -18,6 +18,7 @@ class CServiceRegistry;
 
 namespace Plugin::CameraPool
 {
+class ICameraActionCommandsService;
 class ICameraControlService;
 class ICameraEnumerationService;
 class ICameraStatusService;
@@ -57,6 +58,7 @@ public:
     static QString defaultPluginFolder();
 
     Core::Service::CServiceRegistry& registry();
+    Plugin::CameraPool::ICameraActionCommandsService& actions() const;
     Plugin::CameraPool::ICameraControlService& control() const;
     Plugin::CameraPool::ICameraEnumerationService& enumeration() const;
     Plugin::CameraPool::ICameraStatusService& status() const;

@@ -4,6 +4,8 @@
 #include "poolcli/output.h"
 #include "poolcli/verbs.h"
 
+#include "hostkit/sdklog.h"
+
 #include <QCoreApplication>
 #include <QLoggingCategory>
 
@@ -24,7 +26,7 @@ int runVerb(const SOptions& options)
         {QStringLiteral("get"), PoolCli::runGet},       {QStringLiteral("set"), PoolCli::runSet},
         {QStringLiteral("grab"), PoolCli::runGrab},     {QStringLiteral("snapshot"), PoolCli::runSnapshot},
         {QStringLiteral("stats"), PoolCli::runStats},   {QStringLiteral("interfaces"), PoolCli::runInterfaces},
-        {QStringLiteral("chunks"), PoolCli::runChunks},
+        {QStringLiteral("chunks"), PoolCli::runChunks}, {QStringLiteral("action"), PoolCli::runAction},
     };
     try
     {
@@ -58,6 +60,7 @@ int main(int argc, char** argv)
     {
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     }
+    HostKit::forwardSdkLog();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("CameraPool"));
     QCoreApplication::setApplicationName(QStringLiteral("poolcli"));

@@ -30,6 +30,13 @@ struct SRaw
     double seconds = 0.0;
     double discoverySeconds = 3.0;
     double timeoutSeconds = 5.0;
+    double answerSeconds = 0.5;
+    std::string action;
+    std::uint32_t deviceKey = 0;
+    std::uint32_t groupKey = 0;
+    std::uint32_t groupMask = 0;
+    std::uint64_t actionTime = 0;
+    std::string address = "255.255.255.255";
     int images = 0;
     bool json = false;
 };
@@ -133,6 +140,48 @@ void addChunks(CLI::App& app, SRaw& raw)
                         "default. Settings are restored at the end");
 }
 
+void addActionCommand(CLI::App& action, SRaw& raw, const char* name, const char* text)
+{
+    CLI::App* pVerb = action.add_subcommand(name, text);
+    pVerb->callback([&raw, name] { raw.action = name; });
+    addCommon(*pVerb, raw);
+    pVerb->add_option("camera", raw.cameras, "Cameras that must take it; without any, all that are found are listed");
+    pVerb->add_option("-d,--device-key", raw.deviceKey, "ActionDeviceKey of the cameras; 0x... is hexadecimal")
+        ->required();
+    pVerb->add_option("-g,--group-key", raw.groupKey, "ActionGroupKey of one of their action signals")->required();
+    pVerb
+        ->add_option("-k,--group-mask", raw.groupMask,
+                     "Signals whose ActionGroupMask has a bit in common with this; not 0")
+        ->check(CLI::PositiveNumber)
+        ->required();
+    pVerb
+        ->add_option("-a,--address", raw.address,
+                     "255.255.255.255 for every adapter, the broadcast address of a network, or one camera's own")
+        ->check(CLI::ValidIPV4)
+        ->capture_default_str();
+    constexpr double longestWaitSeconds = 3600.0;
+    pVerb->add_option("-t,--timeout", raw.answerSeconds, "Seconds to wait for answers; 0 asks for none")
+        ->check(CLI::Range(0.0, longestWaitSeconds))
+        ->capture_default_str();
+    if (std::string(name) == "schedule")
+    {
+        pVerb->add_option("--time", raw.actionTime, "When, in ticks of the cameras' clocks (TimestampLatchValue)")
+            ->required();
+    }
+}
+
+void addAction(CLI::App& app, SRaw& raw)
+{
+    CLI::App* pAction = app.add_subcommand("action", "Trigger many GigE Vision cameras at once (action commands)");
+    pAction->require_subcommand(1);
+    addActionCommand(*pAction, raw, "issue", "Trigger now");
+    addActionCommand(*pAction, raw, "schedule", "Trigger at a time of the cameras' synchronised clocks");
+    CLI::App* pSupport = pAction->add_subcommand("support", "Open cameras and tell which take action commands");
+    pSupport->callback([&raw] { raw.action = "support"; });
+    addCommon(*pSupport, raw);
+    pSupport->add_option("camera", raw.cameras, "Cameras; all when none is named");
+}
+
 void addVerbs(CLI::App& app, SRaw& raw)
 {
     addCommon(*app.add_subcommand("list", "List the cameras that can be found"), raw);
@@ -150,6 +199,7 @@ void addVerbs(CLI::App& app, SRaw& raw)
     addParameterVerbs(app, raw);
     addGrabVerbs(app, raw);
     addChunks(app, raw);
+    addAction(app, raw);
 }
 
 QStringList toList(const std::vector<std::string>& texts)
@@ -192,6 +242,13 @@ void fill(SOptions& options, const SRaw& raw)
     options.module = QString::fromStdString(raw.module);
     options.interfaceName = QString::fromStdString(raw.interfaceName);
     options.chunks = QString::fromStdString(raw.chunks).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    options.action = {QString::fromStdString(raw.action),
+                      raw.deviceKey,
+                      raw.groupKey,
+                      raw.groupMask,
+                      raw.actionTime,
+                      QString::fromStdString(raw.address),
+                      static_cast<unsigned int>(milliseconds(raw.answerSeconds))};
     options.language = QString::fromStdString(raw.language);
 }
 

@@ -12,6 +12,18 @@
 namespace PoolCli
 {
 
+/** What the verb action is to do. */
+struct SActionOptions
+{
+    QString what; // "issue", "schedule" or "support"
+    quint32 deviceKey = 0;
+    quint32 groupKey = 0;
+    quint32 groupMask = 0;
+    quint64 time = 0; // of a scheduled one, ticks of the cameras' clocks
+    QString address;
+    unsigned int timeoutMs = 0; // 0: no answer is asked for
+};
+
 /** What the command line asks for. Times in milliseconds; 0 images or time: no limit. */
 struct SOptions
 {
@@ -31,6 +43,7 @@ struct SOptions
     QString module;        // "camera", "instant" ...; "" for all of the camera's own
     QString interfaceName; // "" for all
     QStringList chunks;    // to enable; empty for all that the camera has
+    SActionOptions action;
     QString language = QStringLiteral("en");
 };
 

@@ -22,6 +22,7 @@ int runGrab(CSession& session, const SOptions& options);
 int runSnapshot(CSession& session, const SOptions& options);
 int runChunks(CSession& session, const SOptions& options);
 int runStats(CSession& session, const SOptions& options);
+int runAction(CSession& session, const SOptions& options);
 
 /** "NAME=VALUE" writes, "NAME" executes a command; throws CRefusal. */
 void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection>& collection, const QString& setting);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "actionresponder.h"
 #include "genapi/exceptions.h"
+#include "support/actionresponder.h"
 #include "transport/log.h"
 #include "transports/gige/gigetransport.h"
 

@@ -54,7 +54,11 @@ protected:
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("CAMERAPOOL_EMULATION_FILE"), dataFile());
-        environment.insert(QStringLiteral("CAMERAPOOL_GIGE_ADAPTERS"), QStringLiteral("none"));
+        environment.insert(QStringLiteral("CAMERAPOOL_GIGE_ADAPTERS"), m_gigeAdapters);
+        if (!m_loggingRules.isEmpty())
+        {
+            environment.insert(QStringLiteral("QT_LOGGING_RULES"), m_loggingRules);
+        }
         environment.insert(QStringLiteral("HOME"), m_folder.path());
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_folder.path());
         process.setProcessEnvironment(environment);
@@ -72,6 +76,8 @@ protected:
     }
 
     QTemporaryDir m_folder;
+    QString m_gigeAdapters = QStringLiteral("none");
+    QString m_loggingRules; // "": the program's own
 };
 
 } // namespace PoolCliTest

@@ -432,5 +432,61 @@
         <source>%1 sent images without chunk data.</source>
         <translation>%1 sent images without chunk data.</translation>
     </message>
+    <message>
+        <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
+        <translation>%1 is no GigE Vision camera; action commands do not reach it.</translation>
+    </message>
+    <message>
+        <source>The action command could not be sent to %1: perhaps no network adapter in use leads there. The reason is in the debug log (QT_LOGGING_RULES=&quot;default.debug=true&quot;).</source>
+        <translation>The action command could not be sent to %1: perhaps no network adapter in use leads there. The reason is in the debug log (QT_LOGGING_RULES=&quot;default.debug=true&quot;).</translation>
+    </message>
+    <message>
+        <source>Sent to %1; no answers asked for.</source>
+        <translation>Sent to %1; no answers asked for.</translation>
+    </message>
+    <message>
+        <source>ANSWER</source>
+        <translation>ANSWER</translation>
+    </message>
+    <message>
+        <source>silent</source>
+        <translation>silent</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>refused</translation>
+    </message>
+    <message>
+        <source>accepted</source>
+        <translation>accepted</translation>
+    </message>
+    <message>
+        <source>Cameras refused the action command. Their reasons are in the debug log (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</source>
+        <translation>Cameras refused the action command. Their reasons are in the debug log (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</translation>
+    </message>
+    <message>
+        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</translation>
+    </message>
+    <message>
+        <source>No camera answered the action command.</source>
+        <translation>No camera answered the action command.</translation>
+    </message>
+    <message>
+        <source>ACTION</source>
+        <translation>ACTION</translation>
+    </message>
+    <message>
+        <source>SCHEDULED</source>
+        <translation>SCHEDULED</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>yes</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>no</translation>
+    </message>
 </context>
 </TS>

@@ -432,5 +432,61 @@
         <source>%1 sent images without chunk data.</source>
         <translation>%1 はチャンクデータのない画像を送信しました。</translation>
     </message>
+    <message>
+        <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
+        <translation>%1 は GigE Vision カメラではないため、アクションコマンドは届きません。</translation>
+    </message>
+    <message>
+        <source>The action command could not be sent to %1: perhaps no network adapter in use leads there. The reason is in the debug log (QT_LOGGING_RULES=&quot;default.debug=true&quot;).</source>
+        <translation>アクションコマンドを %1 に送信できませんでした。使用中のネットワークアダプターがそこに通じていない可能性があります。理由はデバッグログにあります (QT_LOGGING_RULES=&quot;default.debug=true&quot;)。</translation>
+    </message>
+    <message>
+        <source>Sent to %1; no answers asked for.</source>
+        <translation>%1 に送信しました。応答は求めていません。</translation>
+    </message>
+    <message>
+        <source>ANSWER</source>
+        <translation>応答</translation>
+    </message>
+    <message>
+        <source>silent</source>
+        <translation>応答なし</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>拒否</translation>
+    </message>
+    <message>
+        <source>accepted</source>
+        <translation>受理</translation>
+    </message>
+    <message>
+        <source>Cameras refused the action command. Their reasons are in the debug log (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</source>
+        <translation>アクションコマンドを拒否したカメラがあります。理由はデバッグログにあります (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;)。</translation>
+    </message>
+    <message>
+        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>応答しないカメラがあります。キーまたはマスクが一致しないか、コマンドまたは応答が失われました。</translation>
+    </message>
+    <message>
+        <source>No camera answered the action command.</source>
+        <translation>アクションコマンドに応答したカメラはありません。</translation>
+    </message>
+    <message>
+        <source>ACTION</source>
+        <translation>アクション</translation>
+    </message>
+    <message>
+        <source>SCHEDULED</source>
+        <translation>時刻指定</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>はい</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>いいえ</translation>
+    </message>
 </context>
 </TS>

@@ -432,5 +432,61 @@
         <source>%1 sent images without chunk data.</source>
         <translation>%1이(가) 청크 데이터 없이 이미지를 보냈습니다.</translation>
     </message>
+    <message>
+        <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
+        <translation>%1은(는) GigE Vision 카메라가 아니므로 액션 명령이 전달되지 않습니다.</translation>
+    </message>
+    <message>
+        <source>The action command could not be sent to %1: perhaps no network adapter in use leads there. The reason is in the debug log (QT_LOGGING_RULES=&quot;default.debug=true&quot;).</source>
+        <translation>액션 명령을 %1(으)로 보낼 수 없습니다. 사용 중인 네트워크 어댑터가 그곳으로 연결되지 않았을 수 있습니다. 이유는 디버그 로그에 있습니다 (QT_LOGGING_RULES=&quot;default.debug=true&quot;).</translation>
+    </message>
+    <message>
+        <source>Sent to %1; no answers asked for.</source>
+        <translation>%1(으)로 보냈습니다. 응답은 요청하지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>ANSWER</source>
+        <translation>응답</translation>
+    </message>
+    <message>
+        <source>silent</source>
+        <translation>무응답</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>거부됨</translation>
+    </message>
+    <message>
+        <source>accepted</source>
+        <translation>수락됨</translation>
+    </message>
+    <message>
+        <source>Cameras refused the action command. Their reasons are in the debug log (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</source>
+        <translation>액션 명령을 거부한 카메라가 있습니다. 이유는 디버그 로그에 있습니다 (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</translation>
+    </message>
+    <message>
+        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>응답하지 않은 카메라가 있습니다. 키나 마스크가 맞지 않거나 명령 또는 응답이 손실되었습니다.</translation>
+    </message>
+    <message>
+        <source>No camera answered the action command.</source>
+        <translation>액션 명령에 응답한 카메라가 없습니다.</translation>
+    </message>
+    <message>
+        <source>ACTION</source>
+        <translation>액션</translation>
+    </message>
+    <message>
+        <source>SCHEDULED</source>
+        <translation>예약</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>예</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>아니요</translation>
+    </message>
 </context>
 </TS>

@@ -432,5 +432,61 @@
         <source>%1 sent images without chunk data.</source>
         <translation>%1 发送的图像不含块数据。</translation>
     </message>
+    <message>
+        <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
+        <translation>%1 不是 GigE Vision 相机，动作命令无法到达。</translation>
+    </message>
+    <message>
+        <source>The action command could not be sent to %1: perhaps no network adapter in use leads there. The reason is in the debug log (QT_LOGGING_RULES=&quot;default.debug=true&quot;).</source>
+        <translation>无法将动作命令发送到 %1：可能没有使用中的网络适配器通向该地址。原因见调试日志 (QT_LOGGING_RULES=&quot;default.debug=true&quot;)。</translation>
+    </message>
+    <message>
+        <source>Sent to %1; no answers asked for.</source>
+        <translation>已发送到 %1；未要求应答。</translation>
+    </message>
+    <message>
+        <source>ANSWER</source>
+        <translation>应答</translation>
+    </message>
+    <message>
+        <source>silent</source>
+        <translation>无应答</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>已拒绝</translation>
+    </message>
+    <message>
+        <source>accepted</source>
+        <translation>已接受</translation>
+    </message>
+    <message>
+        <source>Cameras refused the action command. Their reasons are in the debug log (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</source>
+        <translation>有相机拒绝了动作命令。原因见调试日志 (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;)。</translation>
+    </message>
+    <message>
+        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>有相机没有应答：其密钥或掩码不匹配，或者命令或应答已丢失。</translation>
+    </message>
+    <message>
+        <source>No camera answered the action command.</source>
+        <translation>没有相机应答动作命令。</translation>
+    </message>
+    <message>
+        <source>ACTION</source>
+        <translation>动作</translation>
+    </message>
+    <message>
+        <source>SCHEDULED</source>
+        <translation>定时</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>否</translation>
+    </message>
 </context>
 </TS>
