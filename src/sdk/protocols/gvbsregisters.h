@@ -110,6 +110,7 @@ constexpr std::uint32_t GvcpCapabilitySerialNumber = 0x40000000;
 constexpr std::uint32_t GvcpCapabilityHeartbeatDisable = 0x20000000;
 constexpr std::uint32_t GvcpCapabilityLinkSpeed = 0x10000000;
 constexpr std::uint32_t GvcpCapabilityPrimaryApplication = 0x08000000; // its port and address can be read
+constexpr std::uint32_t GvcpCapabilityIeee1588 = 0x00080000;
 constexpr std::uint32_t GvcpCapabilityScheduledAction = 0x00020000;
 constexpr std::uint32_t GvcpCapabilityAction = 0x00000040;
 constexpr std::uint32_t GvcpCapabilityPendingAck = 0x00000020;
@@ -118,6 +119,7 @@ constexpr std::uint32_t GvcpCapabilityWriteMem = 0x00000002;
 constexpr std::uint32_t GvcpCapabilityConcatenation = 0x00000001;
 
 // GVCP Configuration.
+constexpr std::uint32_t GvcpConfigurationIeee1588 = 0x00080000; // the clock follows the shared one
 constexpr std::uint32_t GvcpConfigurationPendingAck = 0x00000002;
 constexpr std::uint32_t GvcpConfigurationHeartbeatDisable = 0x00000001;
 

@@ -19,6 +19,7 @@ constexpr std::uint32_t StandardVersion = 0x00020000; // Version: major in the u
 constexpr std::uint32_t LowestHeartbeatMs = 500;
 constexpr std::uint32_t DefaultHeartbeatMs = 3000;
 constexpr std::uint32_t DefaultPacketBytes = 1500;
+constexpr std::uint32_t ScheduledActions = 8;           // that the camera model lets wait
 constexpr std::uint32_t TicksPerSecond = 1'000'000'000; // the camera model's clock
 
 std::uint32_t Hash(const std::string& text, std::uint32_t seed)
@@ -103,7 +104,15 @@ void CBootstrap::AddCapabilities(const SServedCamera& camera)
     Add(Gvbs::LinkSpeed, static_cast<std::uint32_t>(camera.linkBitsPerSecond / bitsPerMegabit));
     Add(Gvbs::NumberOfMessageChannels, 0);
     Add(Gvbs::NumberOfStreamChannels, 1);
-    Add(Gvbs::NumberOfActionSignals, 0);
+    Add(Gvbs::NumberOfActionSignals, ActionSignals);
+    AddWritable(Gvbs::ActionDeviceKey, 0);
+    for (std::uint32_t signal = 0; signal < ActionSignals; ++signal)
+    {
+        AddWritable(Gvbs::ActionGroupKey + signal * Gvbs::ActionStride, 0);
+        AddWritable(Gvbs::ActionGroupMask + signal * Gvbs::ActionStride, 0);
+    }
+    Add(Gvbs::Ieee1588Status, 0);
+    Add(Gvbs::ScheduledActionQueueSize, ScheduledActions);
     Add(Gvbs::NumberOfActiveLinks, 1);
     Add(Gvbs::GvspCapability, Gvbs::GvspCapabilitySourcePort | Gvbs::GvspCapabilityStandardIds);
     Add(Gvbs::MessageChannelCapability, 0);

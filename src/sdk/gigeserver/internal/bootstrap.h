@@ -15,6 +15,8 @@
 namespace GigEServer::Internal
 {
 
+constexpr std::uint32_t ActionSignals = 4; // of the camera model
+
 /** "02:..." of a camera: locally administered, made from its serial number and address. */
 GIGESERVER_TEST_EXPORT std::array<std::uint8_t, 6> MakeMac(const SServedCamera& camera);
 

@@ -102,7 +102,7 @@ Gvcp::Bytes CControlChannel::Answer(const Command& command, const SPeer& peer)
     case Gvcp::ECommand::WriteMemCmd:
         return WriteMemory(command, peer);
     case Gvcp::ECommand::ActionCmd:
-        return {}; // no action signals: no key can fit
+        return Act(command);
     default:
         // The answer's number is the command's plus one, by the standard, for commands of later versions too.
         return Gvcp::EncodePlainAck(command.requestId, static_cast<Gvcp::ECommand>(command.command + 1),
@@ -307,6 +307,19 @@ void CControlChannel::Resend(const Command& command, const SPeer& peer)
     {
         m_hooks.onResend(resend);
     }
+}
+
+Gvcp::Bytes CControlChannel::Act(const Command& command)
+{
+    Gvcp::SAction action;
+    // By the standard a camera that nobody controls does not react; one whose keys do not fit is silent.
+    if (!IsControlled() || Gvcp::ParseActionCmd(command, action) != EParseResult::Ok)
+    {
+        return {};
+    }
+    const std::optional<EStatus> status = m_registers.GetModel().Action(action);
+    return status.has_value() ? Gvcp::EncodePlainAck(command.requestId, Gvcp::ECommand::ActionAck, *status)
+                              : Gvcp::Bytes();
 }
 
 std::optional<CControlChannel::Time> CControlChannel::GetDeadline() const

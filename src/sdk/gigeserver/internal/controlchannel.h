@@ -62,6 +62,7 @@ private:
     Velmo::Gvcp::Bytes ReadMemory(const Command& command, const SPeer& peer);
     Velmo::Gvcp::Bytes WriteMemory(const Command& command, const SPeer& peer);
     void Resend(const Command& command, const SPeer& peer);
+    Velmo::Gvcp::Bytes Act(const Command& command);
     Velmo::Gvcp::EStatus WritePrivilege(std::uint32_t value, const SPeer& peer);
     bool MayRead(const SPeer& peer) const;
     bool IsOwner(const SPeer& peer) const { return m_owner.has_value() && *m_owner == peer; }

@@ -43,6 +43,26 @@ bool IsName(std::uint32_t address)
     return address >= Gvbs::UserDefinedName && address < Gvbs::UserDefinedName + Gvbs::UserDefinedNameBytes;
 }
 
+/** The camera model's register behind a bootstrap register; 0 where there is none. */
+std::uint32_t ModelRegisterOf(std::uint32_t address)
+{
+    if (address == Gvbs::ActionDeviceKey)
+    {
+        return static_cast<std::uint32_t>(Simulator::Register::ActionDeviceKey);
+    }
+    const std::uint32_t offset = address - Gvbs::ActionGroupKey;
+    const std::uint32_t signal = offset / Gvbs::ActionStride;
+    const bool isKey = offset % Gvbs::ActionStride == 0;
+    const bool isMask = offset % Gvbs::ActionStride == Gvbs::ActionGroupMask - Gvbs::ActionGroupKey;
+    if (address < Gvbs::ActionGroupKey || signal >= ActionSignals || (!isKey && !isMask))
+    {
+        return 0;
+    }
+    // The model numbers its signals from one.
+    const std::int64_t first = isKey ? Simulator::Register::ActionGroupKey : Simulator::Register::ActionGroupMask;
+    return static_cast<std::uint32_t>(first) + 4 * (signal + 1);
+}
+
 } // namespace
 
 CRegisters::CRegisters(const SServedCamera& camera, std::shared_ptr<Simulator::CCameraModel> pModel, SHooks hooks)
@@ -101,7 +121,18 @@ EStatus CRegisters::ReadBootstrap(std::uint32_t address, std::uint8_t* data, std
             std::memcpy(data + i, Name().data() + (word - Gvbs::UserDefinedName), 4);
             continue;
         }
-        PutWord(data + i, m_bootstrap.Get(word));
+        if (const std::uint32_t behind = ModelRegisterOf(word); behind != 0)
+        {
+            const EStatus status = ReadModel(behind, data + i, 4);
+            if (status != EStatus::Success)
+            {
+                return status;
+            }
+            continue;
+        }
+        PutWord(data + i, word == Gvbs::Ieee1588Status      ? LatchClockStatus()
+                          : word == Gvbs::GvcpConfiguration ? m_bootstrap.Get(word) | ClockConfiguration()
+                                                            : m_bootstrap.Get(word));
     }
     return EStatus::Success;
 }
@@ -137,6 +168,10 @@ EStatus CRegisters::WriteBootstrap(std::uint32_t address, const std::uint8_t* da
 
 EStatus CRegisters::WriteWord(std::uint32_t address, std::uint32_t value)
 {
+    if (const std::uint32_t behind = ModelRegisterOf(address); behind != 0)
+    {
+        return WriteModelWord(behind, value);
+    }
     switch (address)
     {
     case Gvbs::TimestampControl:
@@ -146,13 +181,13 @@ EStatus CRegisters::WriteWord(std::uint32_t address, std::uint32_t value)
         }
         if ((value & Gvbs::TimestampControlReset) != 0)
         {
-            const std::uint8_t one[] = {0, 0, 0, 1};
-            return WriteModel(static_cast<std::uint32_t>(Simulator::Register::TimestampReset), one, sizeof one);
+            return WriteModelWord(static_cast<std::uint32_t>(Simulator::Register::TimestampReset), 1);
         }
         return EStatus::Success;
     case Gvbs::GvcpConfiguration:
         m_bootstrap.Set(address, value & (Gvbs::GvcpConfigurationPendingAck | Gvbs::GvcpConfigurationHeartbeatDisable));
-        return EStatus::Success;
+        return WriteModelWord(static_cast<std::uint32_t>(Simulator::Register::PtpEnable),
+                              (value & Gvbs::GvcpConfigurationIeee1588) != 0 ? 1 : 0);
     case Gvbs::GvspConfiguration:
         m_bootstrap.Set(address, value & Gvbs::GvspConfigurationExtendedIds);
         m_hooks.onStreamChanged();
@@ -268,11 +303,32 @@ EStatus CRegisters::WriteModel(std::uint32_t address, const std::uint8_t* data, 
     }
 }
 
+EStatus CRegisters::WriteModelWord(std::uint32_t address, std::uint32_t value)
+{
+    std::uint8_t word[4];
+    PutWord(word, value);
+    return WriteModel(address, word, sizeof word);
+}
+
+std::uint32_t CRegisters::LatchClockStatus()
+{
+    std::uint8_t word[4] = {};
+    WriteModelWord(static_cast<std::uint32_t>(Simulator::Register::PtpDataSetLatch), 1);
+    ReadModel(static_cast<std::uint32_t>(Simulator::Register::PtpStatus), word, sizeof word);
+    return WordAt(word);
+}
+
+std::uint32_t CRegisters::ClockConfiguration()
+{
+    std::uint8_t word[4] = {};
+    ReadModel(static_cast<std::uint32_t>(Simulator::Register::PtpEnable), word, sizeof word);
+    return WordAt(word) != 0 ? Gvbs::GvcpConfigurationIeee1588 : 0;
+}
+
 void CRegisters::LatchTimestamp()
 {
-    const std::uint8_t one[] = {0, 0, 0, 1};
     std::uint8_t value[8] = {};
-    WriteModel(static_cast<std::uint32_t>(Simulator::Register::TimestampLatch), one, sizeof one);
+    WriteModelWord(static_cast<std::uint32_t>(Simulator::Register::TimestampLatch), 1);
     ReadModel(static_cast<std::uint32_t>(Simulator::Register::TimestampLatchValue), value, sizeof value);
     m_bootstrap.Set(Gvbs::TimestampValueHigh, WordAt(value));
     m_bootstrap.Set(Gvbs::TimestampValueLow, WordAt(value + 4));
@@ -280,8 +336,7 @@ void CRegisters::LatchTimestamp()
 
 void CRegisters::CloseChannels()
 {
-    const std::uint8_t one[] = {0, 0, 0, 1};
-    WriteModel(static_cast<std::uint32_t>(Simulator::Register::AcquisitionStop), one, sizeof one);
+    WriteModelWord(static_cast<std::uint32_t>(Simulator::Register::AcquisitionStop), 1);
     m_bootstrap.Set(Gvbs::StreamChannelPort, 0);
     m_bootstrap.Set(Gvbs::StreamChannelDestination, 0);
     m_bootstrap.Set(Gvbs::GvcpConfiguration, 0);

@@ -48,7 +48,10 @@ private:
     Velmo::Gvcp::EStatus WriteName(std::uint32_t offset, const std::uint8_t* data, std::size_t bytes);
     Velmo::Gvcp::EStatus ReadModel(std::uint32_t address, std::uint8_t* data, std::size_t bytes);
     Velmo::Gvcp::EStatus WriteModel(std::uint32_t address, const std::uint8_t* data, std::size_t bytes);
+    Velmo::Gvcp::EStatus WriteModelWord(std::uint32_t address, std::uint32_t value);
     void LatchTimestamp();
+    std::uint32_t LatchClockStatus();
+    std::uint32_t ClockConfiguration();
     std::array<std::uint8_t, 16> Name() const;
 
     const std::shared_ptr<Simulator::CCameraModel> m_pModel;

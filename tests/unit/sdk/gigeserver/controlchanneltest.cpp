@@ -257,6 +257,44 @@ TEST_F(ControlChannel, forcedAddressIsForOneFreeCamera)
     EXPECT_EQ(m_forcedIps.size(), 1u);
 }
 
+TEST_F(ControlChannel, actionIsAnsweredWhenItsKeysFitAndSomebodyHasControl)
+{
+    const Gvcp::SAction action{0x11, 0x22, 0x0F, false, 0};
+    const Gvcp::Bytes fitting = Gvcp::EncodeActionCmd(60, action, true);
+    const Gvcp::Bytes otherGroup = Gvcp::EncodeActionCmd(61, {0x11, 0x23, 0x0F, false, 0}, true);
+    TakeControl();
+    EXPECT_EQ(Write(Gvbs::ActionDeviceKey, 0x11), EStatus::Success);
+    EXPECT_EQ(Write(Gvbs::ActionGroupKey + Gvbs::ActionStride, 0x22), EStatus::Success);
+    EXPECT_EQ(Write(Gvbs::ActionGroupMask + Gvbs::ActionStride, 0x01), EStatus::Success);
+    EXPECT_EQ(Read(Gvbs::ActionGroupKey + Gvbs::ActionStride), 0x22U);
+    const Gvcp::SAcknowledge ack = Ask(fitting, Other);
+    EXPECT_EQ(ack.command, static_cast<std::uint16_t>(Gvcp::ECommand::ActionAck));
+    EXPECT_EQ(static_cast<EStatus>(ack.status), EStatus::Success);
+    EXPECT_TRUE(m_channel.Handle(otherGroup.data(), otherGroup.size(), Other, m_now).empty());
+    EXPECT_EQ(Write(Gvbs::ControlChannelPrivilege, 0), EStatus::Success);
+    EXPECT_TRUE(m_channel.Handle(fitting.data(), fitting.size(), Other, m_now).empty());
+}
+
+TEST_F(ControlChannel, scheduledActionNeedsTheSharedClock)
+{
+    TakeControl();
+    EXPECT_EQ(Write(Gvbs::ActionGroupMask, 0x01), EStatus::Success);
+    const Gvcp::Bytes scheduled = Gvcp::EncodeActionCmd(60, {0, 0, 1, true, 1}, true);
+    EXPECT_EQ(static_cast<EStatus>(Ask(scheduled, Other).status), EStatus::NoReferenceTime);
+    constexpr std::uint32_t disabled = 3; // IEEE 1588: states of a port
+    constexpr std::uint32_t uncalibrated = 8;
+    constexpr std::uint32_t slave = 9;
+    EXPECT_EQ(Read(Gvbs::Ieee1588Status), disabled);
+    EXPECT_EQ(Write(Gvbs::GvcpConfiguration, Gvbs::GvcpConfigurationIeee1588), EStatus::Success);
+    EXPECT_EQ(Read(Gvbs::GvcpConfiguration), Gvbs::GvcpConfigurationIeee1588);
+    const auto start = std::chrono::steady_clock::now();
+    while (Read(Gvbs::Ieee1588Status) == uncalibrated && std::chrono::steady_clock::now() - start < 5s)
+    {
+    }
+    EXPECT_EQ(Read(Gvbs::Ieee1588Status), slave);
+    EXPECT_EQ(static_cast<EStatus>(Ask(scheduled, Other).status), EStatus::ActionLate); // its time is long past
+}
+
 TEST_F(ControlChannel, commandWithoutTheAcknowledgeFlagIsObeyedInSilence)
 {
     TakeControl();
