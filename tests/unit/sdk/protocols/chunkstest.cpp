@@ -127,7 +127,8 @@ TEST(Chunks, theLargestLengthDoesNotOverflow)
 
 TEST(Chunks, theFirstChunkMayFillThePayloadExactly)
 {
-    const auto chunks = ReadAll({1, 2, 3, 4, 0, 0, 0, 7, 0, 0, 0, 4}, EByteOrder::Big);
+    const Bytes payload{1, 2, 3, 4, 0, 0, 0, 7, 0, 0, 0, 4};
+    const auto chunks = ReadAll(payload, EByteOrder::Big);
     ASSERT_EQ(chunks.size(), 1U);
     EXPECT_EQ(DataOf(chunks[0]), (Bytes{1, 2, 3, 4}));
 }
