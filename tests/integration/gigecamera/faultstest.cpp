@@ -109,6 +109,24 @@ TEST(Faults, slowCameraSaysThatItsAnswerIsPending)
     EXPECT_GE(std::chrono::steady_clock::now() - start, 300ms);
 }
 
+TEST(Faults, cameraThatIsHeldElsewhereCannotBeTaken)
+{
+    const CCameraProgram cameras({"--config", WriteConfig("", R"("faults": {"refuseOpenOwner": "10.1.2.3"})")});
+    CGvcpPeer peer;
+    EXPECT_EQ(peer.Read(Gvbs::ControlChannelPrivilege), Gvbs::CcpControlAccess);
+    EXPECT_EQ(peer.Read(Gvbs::PrimaryApplicationIpAddress), 0x0A010203U);
+    EXPECT_EQ(peer.Write(Gvbs::ControlChannelPrivilege, Gvbs::CcpControlAccess), EStatus::AccessDenied);
+}
+
+TEST(Faults, discoveryIsAnsweredAsLateAsTheDataSay)
+{
+    const CCameraProgram cameras({"--config", WriteConfig("", R"("faults": {"discoveryDelayMs": 300})")});
+    CGvcpPeer peer;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(peer.Ask(Gvcp::EncodeDiscoveryCmd(peer.NextId(), false)).has_value());
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 300ms);
+}
+
 TEST(Network, resetCameraIsAwayForItsBootTimeAndKeepsItsName)
 {
     const CCameraProgram cameras({"--config", WriteConfig("", "\"bootTimeMs\": 600")});

@@ -50,8 +50,16 @@ bool IsWrite(std::uint16_t command)
 } // namespace
 
 CControlChannel::CControlChannel(CRegisters& registers, SHooks hooks)
-    : m_registers(registers), m_hooks(std::move(hooks))
+    : m_registers(registers), m_hooks(std::move(hooks)),
+      m_isHeldElsewhere(!registers.GetModel().GetFaults().refuseOpenOwner.empty())
 {
+    if (m_isHeldElsewhere)
+    {
+        std::uint32_t ip = 0; // an owner that is no address stays without a name
+        Gvcp::ParseIp(registers.GetModel().GetFaults().refuseOpenOwner, ip);
+        registers.GetBootstrap().Set(Gvbs::ControlChannelPrivilege, Gvbs::CcpControlAccess);
+        registers.GetBootstrap().Set(Gvbs::PrimaryApplicationIpAddress, ip);
+    }
 }
 
 Gvcp::Bytes CControlChannel::Handle(const std::uint8_t* data, std::size_t bytes, const SPeer& peer, Time now)
@@ -192,7 +200,7 @@ Gvcp::Bytes CControlChannel::ReadRegisters(const Command& command, const SPeer& 
 
 EStatus CControlChannel::WritePrivilege(std::uint32_t value, const SPeer& peer)
 {
-    if (m_owner.has_value() && !IsOwner(peer))
+    if (m_isHeldElsewhere || (m_owner.has_value() && !IsOwner(peer)))
     {
         return EStatus::AccessDenied;
     }

@@ -70,6 +70,7 @@ private:
 
     CRegisters& m_registers;
     const SHooks m_hooks;
+    const bool m_isHeldElsewhere; // a fault: an application that nobody sees has control
     std::optional<SPeer> m_owner;
     Time m_lastHeard{};
     Velmo::Gvcp::Bytes m_lastWrite; // of the owner, with its answer: a repeated command is not obeyed twice

@@ -191,6 +191,12 @@ void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const S
     {
         return;
     }
+    const std::uint32_t discoveryMs = m_camera.config.faults.discoveryDelayMs;
+    if (discoveryMs != 0 && IsCommand(data, bytes, {Gvcp::ECommand::DiscoveryCmd}))
+    {
+        m_lateAnswers.push_back({now + milliseconds(discoveryMs), peer, answer});
+        return;
+    }
     if (m_camera.faults.commandMs == 0 || !TakesTime(data, bytes))
     {
         Send(answer, peer);
