@@ -3,9 +3,7 @@
 
 #include "genapi/inodemap.h"
 #include "gvcpresponder.h"
-#include "protocols/chunks.h"
 #include "protocols/gvbsregisters.h"
-#include "protocols/gvsp.h"
 #include "support/fakecamera.h"
 #include "transports/gige/gigetransport.h"
 
@@ -15,10 +13,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
-
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace Velmo;
 using Test::CFakeCamera;
@@ -57,23 +51,6 @@ private:
     std::condition_variable m_changed;
     int m_count = 0;
 };
-
-/** Sends datagrams to a port of this machine. */
-void SendTo(std::uint16_t port, const std::vector<Gvsp::Bytes>& datagrams)
-{
-    const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    ASSERT_GE(socket, 0);
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(port);
-    to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    for (const Gvsp::Bytes& datagram : datagrams)
-    {
-        EXPECT_EQ(::sendto(socket, datagram.data(), datagram.size(), 0, reinterpret_cast<sockaddr*>(&to), sizeof to),
-                  static_cast<ssize_t>(datagram.size()));
-    }
-    ::close(socket);
-}
 
 class GigECamera : public ::testing::Test
 {
@@ -350,46 +327,6 @@ TEST_F(GigECamera, imageHasItsGeometryAndItsBytes)
     EXPECT_EQ(result.payloadBytes, 320u * 200u);
     const auto& memory = *static_cast<std::vector<std::uint8_t>*>(result.pContext);
     EXPECT_NE(memory.front(), memory[memory.size() / 2]) << "the test image is not even";
-}
-
-TEST_F(GigECamera, imageWithTheExtendedChunkFlagIsChunkDataWithItsGeometry)
-{
-    const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    Transport::IStream& stream = *pDevice->GetStream(0);
-    const CBuffers buffers(stream, 2);
-    stream.Start();
-    // The camera has no chunks and is not started: the test sends in its place, to the port that it was told.
-    auto* pPort = dynamic_cast<GenApi::IPort*>(pDevice->GetNodeMap()->GetNode("Device"));
-    std::uint8_t port[4] = {};
-    pPort->Read(port, Gvbs::StreamChannelPort, sizeof port);
-    Gvsp::SLeader leader;
-    leader.payloadType |= Gvsp::ExtendedChunkFlag;
-    leader.pixelFormat = 0x01080001; // PFNC, Mono8
-    leader.sizeX = 16;
-    leader.sizeY = 8;
-    Gvsp::STrailer trailer;
-    trailer.payloadType = leader.payloadType;
-    trailer.sizeY = leader.sizeY;
-    Gvsp::Bytes payload;
-    Chunks::Append(payload, Chunks::ImageChunkId, Gvsp::Bytes(128, 5).data(), 128, Chunks::EByteOrder::Big);
-    trailer.chunkDataPayloadLength = static_cast<std::uint32_t>(payload.size());
-    Gvsp::SHeader header;
-    header.blockId = 1;
-    const Gvsp::Bytes first = Gvsp::EncodeLeader(header, leader);
-    header.packetId = 1;
-    const Gvsp::SHeaderBytes encoded = Gvsp::EncodeHeader(header);
-    Gvsp::Bytes second(encoded.data.begin(), encoded.data.begin() + static_cast<std::ptrdiff_t>(encoded.bytes));
-    second.insert(second.end(), payload.begin(), payload.end());
-    header.packetId = 2;
-    SendTo(static_cast<std::uint16_t>(port[2] << 8 | port[3]), {first, second, Gvsp::EncodeTrailer(header, trailer)});
-    SStreamResult result;
-    ASSERT_TRUE(stream.RetrieveResult(result, 5000));
-    ASSERT_EQ(result.status, EResultStatus::Ok) << result.errorDescription;
-    EXPECT_EQ(result.payloadType, EPayloadType::ChunkData);
-    EXPECT_EQ(result.width, 16u);
-    EXPECT_EQ(result.height, 8u);
-    EXPECT_EQ(result.pixelType, 0x01080001u);
-    EXPECT_EQ(result.payloadBytes, payload.size());
 }
 
 TEST_F(GigECamera, singleQueuedBufferGivesOneImageAndNoSecond)
