@@ -170,11 +170,10 @@ TEST_F(StatusService, everyArgumentOfItsSignalsCanBeQueued)
 TEST_F(StatusService, receiverInAnotherThreadHearsThereWhatIsToldHere)
 {
     QThread thread;
-    auto* const pReceiver = new QObject;
-    pReceiver->moveToThread(&thread);
-    QObject::connect(&thread, &QThread::finished, pReceiver, &QObject::deleteLater);
+    QObject receiver; // destroyed here, once its thread has ended
+    receiver.moveToThread(&thread);
     std::promise<std::pair<QThread*, CameraInfoPtr>> heard;
-    QObject::connect(&m_status, &ICameraStatusService::cameraImageGrabbed, pReceiver,
+    QObject::connect(&m_status, &ICameraStatusService::cameraImageGrabbed, &receiver,
                      [&](const CameraInfoPtr& info, const Velmo::CGrabResultPtr&) {
                          heard.set_value({QThread::currentThread(), info});
                      });
