@@ -36,10 +36,15 @@ int Listen(const std::string& address, std::uint16_t port)
 
 } // namespace
 
-CActionResponder::CActionResponder(const std::string& address, Velmo::Gvcp::EStatus status, EWay way)
+CActionResponder::CActionResponder(const std::string& address, Velmo::Gvcp::EStatus status, EWay way,
+                                   const std::vector<std::string>& broadcasts)
     : m_status(status), m_way(way), m_own(Listen(address, Velmo::Gvcp::Port)),
-      m_broadcast(Listen("127.255.255.255", Velmo::Gvcp::Port)), m_other(Listen(address, 0))
+      m_other(Listen(address, 0)), m_heard{m_own}
 {
+    for (const std::string& broadcast : broadcasts)
+    {
+        m_heard.push_back(Listen(broadcast, Velmo::Gvcp::Port));
+    }
     m_thread = std::thread([this] { Run(); });
 }
 
@@ -47,10 +52,11 @@ CActionResponder::~CActionResponder()
 {
     m_isStopping = true;
     m_thread.join();
-    for (const int descriptor : {m_own, m_broadcast, m_other})
+    for (const int descriptor : m_heard)
     {
         close(descriptor);
     }
+    close(m_other);
 }
 
 std::vector<CActionResponder::SCommand> CActionResponder::GetCommands() const
@@ -79,9 +85,13 @@ void CActionResponder::Run()
 {
     while (!m_isStopping)
     {
-        pollfd entries[] = {{m_own, POLLIN, 0}, {m_broadcast, POLLIN, 0}};
+        std::vector<pollfd> entries;
+        for (const int descriptor : m_heard)
+        {
+            entries.push_back({descriptor, POLLIN, 0});
+        }
         constexpr int stopCheckMs = 20;
-        if (poll(entries, 2, stopCheckMs) <= 0)
+        if (poll(entries.data(), entries.size(), stopCheckMs) <= 0)
         {
             continue;
         }

@@ -16,8 +16,8 @@ namespace Test
 {
 
 /**
- * A camera of the loopback network that knows nothing but action commands, its own and the network's broadcasts; keys
- * are not looked at. It answers from UDP 3956 of its address.
+ * A camera that knows nothing but action commands to its own address and to these broadcast addresses; keys are not
+ * looked at. It answers from UDP 3956 of its address. It stays in the network namespace it was made in.
  */
 class CActionResponder
 {
@@ -40,7 +40,7 @@ public:
     };
 
     explicit CActionResponder(const std::string& address, Velmo::Gvcp::EStatus status = Velmo::Gvcp::EStatus::Success,
-                              EWay way = EWay::Once);
+                              EWay way = EWay::Once, const std::vector<std::string>& broadcasts = {"127.255.255.255"});
     ~CActionResponder();
     CActionResponder(const CActionResponder&) = delete;
     CActionResponder& operator=(const CActionResponder&) = delete;
@@ -67,8 +67,8 @@ private:
     const Velmo::Gvcp::EStatus m_status;
     const EWay m_way;
     int m_own = -1;
-    int m_broadcast = -1;
-    int m_other = -1; // another port
+    int m_other = -1;         // another port
+    std::vector<int> m_heard; // m_own, and one for each broadcast address
     std::atomic<bool> m_isStopping{false};
     mutable std::mutex m_mutex; // guards what follows
     std::condition_variable m_arrived;
