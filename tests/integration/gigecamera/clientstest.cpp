@@ -72,6 +72,23 @@ TEST(IndependentClient, streamsWithoutAnError)
     EXPECT_EQ(NumberOf(report, "n_error_packets"), 0) << report;
 }
 
+TEST(IndependentClient, streamsImagesWithChunksAndLongIdentifiers)
+{
+    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50")});
+    const std::string report =
+        OutputOf({"arv-camera-test-0.8", "--duration=3", "--gv-packet-size=4000", "--frequency=50", "--features",
+                  "ChunkModeActive=true ChunkSelector=Timestamp ChunkEnable=true GevSCCFGExtendedChunkData=true "
+                  "GevGVSPExtendedIDMode=true"});
+    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 100) << report;
+    EXPECT_EQ(NumberOf(report, "n_failures"), 0) << report;
+    // A camera keeps its settings from one application to the next: these were the ones that it streamed with.
+    const std::string settings = OutputOf({"arv-tool-0.8", "-a", "127.0.0.1", "control", "ChunkModeActive",
+                                           "GevSCCFGExtendedChunkData", "GevGVSPExtendedIDMode"});
+    EXPECT_THAT(settings, HasSubstr("ChunkModeActive = true"));
+    EXPECT_THAT(settings, HasSubstr("GevSCCFGExtendedChunkData = true"));
+    EXPECT_THAT(settings, HasSubstr("GevGVSPExtendedIDMode = true"));
+}
+
 TEST(IndependentClient, getsLostPacketsAgain)
 {
     CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50"), "--fault", "lost=5"});
