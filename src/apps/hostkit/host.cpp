@@ -63,10 +63,7 @@ CHost::~CHost()
 
 bool CHost::start(const QString& language)
 {
-    if (m_p->translator.load(QStringLiteral(":/translation/Host_%1.qm").arg(language)))
-    {
-        QCoreApplication::installTranslator(&m_p->translator);
-    }
+    installTexts(language, m_p->translator);
     m_p->manager.addFolder(m_p->folder);
     m_p->manager.setLanguage(language);
     const bool started = m_p->manager.start();
@@ -86,6 +83,12 @@ bool CHost::start(const QString& language)
     m_p->find(m_p->nodes, "INodeRegistry");
     return m_p->actions && m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters &&
            m_p->decompressors && m_p->graph && m_p->nodes;
+}
+
+bool CHost::installTexts(const QString& language, QTranslator& translator)
+{
+    return translator.load(QStringLiteral(":/translation/Host_%1.qm").arg(language)) &&
+           QCoreApplication::installTranslator(&translator);
 }
 
 void CHost::stop()

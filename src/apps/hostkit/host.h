@@ -11,6 +11,8 @@
 
 #include <memory>
 
+class QTranslator;
+
 namespace Core::Service
 {
 class CServiceRegistry;
@@ -52,6 +54,10 @@ public:
     bool start(const QString& language);
     void stop();
     QStringList errors() const;
+
+    /** For texts that a program shows before it starts a host: "en", "ja", "zh" or "ko" for as long as the translator
+     *  lives. False when there is no such language. */
+    static bool installTexts(const QString& language, QTranslator& translator);
 
     /** The folder of plugins that belongs to the running program: beside it or, installed, below ../lib; the
      *  environment variable CAMERAPOOL_PLUGIN_PATH overrides it. */

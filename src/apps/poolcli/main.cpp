@@ -44,12 +44,6 @@ int runVerb(const SOptions& options)
 
 int main(int argc, char** argv)
 {
-    SOptions options;
-    int exitCode = 0;
-    if (!PoolCli::parseCommandLine(argc, argv, options, exitCode))
-    {
-        return exitCode;
-    }
     // Queued signals, three for each image, cost half as much with Qt's own event dispatcher.
     if (std::getenv("QT_NO_GLIB") == nullptr)
     {
@@ -64,5 +58,11 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("CameraPool"));
     QCoreApplication::setApplicationName(QStringLiteral("poolcli"));
+    SOptions options;
+    int exitCode = 0;
+    if (!PoolCli::parseCommandLine(argc, argv, options, exitCode))
+    {
+        return exitCode;
+    }
     return runVerb(options);
 }

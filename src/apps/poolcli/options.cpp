@@ -3,7 +3,13 @@
 
 #include "poolcli/options.h"
 
+#include "poolcli/texts.h"
+
+#include "hostkit/host.h"
+
 #include <CLI/CLI.hpp>
+
+#include <QTranslator>
 
 #include <iostream>
 
@@ -41,13 +47,19 @@ struct SRaw
     bool json = false;
 };
 
+std::string utf8(const QString& text)
+{
+    return text.toStdString();
+}
+
 constexpr double shortestSeconds = 0.001; // 0 ms would mean no limit
 constexpr double longestSeconds = 1e6;
 
 void addCommon(CLI::App& verb, SRaw& raw)
 {
-    verb.add_flag("--json", raw.json, "Print JSON");
-    verb.add_option("--discovery-timeout", raw.discoverySeconds, "Seconds to wait for cameras to be found")
+    verb.add_flag("--json", raw.json, utf8(CTexts::tr("Print JSON")));
+    verb.add_option("--discovery-timeout", raw.discoverySeconds,
+                    utf8(CTexts::tr("Seconds to wait for cameras to be found")))
         ->check(CLI::Range(0.0, longestSeconds))
         ->capture_default_str();
 }
@@ -56,7 +68,8 @@ void addCamera(CLI::App& verb, SRaw& raw)
 {
     verb.add_option(
         "camera", raw.camera,
-        "User name, serial number, vendor-model-serial or full name; may be left out when there is only one");
+        utf8(CTexts::tr(
+            "User name, serial number, vendor-model-serial or full name; may be left out when there is only one")));
 }
 
 void addSeconds(CLI::App& verb, SRaw& raw, const std::string& text)
@@ -66,117 +79,144 @@ void addSeconds(CLI::App& verb, SRaw& raw, const std::string& text)
 
 void addFilter(CLI::App& verb, SRaw& raw)
 {
-    verb.add_option("-f,--filter", raw.filter, "Only features whose name holds this text");
-    verb.add_option("-v,--visibility", raw.visibility, "Beginner, Expert, Guru or Invisible")
+    verb.add_option("-f,--filter", raw.filter, utf8(CTexts::tr("Only features whose name holds this text")));
+    verb.add_option("-v,--visibility", raw.visibility, utf8(CTexts::tr("Beginner, Expert, Guru or Invisible")))
         ->check(CLI::IsMember({"Beginner", "Expert", "Guru", "Invisible"}))
         ->capture_default_str();
 }
 
 void addParameterVerbs(CLI::App& app, SRaw& raw)
 {
-    CLI::App* pFeatures = app.add_subcommand("features", "Show a camera's features as a tree, with values");
+    CLI::App* pFeatures =
+        app.add_subcommand("features", utf8(CTexts::tr("Show a camera's features as a tree, with values")));
     addCommon(*pFeatures, raw);
     addCamera(*pFeatures, raw);
     addFilter(*pFeatures, raw);
     pFeatures
-        ->add_option("-m,--module", raw.module,
-                     "Only the node map of: camera, instant (the SDK's camera object), stream, tl (transport layer), "
-                     "event (event grabber), interface (that the camera is on); all shows every one of them")
+        ->add_option(
+            "-m,--module", raw.module,
+            utf8(CTexts::tr(
+                "Only the node map of: camera, instant (the SDK's camera object), stream, tl (transport layer), "
+                "event (event grabber), interface (that the camera is on); all shows every one of them")))
         ->check(CLI::IsMember({"camera", "instant", "stream", "tl", "event", "interface", "all"}));
 
-    CLI::App* pGet = app.add_subcommand("get", "Read features");
+    CLI::App* pGet = app.add_subcommand("get", utf8(CTexts::tr("Read features")));
     addCommon(*pGet, raw);
-    pGet->add_option("camera", raw.camera, "The camera")->required();
-    pGet->add_option("feature", raw.arguments,
-                     "Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID")
+    pGet->add_option("camera", raw.camera, utf8(CTexts::tr("The camera")))->required();
+    pGet->add_option(
+            "feature", raw.arguments,
+            utf8(CTexts::tr("Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID")))
         ->required();
 
-    CLI::App* pSet = app.add_subcommand("set", "Write features and execute commands");
+    CLI::App* pSet = app.add_subcommand("set", utf8(CTexts::tr("Write features and execute commands")));
     addCommon(*pSet, raw);
-    pSet->add_option("camera", raw.camera, "The camera")->required();
-    pSet->add_option("setting", raw.arguments, "NAME=VALUE writes, NAME executes a command")->required();
+    pSet->add_option("camera", raw.camera, utf8(CTexts::tr("The camera")))->required();
+    pSet->add_option("setting", raw.arguments, utf8(CTexts::tr("NAME=VALUE writes, NAME executes a command")))
+        ->required();
 }
 
 void addGrabVerbs(CLI::App& app, SRaw& raw)
 {
-    CLI::App* pGrab = app.add_subcommand("grab", "Grab from one, several or all cameras at once");
+    CLI::App* pGrab = app.add_subcommand("grab", utf8(CTexts::tr("Grab from one, several or all cameras at once")));
     addCommon(*pGrab, raw);
-    pGrab->add_option("camera", raw.cameras, "Cameras; all when none is named");
-    pGrab->add_option("-n,--images", raw.images, "Stop after that many images of each camera")
+    pGrab->add_option("camera", raw.cameras, utf8(CTexts::tr("Cameras; all when none is named")));
+    pGrab->add_option("-n,--images", raw.images, utf8(CTexts::tr("Stop after that many images of each camera")))
         ->check(CLI::Range(1, 1000000000));
-    addSeconds(*pGrab, raw, "Stop after that time; without this and without -n, Ctrl-C ends");
-    pGrab->add_option("--set", raw.settings, "NAME=VALUE to write before grabbing")->take_all()->expected(1);
-    pGrab->add_option("--set-for", raw.cameraSettings, "CAMERA NAME=VALUE: the same for one of the cameras")
+    addSeconds(*pGrab, raw, utf8(CTexts::tr("Stop after that time; without this and without -n, Ctrl-C ends")));
+    pGrab->add_option("--set", raw.settings, utf8(CTexts::tr("NAME=VALUE to write before grabbing")))
+        ->take_all()
+        ->expected(1);
+    pGrab
+        ->add_option("--set-for", raw.cameraSettings,
+                     utf8(CTexts::tr("CAMERA NAME=VALUE: the same for one of the cameras")))
         ->allow_extra_args(false);
-    pGrab->add_option("-o,--output", raw.output, "Folder for one PNG of each camera's last image");
+    pGrab->add_option("-o,--output", raw.output, utf8(CTexts::tr("Folder for one PNG of each camera's last image")));
 
-    CLI::App* pSnapshot =
-        app.add_subcommand("snapshot", "Take one image and write it as PNG (16 bits for deep formats)");
+    CLI::App* pSnapshot = app.add_subcommand(
+        "snapshot", utf8(CTexts::tr("Take one image and write it as PNG (16 bits for deep formats)")));
     addCommon(*pSnapshot, raw);
     addCamera(*pSnapshot, raw);
-    pSnapshot->add_option("-o,--output", raw.output, "The file; by default model-serial.png");
-    pSnapshot->add_option("--set", raw.settings, "NAME=VALUE to write before grabbing")->take_all()->expected(1);
-    pSnapshot->add_option("-t,--timeout", raw.timeoutSeconds, "Seconds to wait for the image")
+    pSnapshot->add_option("-o,--output", raw.output, utf8(CTexts::tr("The file; by default model-serial.png")));
+    pSnapshot->add_option("--set", raw.settings, utf8(CTexts::tr("NAME=VALUE to write before grabbing")))
+        ->take_all()
+        ->expected(1);
+    pSnapshot->add_option("-t,--timeout", raw.timeoutSeconds, utf8(CTexts::tr("Seconds to wait for the image")))
         ->check(CLI::Range(shortestSeconds, longestSeconds))
         ->capture_default_str();
 
-    CLI::App* pStats = app.add_subcommand("stats", "Grab from one camera and print its statistics every second");
+    CLI::App* pStats =
+        app.add_subcommand("stats", utf8(CTexts::tr("Grab from one camera and print its statistics every second")));
     addCommon(*pStats, raw);
     addCamera(*pStats, raw);
-    pStats->add_option("-n,--images", raw.images, "Stop after that many images")->check(CLI::Range(1, 1000000000));
-    addSeconds(*pStats, raw, "Stop after that time; 5 by default");
+    pStats->add_option("-n,--images", raw.images, utf8(CTexts::tr("Stop after that many images")))
+        ->check(CLI::Range(1, 1000000000));
+    addSeconds(*pStats, raw, utf8(CTexts::tr("Stop after that time; 5 by default")));
 }
 
 void addChunks(CLI::App& app, SRaw& raw)
 {
-    CLI::App* pChunks = app.add_subcommand("chunks", "Grab with chunk data and show each image's values");
+    CLI::App* pChunks =
+        app.add_subcommand("chunks", utf8(CTexts::tr("Grab with chunk data and show each image's values")));
     addCommon(*pChunks, raw);
     addCamera(*pChunks, raw);
-    pChunks->add_option("-n,--images", raw.images, "Stop after that many images; 10 by default")
+    pChunks->add_option("-n,--images", raw.images, utf8(CTexts::tr("Stop after that many images; 10 by default")))
         ->check(CLI::Range(1, 1000000000));
-    addSeconds(*pChunks, raw, "Stop after that time");
-    pChunks->add_option("--enable", raw.chunks,
-                        "Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by "
-                        "default. Settings are restored at the end");
+    addSeconds(*pChunks, raw, utf8(CTexts::tr("Stop after that time")));
+    pChunks->add_option(
+        "--enable", raw.chunks,
+        utf8(CTexts::tr("Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by "
+                        "default. Settings are restored at the end")));
 }
 
-void addActionCommand(CLI::App& action, SRaw& raw, const char* name, const char* text)
+void addActionCommand(CLI::App& action, SRaw& raw, const char* name, const std::string& text)
 {
     CLI::App* pVerb = action.add_subcommand(name, text);
     pVerb->callback([&raw, name] { raw.action = name; });
     addCommon(*pVerb, raw);
-    pVerb->add_option("camera", raw.cameras, "Cameras that must take it; without any, all that are found are listed");
-    pVerb->add_option("-d,--device-key", raw.deviceKey, "ActionDeviceKey of the cameras; 0x... is hexadecimal")
+    pVerb->add_option("camera", raw.cameras,
+                      utf8(CTexts::tr("Cameras that must take it; without any, all that are found are listed")));
+    pVerb
+        ->add_option("-d,--device-key", raw.deviceKey,
+                     utf8(CTexts::tr("ActionDeviceKey of the cameras; 0x... is hexadecimal")))
         ->required();
-    pVerb->add_option("-g,--group-key", raw.groupKey, "ActionGroupKey of one of their action signals")->required();
+    pVerb->add_option("-g,--group-key", raw.groupKey, utf8(CTexts::tr("ActionGroupKey of one of their action signals")))
+        ->required();
     pVerb
         ->add_option("-k,--group-mask", raw.groupMask,
-                     "Signals whose ActionGroupMask has a bit in common with this; not 0")
+                     utf8(CTexts::tr("Signals whose ActionGroupMask has a bit in common with this; not 0")))
         ->check(CLI::PositiveNumber)
         ->required();
     pVerb
         ->add_option("-a,--address", raw.address,
-                     "255.255.255.255 for every adapter, the broadcast address of a network, or one camera's own")
+                     utf8(CTexts::tr(
+                         "255.255.255.255 for every adapter, the broadcast address of a network, or one camera's own")))
         ->check(CLI::ValidIPV4)
         ->capture_default_str();
     constexpr double longestWaitSeconds = 3600.0;
-    pVerb->add_option("-t,--timeout", raw.answerSeconds, "Seconds to wait for answers; 0 asks for none")
+    pVerb
+        ->add_option("-t,--timeout", raw.answerSeconds,
+                     utf8(CTexts::tr("Seconds to wait for answers; 0 asks for none")))
         ->check(CLI::Range(0.0, longestWaitSeconds))
         ->capture_default_str();
     if (std::string(name) == "schedule")
     {
-        pVerb->add_option("--time", raw.actionTime, "When, in ticks of the cameras' clocks (TimestampLatchValue)")
+        pVerb
+            ->add_option("--time", raw.actionTime,
+                         utf8(CTexts::tr("When, in ticks of the cameras' clocks (TimestampLatchValue)")))
             ->required();
     }
 }
 
 void addAction(CLI::App& app, SRaw& raw)
 {
-    CLI::App* pAction = app.add_subcommand("action", "Trigger many GigE Vision cameras at once (action commands)");
+    CLI::App* pAction =
+        app.add_subcommand("action", utf8(CTexts::tr("Trigger many GigE Vision cameras at once (action commands)")));
     pAction->require_subcommand(1);
-    addActionCommand(*pAction, raw, "issue", "Trigger now");
-    addActionCommand(*pAction, raw, "schedule", "Trigger at a time of the cameras' synchronised clocks");
-    CLI::App* pSupport = pAction->add_subcommand("support", "Open cameras and tell which take action commands");
+    addActionCommand(*pAction, raw, "issue", utf8(CTexts::tr("Trigger now")));
+    addActionCommand(*pAction, raw, "schedule",
+                     utf8(CTexts::tr("Trigger at a time of the cameras' synchronised clocks")));
+    CLI::App* pSupport =
+        pAction->add_subcommand("support", utf8(CTexts::tr("Open cameras and tell which take action commands")));
     pSupport->callback([&raw] { raw.action = "support"; });
     addCommon(*pSupport, raw);
     pSupport->add_option("camera", raw.cameras, "Cameras; all when none is named");
@@ -184,17 +224,17 @@ void addAction(CLI::App& app, SRaw& raw)
 
 void addVerbs(CLI::App& app, SRaw& raw)
 {
-    addCommon(*app.add_subcommand("list", "List the cameras that can be found"), raw);
-    CLI::App* pWatch = app.add_subcommand("watch", "Show cameras coming and going, until Ctrl-C");
+    addCommon(*app.add_subcommand("list", utf8(CTexts::tr("List the cameras that can be found"))), raw);
+    CLI::App* pWatch = app.add_subcommand("watch", utf8(CTexts::tr("Show cameras coming and going, until Ctrl-C")));
     addCommon(*pWatch, raw);
-    addSeconds(*pWatch, raw, "End after that time");
-    CLI::App* pInfo = app.add_subcommand("info", "Show all that discovery tells of one camera");
+    addSeconds(*pWatch, raw, utf8(CTexts::tr("End after that time")));
+    CLI::App* pInfo = app.add_subcommand("info", utf8(CTexts::tr("Show all that discovery tells of one camera")));
     addCommon(*pInfo, raw);
     addCamera(*pInfo, raw);
-    CLI::App* pInterfaces =
-        app.add_subcommand("interfaces", "List the interfaces; with a name: its features and the devices on it");
+    CLI::App* pInterfaces = app.add_subcommand(
+        "interfaces", utf8(CTexts::tr("List the interfaces; with a name: its features and the devices on it")));
     addCommon(*pInterfaces, raw);
-    pInterfaces->add_option("interface", raw.interfaceName, "Identifier, name or full name");
+    pInterfaces->add_option("interface", raw.interfaceName, utf8(CTexts::tr("Identifier, name or full name")));
     addFilter(*pInterfaces, raw);
     addParameterVerbs(app, raw);
     addGrabVerbs(app, raw);
@@ -252,21 +292,72 @@ void fill(SOptions& options, const SRaw& raw)
     options.language = QString::fromStdString(raw.language);
 }
 
+/** Of --language, which is needed before the command line is parsed: the help that the parser shows is in it. */
+QString languageOf(int argc, char** argv)
+{
+    const std::string option = "--language";
+    QString language = QStringLiteral("en");
+    for (int i = 1; i < argc; ++i)
+    {
+        const std::string argument = argv[i];
+        if (argument == option && i + 1 < argc)
+        {
+            language = QString::fromLocal8Bit(argv[i + 1]);
+        }
+        else if (argument.rfind(option + '=', 0) == 0)
+        {
+            language = QString::fromStdString(argument.substr(option.size() + 1));
+        }
+    }
+    return language;
+}
+
+/** What the parser itself says in a help text. Before verbs are added: they take the help's description over. */
+void translateLabels(CLI::App& app)
+{
+    app.set_help_flag("-h,--help", utf8(CTexts::tr("Show this help and end")));
+    auto& formatter = *app.get_formatter();
+    formatter.label("Usage", utf8(CTexts::tr("Usage")));
+    formatter.label("OPTIONS", utf8(CTexts::tr("OPTIONS")));
+    formatter.label("Positionals", utf8(CTexts::tr("Positionals")));
+    formatter.label("SUBCOMMAND", utf8(CTexts::tr("SUBCOMMAND")));
+    formatter.label("REQUIRED", utf8(CTexts::tr("REQUIRED")));
+}
+
+/** The headings above options and verbs are the names of their groups. */
+void translateGroups(CLI::App& app)
+{
+    for (CLI::Option* pOption : app.get_options())
+    {
+        pOption->group(utf8(CTexts::tr("Options")));
+    }
+    for (CLI::App* pVerb : app.get_subcommands({}))
+    {
+        pVerb->group(utf8(CTexts::tr("Subcommands")));
+        translateGroups(*pVerb);
+    }
+}
+
 } // namespace
 
 bool parseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
 {
     constexpr int wrongUsage = 2;
+    QTranslator translator;
+    HostKit::CHost::installTexts(languageOf(argc, argv), translator);
     SRaw raw;
-    CLI::App app("Find, open and use cameras through the CameraPool plugin", "poolcli");
-    app.set_version_flag("--version", POOLCLI_VERSION);
-    app.add_option("--language", raw.language, "Language of messages: en, ja, zh or ko")
+    CLI::App app(utf8(CTexts::tr("Find, open and use cameras through the CameraPool plugin")), "poolcli");
+    translateLabels(app);
+    app.set_version_flag("--version", POOLCLI_VERSION, utf8(CTexts::tr("Show the version and end")));
+    app.add_option("--language", raw.language, utf8(CTexts::tr("Language of messages: en, ja, zh or ko")))
         ->check(CLI::IsMember({"en", "ja", "zh", "ko"}))
         ->capture_default_str();
     app.require_subcommand(1);
     app.failure_message(CLI::FailureMessage::help);
-    app.footer("Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.");
+    app.footer(utf8(CTexts::tr(
+        "Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.")));
     addVerbs(app, raw);
+    translateGroups(app);
     try
     {
         app.parse(argc, argv);

@@ -59,6 +59,22 @@ TEST_F(PoolCliProgram, wrongUsageEndsWithTwo)
     EXPECT_EQ(run({QStringLiteral("dance")}).exitCode, 2);
 }
 
+TEST_F(PoolCliProgram, helpIsInTheLanguageAskedFor)
+{
+    const SOutcome japanese = run({QStringLiteral("--language"), QStringLiteral("ja"), QStringLiteral("--help")});
+    EXPECT_EQ(japanese.exitCode, 0);
+    EXPECT_TRUE(japanese.out.contains("使い方: poolcli [オプション] コマンド")) << japanese.out.constData();
+    EXPECT_TRUE(japanese.out.contains("終了コード")) << japanese.out.constData();
+    EXPECT_FALSE(japanese.out.contains("Options:") || japanese.out.contains("Subcommands:"))
+        << japanese.out.constData();
+    const SOutcome korean =
+        run({QStringLiteral("--language=ko"), QStringLiteral("snapshot"), QStringLiteral("--help")});
+    EXPECT_TRUE(korean.out.contains("이미지를 기다리는 시간(초)")) << korean.out.constData();
+    EXPECT_TRUE(korean.out.contains("이 도움말을 표시하고 끝냅니다")) << korean.out.constData();
+    const SOutcome english = run({QStringLiteral("snapshot"), QStringLiteral("--help")});
+    EXPECT_TRUE(english.out.contains("Usage: poolcli snapshot [OPTIONS]")) << english.out.constData();
+}
+
 TEST_F(PoolCliProgram, featuresAreReadAndWritten)
 {
     const SOutcome set =

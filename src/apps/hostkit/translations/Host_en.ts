@@ -488,5 +488,237 @@
         <source>no</source>
         <translation>no</translation>
     </message>
+    <message>
+        <source>Print JSON</source>
+        <translation>Print JSON</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for cameras to be found</source>
+        <translation>Seconds to wait for cameras to be found</translation>
+    </message>
+    <message>
+        <source>User name, serial number, vendor-model-serial or full name; may be left out when there is only one</source>
+        <translation>User name, serial number, vendor-model-serial or full name; may be left out when there is only one</translation>
+    </message>
+    <message>
+        <source>Only features whose name holds this text</source>
+        <translation>Only features whose name holds this text</translation>
+    </message>
+    <message>
+        <source>Beginner, Expert, Guru or Invisible</source>
+        <translation>Beginner, Expert, Guru or Invisible</translation>
+    </message>
+    <message>
+        <source>Show a camera&apos;s features as a tree, with values</source>
+        <translation>Show a camera&apos;s features as a tree, with values</translation>
+    </message>
+    <message>
+        <source>Only the node map of: camera, instant (the SDK&apos;s camera object), stream, tl (transport layer), event (event grabber), interface (that the camera is on); all shows every one of them</source>
+        <translation>Only the node map of: camera, instant (the SDK&apos;s camera object), stream, tl (transport layer), event (event grabber), interface (that the camera is on); all shows every one of them</translation>
+    </message>
+    <message>
+        <source>Read features</source>
+        <translation>Read features</translation>
+    </message>
+    <message>
+        <source>The camera</source>
+        <translation>The camera</translation>
+    </message>
+    <message>
+        <source>Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID</source>
+        <translation>Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID</translation>
+    </message>
+    <message>
+        <source>Write features and execute commands</source>
+        <translation>Write features and execute commands</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE writes, NAME executes a command</source>
+        <translation>NAME=VALUE writes, NAME executes a command</translation>
+    </message>
+    <message>
+        <source>Grab from one, several or all cameras at once</source>
+        <translation>Grab from one, several or all cameras at once</translation>
+    </message>
+    <message>
+        <source>Cameras; all when none is named</source>
+        <translation>Cameras; all when none is named</translation>
+    </message>
+    <message>
+        <source>Stop after that many images of each camera</source>
+        <translation>Stop after that many images of each camera</translation>
+    </message>
+    <message>
+        <source>Stop after that time; without this and without -n, Ctrl-C ends</source>
+        <translation>Stop after that time; without this and without -n, Ctrl-C ends</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write before grabbing</source>
+        <translation>NAME=VALUE to write before grabbing</translation>
+    </message>
+    <message>
+        <source>CAMERA NAME=VALUE: the same for one of the cameras</source>
+        <translation>CAMERA NAME=VALUE: the same for one of the cameras</translation>
+    </message>
+    <message>
+        <source>Folder for one PNG of each camera&apos;s last image</source>
+        <translation>Folder for one PNG of each camera&apos;s last image</translation>
+    </message>
+    <message>
+        <source>Take one image and write it as PNG (16 bits for deep formats)</source>
+        <translation>Take one image and write it as PNG (16 bits for deep formats)</translation>
+    </message>
+    <message>
+        <source>The file; by default model-serial.png</source>
+        <translation>The file; by default model-serial.png</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for the image</source>
+        <translation>Seconds to wait for the image</translation>
+    </message>
+    <message>
+        <source>Grab from one camera and print its statistics every second</source>
+        <translation>Grab from one camera and print its statistics every second</translation>
+    </message>
+    <message>
+        <source>Stop after that many images</source>
+        <translation>Stop after that many images</translation>
+    </message>
+    <message>
+        <source>Stop after that time; 5 by default</source>
+        <translation>Stop after that time; 5 by default</translation>
+    </message>
+    <message>
+        <source>Grab with chunk data and show each image&apos;s values</source>
+        <translation>Grab with chunk data and show each image&apos;s values</translation>
+    </message>
+    <message>
+        <source>Stop after that many images; 10 by default</source>
+        <translation>Stop after that many images; 10 by default</translation>
+    </message>
+    <message>
+        <source>Stop after that time</source>
+        <translation>Stop after that time</translation>
+    </message>
+    <message>
+        <source>Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by default. Settings are restored at the end</source>
+        <translation>Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by default. Settings are restored at the end</translation>
+    </message>
+    <message>
+        <source>List the cameras that can be found</source>
+        <translation>List the cameras that can be found</translation>
+    </message>
+    <message>
+        <source>Show cameras coming and going, until Ctrl-C</source>
+        <translation>Show cameras coming and going, until Ctrl-C</translation>
+    </message>
+    <message>
+        <source>End after that time</source>
+        <translation>End after that time</translation>
+    </message>
+    <message>
+        <source>Show all that discovery tells of one camera</source>
+        <translation>Show all that discovery tells of one camera</translation>
+    </message>
+    <message>
+        <source>List the interfaces; with a name: its features and the devices on it</source>
+        <translation>List the interfaces; with a name: its features and the devices on it</translation>
+    </message>
+    <message>
+        <source>Identifier, name or full name</source>
+        <translation>Identifier, name or full name</translation>
+    </message>
+    <message>
+        <source>Find, open and use cameras through the CameraPool plugin</source>
+        <translation>Find, open and use cameras through the CameraPool plugin</translation>
+    </message>
+    <message>
+        <source>Language of messages: en, ja, zh or ko</source>
+        <translation>Language of messages: en, ja, zh or ko</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.</source>
+        <translation>Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.</translation>
+    </message>
+    <message>
+        <source>Show this help and end</source>
+        <translation>Show this help and end</translation>
+    </message>
+    <message>
+        <source>Show the version and end</source>
+        <translation>Show the version and end</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Usage</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>OPTIONS</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation>Positionals</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>SUBCOMMAND</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>Subcommands</translation>
+    </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation>REQUIRED</translation>
+    </message>
+    <message>
+        <source>Cameras that must take it; without any, all that are found are listed</source>
+        <translation>Cameras that must take it; without any, all that are found are listed</translation>
+    </message>
+    <message>
+        <source>ActionDeviceKey of the cameras; 0x... is hexadecimal</source>
+        <translation>ActionDeviceKey of the cameras; 0x... is hexadecimal</translation>
+    </message>
+    <message>
+        <source>ActionGroupKey of one of their action signals</source>
+        <translation>ActionGroupKey of one of their action signals</translation>
+    </message>
+    <message>
+        <source>Signals whose ActionGroupMask has a bit in common with this; not 0</source>
+        <translation>Signals whose ActionGroupMask has a bit in common with this; not 0</translation>
+    </message>
+    <message>
+        <source>255.255.255.255 for every adapter, the broadcast address of a network, or one camera&apos;s own</source>
+        <translation>255.255.255.255 for every adapter, the broadcast address of a network, or one camera&apos;s own</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for answers; 0 asks for none</source>
+        <translation>Seconds to wait for answers; 0 asks for none</translation>
+    </message>
+    <message>
+        <source>When, in ticks of the cameras&apos; clocks (TimestampLatchValue)</source>
+        <translation>When, in ticks of the cameras&apos; clocks (TimestampLatchValue)</translation>
+    </message>
+    <message>
+        <source>Trigger many GigE Vision cameras at once (action commands)</source>
+        <translation>Trigger many GigE Vision cameras at once (action commands)</translation>
+    </message>
+    <message>
+        <source>Trigger now</source>
+        <translation>Trigger now</translation>
+    </message>
+    <message>
+        <source>Trigger at a time of the cameras&apos; synchronised clocks</source>
+        <translation>Trigger at a time of the cameras&apos; synchronised clocks</translation>
+    </message>
+    <message>
+        <source>Open cameras and tell which take action commands</source>
+        <translation>Open cameras and tell which take action commands</translation>
+    </message>
 </context>
 </TS>

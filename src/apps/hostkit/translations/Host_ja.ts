@@ -488,5 +488,237 @@
         <source>no</source>
         <translation>いいえ</translation>
     </message>
+    <message>
+        <source>Print JSON</source>
+        <translation>JSON で出力します</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for cameras to be found</source>
+        <translation>カメラが見つかるまで待つ秒数</translation>
+    </message>
+    <message>
+        <source>User name, serial number, vendor-model-serial or full name; may be left out when there is only one</source>
+        <translation>ユーザー名、シリアル番号、ベンダー-モデル-シリアル番号、または完全名。1 台だけのときは省略できます</translation>
+    </message>
+    <message>
+        <source>Only features whose name holds this text</source>
+        <translation>名前にこの文字列を含む機能だけ</translation>
+    </message>
+    <message>
+        <source>Beginner, Expert, Guru or Invisible</source>
+        <translation>Beginner、Expert、Guru、Invisible のいずれか</translation>
+    </message>
+    <message>
+        <source>Show a camera&apos;s features as a tree, with values</source>
+        <translation>カメラの機能を値とともにツリーで表示します</translation>
+    </message>
+    <message>
+        <source>Only the node map of: camera, instant (the SDK&apos;s camera object), stream, tl (transport layer), event (event grabber), interface (that the camera is on); all shows every one of them</source>
+        <translation>次のノードマップだけ: camera、instant (SDK のカメラオブジェクト)、stream、tl (トランスポート層)、event (イベントグラバー)、interface (カメラが接続されているもの)。all はすべてを表示します</translation>
+    </message>
+    <message>
+        <source>Read features</source>
+        <translation>機能を読み取ります</translation>
+    </message>
+    <message>
+        <source>The camera</source>
+        <translation>カメラ</translation>
+    </message>
+    <message>
+        <source>Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID</source>
+        <translation>名前。例: ExposureTime、@StreamGrabber0/PayloadSize、@Interface/InterfaceID</translation>
+    </message>
+    <message>
+        <source>Write features and execute commands</source>
+        <translation>機能に書き込み、コマンドを実行します</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE writes, NAME executes a command</source>
+        <translation>NAME=VALUE は書き込み、NAME はコマンドの実行</translation>
+    </message>
+    <message>
+        <source>Grab from one, several or all cameras at once</source>
+        <translation>1 台、複数、またはすべてのカメラから同時に取り込みます</translation>
+    </message>
+    <message>
+        <source>Cameras; all when none is named</source>
+        <translation>カメラ。指定がなければすべて</translation>
+    </message>
+    <message>
+        <source>Stop after that many images of each camera</source>
+        <translation>各カメラの画像がこの枚数になったら停止します</translation>
+    </message>
+    <message>
+        <source>Stop after that time; without this and without -n, Ctrl-C ends</source>
+        <translation>この時間の後に停止します。これも -n もなければ Ctrl-C で終了します</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write before grabbing</source>
+        <translation>取り込みの前に書き込む NAME=VALUE</translation>
+    </message>
+    <message>
+        <source>CAMERA NAME=VALUE: the same for one of the cameras</source>
+        <translation>CAMERA NAME=VALUE: カメラ 1 台だけに同じことをします</translation>
+    </message>
+    <message>
+        <source>Folder for one PNG of each camera&apos;s last image</source>
+        <translation>各カメラの最後の画像を PNG で保存するフォルダー</translation>
+    </message>
+    <message>
+        <source>Take one image and write it as PNG (16 bits for deep formats)</source>
+        <translation>画像を 1 枚撮り、PNG で保存します (高階調の形式は 16 ビット)</translation>
+    </message>
+    <message>
+        <source>The file; by default model-serial.png</source>
+        <translation>ファイル。既定は モデル-シリアル番号.png</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for the image</source>
+        <translation>画像を待つ秒数</translation>
+    </message>
+    <message>
+        <source>Grab from one camera and print its statistics every second</source>
+        <translation>1 台のカメラから取り込み、統計を毎秒出力します</translation>
+    </message>
+    <message>
+        <source>Stop after that many images</source>
+        <translation>この枚数の画像の後に停止します</translation>
+    </message>
+    <message>
+        <source>Stop after that time; 5 by default</source>
+        <translation>この時間の後に停止します。既定は 5</translation>
+    </message>
+    <message>
+        <source>Grab with chunk data and show each image&apos;s values</source>
+        <translation>チャンクデータ付きで取り込み、各画像の値を表示します</translation>
+    </message>
+    <message>
+        <source>Stop after that many images; 10 by default</source>
+        <translation>この枚数の画像の後に停止します。既定は 10</translation>
+    </message>
+    <message>
+        <source>Stop after that time</source>
+        <translation>この時間の後に停止します</translation>
+    </message>
+    <message>
+        <source>Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by default. Settings are restored at the end</source>
+        <translation>これらのチャンクだけ。コンマ区切り、例: Timestamp,Gain。既定はカメラにあるものすべて。設定は最後に元に戻します</translation>
+    </message>
+    <message>
+        <source>List the cameras that can be found</source>
+        <translation>見つかるカメラを一覧表示します</translation>
+    </message>
+    <message>
+        <source>Show cameras coming and going, until Ctrl-C</source>
+        <translation>Ctrl-C まで、カメラの接続と切断を表示します</translation>
+    </message>
+    <message>
+        <source>End after that time</source>
+        <translation>この時間の後に終了します</translation>
+    </message>
+    <message>
+        <source>Show all that discovery tells of one camera</source>
+        <translation>1 台のカメラについて検出で分かることをすべて表示します</translation>
+    </message>
+    <message>
+        <source>List the interfaces; with a name: its features and the devices on it</source>
+        <translation>インターフェースを一覧表示します。名前を指定すると、その機能と接続されたデバイスを表示します</translation>
+    </message>
+    <message>
+        <source>Identifier, name or full name</source>
+        <translation>識別子、名前、または完全名</translation>
+    </message>
+    <message>
+        <source>Find, open and use cameras through the CameraPool plugin</source>
+        <translation>CameraPool プラグインを通じてカメラを検出し、開き、使用します</translation>
+    </message>
+    <message>
+        <source>Language of messages: en, ja, zh or ko</source>
+        <translation>メッセージの言語: en、ja、zh、ko</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.</source>
+        <translation>終了コード: 0 完了、1 カメラまたはプラグインが拒否 (理由は stderr)、2 使い方の誤り。</translation>
+    </message>
+    <message>
+        <source>Show this help and end</source>
+        <translation>このヘルプを表示して終了します</translation>
+    </message>
+    <message>
+        <source>Show the version and end</source>
+        <translation>バージョンを表示して終了します</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>使い方</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>オプション</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>オプション</translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation>引数</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>コマンド</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>コマンド</translation>
+    </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation>必須</translation>
+    </message>
+    <message>
+        <source>Cameras that must take it; without any, all that are found are listed</source>
+        <translation>受け付けなければならないカメラ。指定がなければ、見つかったすべてを一覧表示します</translation>
+    </message>
+    <message>
+        <source>ActionDeviceKey of the cameras; 0x... is hexadecimal</source>
+        <translation>カメラの ActionDeviceKey。0x... は 16 進数</translation>
+    </message>
+    <message>
+        <source>ActionGroupKey of one of their action signals</source>
+        <translation>アクション信号の 1 つの ActionGroupKey</translation>
+    </message>
+    <message>
+        <source>Signals whose ActionGroupMask has a bit in common with this; not 0</source>
+        <translation>ActionGroupMask がこの値と共通のビットを持つ信号。0 以外</translation>
+    </message>
+    <message>
+        <source>255.255.255.255 for every adapter, the broadcast address of a network, or one camera&apos;s own</source>
+        <translation>255.255.255.255 はすべてのアダプター。ネットワークのブロードキャストアドレス、またはカメラ 1 台のアドレスも可</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for answers; 0 asks for none</source>
+        <translation>応答を待つ秒数。0 は応答を求めません</translation>
+    </message>
+    <message>
+        <source>When, in ticks of the cameras&apos; clocks (TimestampLatchValue)</source>
+        <translation>時刻。カメラの時計の目盛り (TimestampLatchValue)</translation>
+    </message>
+    <message>
+        <source>Trigger many GigE Vision cameras at once (action commands)</source>
+        <translation>多数の GigE Vision カメラを同時にトリガーします (アクションコマンド)</translation>
+    </message>
+    <message>
+        <source>Trigger now</source>
+        <translation>今すぐトリガーします</translation>
+    </message>
+    <message>
+        <source>Trigger at a time of the cameras&apos; synchronised clocks</source>
+        <translation>カメラの同期した時計の時刻にトリガーします</translation>
+    </message>
+    <message>
+        <source>Open cameras and tell which take action commands</source>
+        <translation>カメラを開き、アクションコマンドを受け付けるものを示します</translation>
+    </message>
 </context>
 </TS>

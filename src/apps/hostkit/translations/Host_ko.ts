@@ -488,5 +488,237 @@
         <source>no</source>
         <translation>아니요</translation>
     </message>
+    <message>
+        <source>Print JSON</source>
+        <translation>JSON으로 출력합니다</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for cameras to be found</source>
+        <translation>카메라를 찾을 때까지 기다리는 시간(초)</translation>
+    </message>
+    <message>
+        <source>User name, serial number, vendor-model-serial or full name; may be left out when there is only one</source>
+        <translation>사용자 이름, 일련 번호, 공급업체-모델-일련 번호 또는 전체 이름. 한 대뿐이면 생략할 수 있습니다</translation>
+    </message>
+    <message>
+        <source>Only features whose name holds this text</source>
+        <translation>이름에 이 텍스트가 포함된 기능만</translation>
+    </message>
+    <message>
+        <source>Beginner, Expert, Guru or Invisible</source>
+        <translation>Beginner, Expert, Guru 또는 Invisible 중 하나</translation>
+    </message>
+    <message>
+        <source>Show a camera&apos;s features as a tree, with values</source>
+        <translation>카메라의 기능을 값과 함께 트리로 표시합니다</translation>
+    </message>
+    <message>
+        <source>Only the node map of: camera, instant (the SDK&apos;s camera object), stream, tl (transport layer), event (event grabber), interface (that the camera is on); all shows every one of them</source>
+        <translation>다음 노드 맵만: camera, instant(SDK의 카메라 개체), stream, tl(전송 계층), event(이벤트 그래버), interface(카메라가 연결된 인터페이스). all은 모두 표시합니다</translation>
+    </message>
+    <message>
+        <source>Read features</source>
+        <translation>기능을 읽습니다</translation>
+    </message>
+    <message>
+        <source>The camera</source>
+        <translation>카메라</translation>
+    </message>
+    <message>
+        <source>Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID</source>
+        <translation>이름. 예: ExposureTime, @StreamGrabber0/PayloadSize, @Interface/InterfaceID</translation>
+    </message>
+    <message>
+        <source>Write features and execute commands</source>
+        <translation>기능에 쓰고 명령을 실행합니다</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE writes, NAME executes a command</source>
+        <translation>NAME=VALUE는 쓰기, NAME은 명령 실행</translation>
+    </message>
+    <message>
+        <source>Grab from one, several or all cameras at once</source>
+        <translation>한 대, 여러 대 또는 모든 카메라에서 동시에 수집합니다</translation>
+    </message>
+    <message>
+        <source>Cameras; all when none is named</source>
+        <translation>카메라. 지정하지 않으면 모두</translation>
+    </message>
+    <message>
+        <source>Stop after that many images of each camera</source>
+        <translation>각 카메라의 이미지가 이 수에 이르면 중지합니다</translation>
+    </message>
+    <message>
+        <source>Stop after that time; without this and without -n, Ctrl-C ends</source>
+        <translation>이 시간이 지나면 중지합니다. 이것도 -n도 없으면 Ctrl-C로 끝냅니다</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write before grabbing</source>
+        <translation>수집 전에 쓸 NAME=VALUE</translation>
+    </message>
+    <message>
+        <source>CAMERA NAME=VALUE: the same for one of the cameras</source>
+        <translation>CAMERA NAME=VALUE: 카메라 한 대에만 같은 작업을 합니다</translation>
+    </message>
+    <message>
+        <source>Folder for one PNG of each camera&apos;s last image</source>
+        <translation>각 카메라의 마지막 이미지를 PNG로 저장할 폴더</translation>
+    </message>
+    <message>
+        <source>Take one image and write it as PNG (16 bits for deep formats)</source>
+        <translation>이미지를 한 장 찍어 PNG로 저장합니다(고심도 형식은 16비트)</translation>
+    </message>
+    <message>
+        <source>The file; by default model-serial.png</source>
+        <translation>파일. 기본값은 모델-일련 번호.png</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for the image</source>
+        <translation>이미지를 기다리는 시간(초)</translation>
+    </message>
+    <message>
+        <source>Grab from one camera and print its statistics every second</source>
+        <translation>카메라 한 대에서 수집하며 통계를 매초 출력합니다</translation>
+    </message>
+    <message>
+        <source>Stop after that many images</source>
+        <translation>이미지가 이 수에 이르면 중지합니다</translation>
+    </message>
+    <message>
+        <source>Stop after that time; 5 by default</source>
+        <translation>이 시간이 지나면 중지합니다. 기본값은 5</translation>
+    </message>
+    <message>
+        <source>Grab with chunk data and show each image&apos;s values</source>
+        <translation>청크 데이터와 함께 수집하며 각 이미지의 값을 표시합니다</translation>
+    </message>
+    <message>
+        <source>Stop after that many images; 10 by default</source>
+        <translation>이미지가 이 수에 이르면 중지합니다. 기본값은 10</translation>
+    </message>
+    <message>
+        <source>Stop after that time</source>
+        <translation>이 시간이 지나면 중지합니다</translation>
+    </message>
+    <message>
+        <source>Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by default. Settings are restored at the end</source>
+        <translation>이 청크만, 쉼표로 구분. 예: Timestamp,Gain. 기본값은 카메라의 모든 청크. 끝나면 설정을 되돌립니다</translation>
+    </message>
+    <message>
+        <source>List the cameras that can be found</source>
+        <translation>찾을 수 있는 카메라를 나열합니다</translation>
+    </message>
+    <message>
+        <source>Show cameras coming and going, until Ctrl-C</source>
+        <translation>Ctrl-C를 누를 때까지 카메라의 연결과 분리를 표시합니다</translation>
+    </message>
+    <message>
+        <source>End after that time</source>
+        <translation>이 시간이 지나면 끝냅니다</translation>
+    </message>
+    <message>
+        <source>Show all that discovery tells of one camera</source>
+        <translation>검색으로 알 수 있는 카메라 한 대의 모든 정보를 표시합니다</translation>
+    </message>
+    <message>
+        <source>List the interfaces; with a name: its features and the devices on it</source>
+        <translation>인터페이스를 나열합니다. 이름을 지정하면 그 기능과 연결된 장치를 표시합니다</translation>
+    </message>
+    <message>
+        <source>Identifier, name or full name</source>
+        <translation>식별자, 이름 또는 전체 이름</translation>
+    </message>
+    <message>
+        <source>Find, open and use cameras through the CameraPool plugin</source>
+        <translation>CameraPool 플러그인으로 카메라를 찾고 열고 사용합니다</translation>
+    </message>
+    <message>
+        <source>Language of messages: en, ja, zh or ko</source>
+        <translation>메시지 언어: en, ja, zh 또는 ko</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.</source>
+        <translation>종료 코드: 0 완료, 1 카메라 또는 플러그인이 거부함(이유는 stderr), 2 잘못된 사용.</translation>
+    </message>
+    <message>
+        <source>Show this help and end</source>
+        <translation>이 도움말을 표시하고 끝냅니다</translation>
+    </message>
+    <message>
+        <source>Show the version and end</source>
+        <translation>버전을 표시하고 끝냅니다</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>사용법</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>옵션</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>옵션</translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation>인수</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>명령</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>명령</translation>
+    </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation>필수</translation>
+    </message>
+    <message>
+        <source>Cameras that must take it; without any, all that are found are listed</source>
+        <translation>명령을 받아야 하는 카메라. 지정하지 않으면 찾은 카메라를 모두 나열합니다</translation>
+    </message>
+    <message>
+        <source>ActionDeviceKey of the cameras; 0x... is hexadecimal</source>
+        <translation>카메라의 ActionDeviceKey. 0x...는 16진수</translation>
+    </message>
+    <message>
+        <source>ActionGroupKey of one of their action signals</source>
+        <translation>동작 신호 중 하나의 ActionGroupKey</translation>
+    </message>
+    <message>
+        <source>Signals whose ActionGroupMask has a bit in common with this; not 0</source>
+        <translation>ActionGroupMask가 이 값과 공통 비트를 갖는 신호. 0은 안 됨</translation>
+    </message>
+    <message>
+        <source>255.255.255.255 for every adapter, the broadcast address of a network, or one camera&apos;s own</source>
+        <translation>255.255.255.255는 모든 어댑터. 네트워크의 브로드캐스트 주소나 카메라 한 대의 주소도 가능</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for answers; 0 asks for none</source>
+        <translation>응답을 기다리는 시간(초). 0은 응답을 요청하지 않음</translation>
+    </message>
+    <message>
+        <source>When, in ticks of the cameras&apos; clocks (TimestampLatchValue)</source>
+        <translation>시각. 카메라 시계의 틱 단위(TimestampLatchValue)</translation>
+    </message>
+    <message>
+        <source>Trigger many GigE Vision cameras at once (action commands)</source>
+        <translation>여러 GigE Vision 카메라를 동시에 트리거합니다(동작 명령)</translation>
+    </message>
+    <message>
+        <source>Trigger now</source>
+        <translation>지금 트리거합니다</translation>
+    </message>
+    <message>
+        <source>Trigger at a time of the cameras&apos; synchronised clocks</source>
+        <translation>카메라의 동기화된 시계의 시각에 트리거합니다</translation>
+    </message>
+    <message>
+        <source>Open cameras and tell which take action commands</source>
+        <translation>카메라를 열고 동작 명령을 받는 카메라를 알려 줍니다</translation>
+    </message>
 </context>
 </TS>

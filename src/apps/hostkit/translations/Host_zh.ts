@@ -488,5 +488,237 @@
         <source>no</source>
         <translation>否</translation>
     </message>
+    <message>
+        <source>Print JSON</source>
+        <translation>以 JSON 输出</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for cameras to be found</source>
+        <translation>等待找到相机的秒数</translation>
+    </message>
+    <message>
+        <source>User name, serial number, vendor-model-serial or full name; may be left out when there is only one</source>
+        <translation>用户名称、序列号、厂商-型号-序列号或完整名称；只有一台时可省略</translation>
+    </message>
+    <message>
+        <source>Only features whose name holds this text</source>
+        <translation>仅限名称包含此文本的功能</translation>
+    </message>
+    <message>
+        <source>Beginner, Expert, Guru or Invisible</source>
+        <translation>Beginner、Expert、Guru 或 Invisible</translation>
+    </message>
+    <message>
+        <source>Show a camera&apos;s features as a tree, with values</source>
+        <translation>以树形显示相机的功能及其值</translation>
+    </message>
+    <message>
+        <source>Only the node map of: camera, instant (the SDK&apos;s camera object), stream, tl (transport layer), event (event grabber), interface (that the camera is on); all shows every one of them</source>
+        <translation>仅限以下节点映射：camera、instant（SDK 的相机对象）、stream、tl（传输层）、event（事件采集器）、interface（相机所在的接口）；all 显示全部</translation>
+    </message>
+    <message>
+        <source>Read features</source>
+        <translation>读取功能</translation>
+    </message>
+    <message>
+        <source>The camera</source>
+        <translation>相机</translation>
+    </message>
+    <message>
+        <source>Names, such as ExposureTime, @StreamGrabber0/PayloadSize or @Interface/InterfaceID</source>
+        <translation>名称，例如 ExposureTime、@StreamGrabber0/PayloadSize 或 @Interface/InterfaceID</translation>
+    </message>
+    <message>
+        <source>Write features and execute commands</source>
+        <translation>写入功能并执行命令</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE writes, NAME executes a command</source>
+        <translation>NAME=VALUE 写入，NAME 执行命令</translation>
+    </message>
+    <message>
+        <source>Grab from one, several or all cameras at once</source>
+        <translation>同时从一台、多台或所有相机采集</translation>
+    </message>
+    <message>
+        <source>Cameras; all when none is named</source>
+        <translation>相机；未指定时为全部</translation>
+    </message>
+    <message>
+        <source>Stop after that many images of each camera</source>
+        <translation>每台相机达到此图像数后停止</translation>
+    </message>
+    <message>
+        <source>Stop after that time; without this and without -n, Ctrl-C ends</source>
+        <translation>经过此时间后停止；若此项与 -n 均未指定，则按 Ctrl-C 结束</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write before grabbing</source>
+        <translation>采集前写入的 NAME=VALUE</translation>
+    </message>
+    <message>
+        <source>CAMERA NAME=VALUE: the same for one of the cameras</source>
+        <translation>CAMERA NAME=VALUE：仅对其中一台相机执行同样的操作</translation>
+    </message>
+    <message>
+        <source>Folder for one PNG of each camera&apos;s last image</source>
+        <translation>保存每台相机最后一张图像（PNG）的文件夹</translation>
+    </message>
+    <message>
+        <source>Take one image and write it as PNG (16 bits for deep formats)</source>
+        <translation>拍摄一张图像并存为 PNG（高位深格式为 16 位）</translation>
+    </message>
+    <message>
+        <source>The file; by default model-serial.png</source>
+        <translation>文件；默认为 型号-序列号.png</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for the image</source>
+        <translation>等待图像的秒数</translation>
+    </message>
+    <message>
+        <source>Grab from one camera and print its statistics every second</source>
+        <translation>从一台相机采集并每秒输出其统计信息</translation>
+    </message>
+    <message>
+        <source>Stop after that many images</source>
+        <translation>达到此图像数后停止</translation>
+    </message>
+    <message>
+        <source>Stop after that time; 5 by default</source>
+        <translation>经过此时间后停止；默认为 5</translation>
+    </message>
+    <message>
+        <source>Grab with chunk data and show each image&apos;s values</source>
+        <translation>带块数据采集并显示每张图像的值</translation>
+    </message>
+    <message>
+        <source>Stop after that many images; 10 by default</source>
+        <translation>达到此图像数后停止；默认为 10</translation>
+    </message>
+    <message>
+        <source>Stop after that time</source>
+        <translation>经过此时间后停止</translation>
+    </message>
+    <message>
+        <source>Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by default. Settings are restored at the end</source>
+        <translation>仅限这些块，以逗号分隔，例如 Timestamp,Gain；默认为相机的所有块。结束时恢复设置</translation>
+    </message>
+    <message>
+        <source>List the cameras that can be found</source>
+        <translation>列出可找到的相机</translation>
+    </message>
+    <message>
+        <source>Show cameras coming and going, until Ctrl-C</source>
+        <translation>显示相机的接入和移除，直到按下 Ctrl-C</translation>
+    </message>
+    <message>
+        <source>End after that time</source>
+        <translation>经过此时间后结束</translation>
+    </message>
+    <message>
+        <source>Show all that discovery tells of one camera</source>
+        <translation>显示发现过程中得到的一台相机的全部信息</translation>
+    </message>
+    <message>
+        <source>List the interfaces; with a name: its features and the devices on it</source>
+        <translation>列出接口；指定名称时显示其功能及其上的设备</translation>
+    </message>
+    <message>
+        <source>Identifier, name or full name</source>
+        <translation>标识符、名称或完整名称</translation>
+    </message>
+    <message>
+        <source>Find, open and use cameras through the CameraPool plugin</source>
+        <translation>通过 CameraPool 插件查找、打开和使用相机</translation>
+    </message>
+    <message>
+        <source>Language of messages: en, ja, zh or ko</source>
+        <translation>消息的语言：en、ja、zh 或 ko</translation>
+    </message>
+    <message>
+        <source>Exit codes: 0 done, 1 the camera or the plugin refused (the reason is on stderr), 2 wrong usage.</source>
+        <translation>退出代码：0 完成，1 相机或插件拒绝（原因见 stderr），2 用法错误。</translation>
+    </message>
+    <message>
+        <source>Show this help and end</source>
+        <translation>显示此帮助并退出</translation>
+    </message>
+    <message>
+        <source>Show the version and end</source>
+        <translation>显示版本并退出</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>用法</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>选项</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>选项</translation>
+    </message>
+    <message>
+        <source>Positionals</source>
+        <translation>位置参数</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>REQUIRED</source>
+        <translation>必填</translation>
+    </message>
+    <message>
+        <source>Cameras that must take it; without any, all that are found are listed</source>
+        <translation>必须接受该命令的相机；未指定时列出找到的全部相机</translation>
+    </message>
+    <message>
+        <source>ActionDeviceKey of the cameras; 0x... is hexadecimal</source>
+        <translation>相机的 ActionDeviceKey；0x... 为十六进制</translation>
+    </message>
+    <message>
+        <source>ActionGroupKey of one of their action signals</source>
+        <translation>其某个动作信号的 ActionGroupKey</translation>
+    </message>
+    <message>
+        <source>Signals whose ActionGroupMask has a bit in common with this; not 0</source>
+        <translation>ActionGroupMask 与此值有共同位的信号；不可为 0</translation>
+    </message>
+    <message>
+        <source>255.255.255.255 for every adapter, the broadcast address of a network, or one camera&apos;s own</source>
+        <translation>255.255.255.255 表示所有适配器；也可为某网络的广播地址或某台相机自身的地址</translation>
+    </message>
+    <message>
+        <source>Seconds to wait for answers; 0 asks for none</source>
+        <translation>等待应答的秒数；0 表示不要求应答</translation>
+    </message>
+    <message>
+        <source>When, in ticks of the cameras&apos; clocks (TimestampLatchValue)</source>
+        <translation>时刻，以相机时钟的计数表示 (TimestampLatchValue)</translation>
+    </message>
+    <message>
+        <source>Trigger many GigE Vision cameras at once (action commands)</source>
+        <translation>同时触发多台 GigE Vision 相机（动作命令）</translation>
+    </message>
+    <message>
+        <source>Trigger now</source>
+        <translation>立即触发</translation>
+    </message>
+    <message>
+        <source>Trigger at a time of the cameras&apos; synchronised clocks</source>
+        <translation>在相机同步时钟的指定时刻触发</translation>
+    </message>
+    <message>
+        <source>Open cameras and tell which take action commands</source>
+        <translation>打开相机并显示哪些接受动作命令</translation>
+    </message>
 </context>
 </TS>
