@@ -18,16 +18,27 @@ public:
     std::uint64_t Extend(std::uint64_t id)
     {
         constexpr std::uint64_t wrap = 0xFFFF;
-        // Extended ids do not wrap. An image that comes late is a little lower; a wrap is far lower.
-        if (id <= wrap && id < m_last && m_last - id > wrap / 2)
+        if (id == 0)
+        {
+            return 0; // of a result without an image
+        }
+        if (id > wrap)
+        {
+            Count(id); // extended ids do not wrap
+            return id;
+        }
+        // An image that comes late is a little lower than the last; a wrap is far lower, and an image from before the
+        // wrap that comes late, or was given up, far higher.
+        const bool isFromBeforeWrap = m_offset > 0 && id > m_last && id - m_last > wrap / 2;
+        if (id < m_last && m_last - id > wrap / 2)
         {
             m_offset += wrap;
         }
-        if (id <= wrap)
+        if (!isFromBeforeWrap)
         {
             m_last = id;
         }
-        const std::uint64_t extended = id > wrap ? id : m_offset + id;
+        const std::uint64_t extended = (isFromBeforeWrap ? m_offset - wrap : m_offset) + id;
         Count(extended);
         return extended;
     }
@@ -38,10 +49,6 @@ public:
 private:
     void Count(std::uint64_t id)
     {
-        if (id == 0)
-        {
-            return; // of a result without an image
-        }
         if (m_highest == 0 || id > m_highest)
         {
             m_skipped += m_highest == 0 ? 0 : id - m_highest - 1;

@@ -80,6 +80,8 @@ TEST(GigEBlockCounter, sixteenBitIdsContinueOverTheirWrap)
     EXPECT_EQ(counter.Extend(65535), 65535u);
     EXPECT_EQ(counter.Extend(1), 65536u);
     EXPECT_EQ(counter.Extend(2), 65537u);
+    EXPECT_EQ(counter.Extend(30000), 65535u + 30000u);
+    EXPECT_EQ(counter.Extend(60000), 65535u + 60000u);
     EXPECT_EQ(counter.Extend(65535), 65535u + 65535u);
     EXPECT_EQ(counter.Extend(1), 2u * 65535u + 1u);
 }
@@ -90,6 +92,28 @@ TEST(GigEBlockCounter, lateIdIsNoWrap)
     EXPECT_EQ(counter.Extend(10), 10u);
     EXPECT_EQ(counter.Extend(8), 8u);
     EXPECT_EQ(counter.Extend(11), 11u);
+}
+
+TEST(GigEBlockCounter, lateIdFromBeforeTheWrapIsNoFurtherWrap)
+{
+    CBlockCounter counter;
+    counter.Extend(65533);
+    counter.Extend(65534);
+    EXPECT_EQ(counter.Extend(2), 65537u);
+    EXPECT_EQ(counter.CountSkipped(), 2u);
+    EXPECT_EQ(counter.Extend(65535), 65535u);
+    EXPECT_EQ(counter.CountSkipped(), 1u);
+    EXPECT_EQ(counter.Extend(3), 65538u);
+    EXPECT_EQ(counter.CountSkipped(), 1u);
+}
+
+TEST(GigEBlockCounter, resultWithoutAnImageIsNoWrap)
+{
+    CBlockCounter counter;
+    counter.Extend(65400);
+    EXPECT_EQ(counter.Extend(0), 0u);
+    EXPECT_EQ(counter.Extend(65401), 65401u);
+    EXPECT_EQ(counter.CountSkipped(), 0u);
 }
 
 TEST(GigEBlockCounter, idsLeftOutAreCountedAlsoOverTheWrap)
