@@ -3,7 +3,10 @@
 
 #include "gigeclient.h"
 
+#include "genapi/exceptions.h"
 #include "transports/gige/gigetransport.h"
+
+#include <gtest/gtest.h>
 
 #include <stdexcept>
 
@@ -105,9 +108,16 @@ CRunningStream::CRunningStream(Velmo::IVelmoDevice& device, std::size_t buffers)
 
 CRunningStream::~CRunningStream()
 {
-    if (!m_device.IsRemoved())
+    try
     {
-        Execute(m_device, "AcquisitionStop");
+        if (!m_device.IsRemoved())
+        {
+            Execute(m_device, "AcquisitionStop");
+        }
+    }
+    catch (const GenICam::GenericException& error)
+    {
+        ADD_FAILURE() << "The camera does not stop: " << error.GetDescription();
     }
     m_stream.Stop();
     for (auto& memory : m_memory)

@@ -44,6 +44,15 @@ protected:
         return pDevice;
     }
 
+    /** Enough time for all that is asked for again, however busy the machine. */
+    static void AwaitPackets(IVelmoDevice& device)
+    {
+        Transport::IStream& stream = *device.GetStream(0);
+        stream.Open();
+        constexpr std::int64_t patienceUs = 4000000;
+        GenApi::CIntegerPtr(stream.GetNodeMap()->GetNode("FrameRetention"))->SetValue(patienceUs);
+    }
+
     CPeerNamespace m_far;
     std::unique_ptr<CLossyCable> m_pCable;
     std::unique_ptr<CFakeCamera> m_pCamera;
@@ -51,6 +60,7 @@ protected:
 };
 
 constexpr unsigned int everyNth = 40; // a few packets of each image
+constexpr std::size_t plenty = 100;   // buffers: none is missing while an image waits for its packets
 constexpr unsigned int firstBlock = 65401;
 
 } // namespace
@@ -59,7 +69,8 @@ TEST_F(GigELoss, lostPacketsAreAskedForAgainAndEveryImageIsComplete)
 {
     const auto pDevice = OpenBehind([](unsigned int, unsigned int packet, int attempt)
                                     { return attempt == 0 && packet % everyNth == 7; });
-    CRunningStream run(*pDevice, 10);
+    AwaitPackets(*pDevice);
+    CRunningStream run(*pDevice, plenty);
     constexpr int images = 20;
     for (int image = 0; image < images; ++image)
     {
@@ -80,7 +91,8 @@ TEST_F(GigELoss, lossOfTheRepetitionToo)
 {
     const auto pDevice = OpenBehind([](unsigned int, unsigned int packet, int attempt)
                                     { return attempt < 2 && packet % everyNth == 7; });
-    CRunningStream run(*pDevice, 10);
+    AwaitPackets(*pDevice);
+    CRunningStream run(*pDevice, plenty);
     for (int image = 0; image < 10; ++image)
     {
         const SStreamResult result = run.Next();
