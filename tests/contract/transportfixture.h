@@ -32,8 +32,6 @@ public:
     virtual void SendImage() = 0;
     /** Unplugs the camera. Every harness must be able to: false is a failure of the test that asked for it. */
     virtual bool Unplug() = 0;
-    /** Whether the transport can watch a camera that somebody else controls; one that cannot must say so. */
-    virtual bool CanMonitor() const { return true; }
     /** Whether the camera can send the chunks Timestamp and FrameID. */
     virtual bool HasChunks() const { return false; }
     /** How long the transport may take to notice it. */

@@ -31,7 +31,6 @@ public:
         return list.front();
     }
     void SendImage() override {} // it runs freely
-    bool CanMonitor() const override { return false; }
     bool Unplug() override
     {
         m_camera.Kill();

@@ -177,20 +177,6 @@ TEST_F(GigECamera, cameraHeldElsewhereIsRefusedAtOnce)
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
 }
 
-TEST_F(GigECamera, monitorAccessIsRefusedInWords)
-{
-    const std::unique_ptr<IVelmoDevice> pDevice = m_pTransport->CreateDevice(Find());
-    try
-    {
-        pDevice->Open(EDeviceAccess::Monitor);
-        FAIL() << "opened";
-    }
-    catch (const GenICam::RuntimeException& e)
-    {
-        EXPECT_THAT(e.GetDescription(), ::testing::HasSubstr("monitor"));
-    }
-}
-
 TEST_F(GigECamera, integerFloatEnumerationAndStringRoundTrip)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();

@@ -49,6 +49,8 @@ int OpenSocket(std::uint32_t ip)
     const sockaddr_in address = AddressOf(ip, 0);
     const int bytes = 8 * 1024 * 1024;
     setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
+    const int on = 1; // others may listen to the same group
+    setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
     EXPECT_EQ(bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     return descriptor;
 }

@@ -164,12 +164,6 @@ std::unique_ptr<SOpenCamera> CGigEDevice::OpenCamera()
 
 void CGigEDevice::Open(EDeviceAccess access)
 {
-    if (access == EDeviceAccess::Monitor)
-    {
-        GENICAM_THROW(RuntimeException, "The camera " + Name() +
-                                            " cannot be opened as a monitor: watching a camera that another "
-                                            "application controls is not supported for GigE Vision cameras.");
-    }
     if (IsRemoved())
     {
         GENICAM_THROW(RuntimeException, "The camera " + Name() + " was removed.");
@@ -178,6 +172,27 @@ void CGigEDevice::Open(EDeviceAccess access)
     {
         return;
     }
+    access == EDeviceAccess::Monitor ? OpenMonitor() : OpenControl();
+}
+
+void CGigEDevice::OpenMonitor()
+{
+    try
+    {
+        m_pMonitor = OpenMonitorCamera(Name(), m_adapterIp, m_deviceIp, m_pRemoval);
+        m_monitorStream.Attach(m_pMonitor.get());
+        Watch([this] { m_monitorStream.OnRemoved(); });
+    }
+    catch (...)
+    {
+        m_monitorStream.Detach();
+        m_pMonitor.reset();
+        throw;
+    }
+}
+
+void CGigEDevice::OpenControl()
+{
     if (!m_pServices->openCameras.Add(m_deviceIp))
     {
         GENICAM_THROW(AccessException, "The camera " + Name() + " is in use by this application already.");
@@ -187,7 +202,10 @@ void CGigEDevice::Open(EDeviceAccess access)
         m_pCamera = OpenCamera();
         m_pParameters = MakeParameters();
         m_stream.Attach(m_pCamera.get());
-        Watch();
+        Watch([this] { m_stream.OnRemoved(); });
+        m_lostHandler =
+            g_signal_connect_data(m_pCamera->pEngine.get(), "control-lost", G_CALLBACK(&OnControlLost),
+                                  new std::shared_ptr<CRemoval>(m_pRemoval), &DeleteHandlerData, GConnectFlags(0));
     }
     catch (...)
     {
@@ -223,18 +241,15 @@ std::unique_ptr<Transport::CSoftwareNodeMap> CGigEDevice::MakeParameters()
     return pParameters;
 }
 
-void CGigEDevice::Watch()
+void CGigEDevice::Watch(CRemoval::Handler onRemoved)
 {
-    m_pRemoval->Arm([this] { m_stream.OnRemoved(); });
+    m_pRemoval->Arm(std::move(onRemoved));
     m_probeId = m_pServices->probe.Watch(m_adapterIp, m_deviceIp, m_pRemoval);
     if (m_probeId == 0)
     {
         m_pRemoval->Disarm();
         GENICAM_THROW(RuntimeException, "The camera " + Name() + " cannot be watched: no socket is left.");
     }
-    m_lostHandler =
-        g_signal_connect_data(m_pCamera->pEngine.get(), "control-lost", G_CALLBACK(&OnControlLost),
-                              new std::shared_ptr<CRemoval>(m_pRemoval), &DeleteHandlerData, GConnectFlags(0));
 }
 
 void CGigEDevice::Close()
@@ -245,6 +260,18 @@ void CGigEDevice::Close()
     }
     m_pRemoval->Disarm();
     m_pServices->probe.Forget(m_probeId);
+    m_pMonitor != nullptr ? CloseMonitor() : CloseControl();
+}
+
+void CGigEDevice::CloseMonitor()
+{
+    m_monitorStream.Detach();
+    m_chunkParsers.Disconnect();
+    m_pMonitor.reset();
+}
+
+void CGigEDevice::CloseControl()
+{
     m_stream.Detach();
     m_pParameters.reset();
     g_signal_handler_disconnect(m_pCamera->pEngine.get(), m_lostHandler);
@@ -276,7 +303,20 @@ void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const
 
 GenApi::INodeMap* CGigEDevice::GetNodeMap()
 {
-    return IsOpen() ? m_pCamera->pNodeMap.get() : nullptr;
+    if (m_pMonitor != nullptr)
+    {
+        return m_pMonitor->pNodeMap.get();
+    }
+    return m_pCamera != nullptr ? m_pCamera->pNodeMap.get() : nullptr;
+}
+
+Transport::IStream* CGigEDevice::GetStream(unsigned int index)
+{
+    if (index != 0)
+    {
+        return nullptr;
+    }
+    return m_pMonitor != nullptr ? static_cast<Transport::IStream*>(&m_monitorStream) : &m_stream;
 }
 
 GenApi::INodeMap* CGigEDevice::GetTLNodeMap()

@@ -6,13 +6,18 @@
 #include "transport/nodemapchunkparser.h"
 #include "transport/transport.h"
 #include "transports/gige/internal/gigestream.h"
+#include "transports/gige/internal/monitorcamera.h"
+#include "transports/gige/internal/monitorstream.h"
 #include "transports/gige/internal/opencamera.h"
 #include "transports/gige/internal/services.h"
 
 namespace Velmo::GigE::Internal
 {
 
-/** One GigE Vision camera. Control is the engine's; who holds the camera and whether it lives we ask ourselves. */
+/**
+ * One GigE Vision camera. Control is the engine's; who holds the camera and whether it lives we ask ourselves. A
+ * monitor does without the engine, which cannot open a camera without taking control.
+ */
 class CGigEDevice : public IVelmoDevice
 {
 public:
@@ -22,13 +27,14 @@ public:
     const CDeviceInfo& GetDeviceInfo() const override { return m_info; }
     void Open(EDeviceAccess access) override;
     void Close() override;
-    bool IsOpen() const override { return m_pCamera != nullptr; }
+    bool IsOpen() const override { return m_pCamera != nullptr || m_pMonitor != nullptr; }
     bool IsRemoved() const override { return m_pRemoval->IsRemoved(); }
     GenApi::INodeMap* GetNodeMap() override;
     GenApi::INodeMap* GetTLNodeMap() override;
     GenApi::INodeMap* GetEventGrabberNodeMap() override { return nullptr; }
     unsigned int GetNumStreams() const override { return 1; }
-    Transport::IStream* GetStream(unsigned int index) override { return index == 0 ? &m_stream : nullptr; }
+    /** Another one for a monitor than for control. */
+    Transport::IStream* GetStream(unsigned int index) override;
     void SetRemovalCallback(std::function<void()> callback) override;
     IChunkParser* CreateChunkParser() override;
     void DestroyChunkParser(IChunkParser* pParser) override;
@@ -41,7 +47,11 @@ private:
     void EndLeftOverAcquisition(GenApi::INodeMap& nodeMap) const;
     std::unique_ptr<SOpenCamera> OpenCamera();
     std::unique_ptr<Transport::CSoftwareNodeMap> MakeParameters();
-    void Watch();
+    void OpenControl();
+    void OpenMonitor();
+    void CloseControl();
+    void CloseMonitor();
+    void Watch(CRemoval::Handler onRemoved);
     void ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const;
     bool IsAnswering() const;
 
@@ -51,8 +61,10 @@ private:
     std::shared_ptr<SServices> m_pServices;
     std::shared_ptr<CRemoval> m_pRemoval;
     CGigEStream m_stream;
-    std::unique_ptr<SOpenCamera> m_pCamera;  // null while closed
-    Transport::CChunkParsers m_chunkParsers; // after the camera, whose node map shows the chunks
+    CMonitorStream m_monitorStream;
+    std::unique_ptr<SOpenCamera> m_pCamera;     // while controlled
+    std::unique_ptr<SMonitorCamera> m_pMonitor; // while monitored
+    Transport::CChunkParsers m_chunkParsers;    // after the cameras, whose node maps show the chunks
     std::unique_ptr<Transport::CSoftwareNodeMap> m_pParameters;
     std::uint64_t m_probeId = 0;
     unsigned long m_lostHandler = 0;

@@ -236,18 +236,11 @@ void CGigEStream::CreateEngineStream()
 
 void CGigEStream::SizeSocketBuffer(ArvStream* pStream, std::size_t payloadBytes)
 {
-    const SSocketBuffer size = ChooseSocketBuffer(payloadBytes, ReceiveBufferLimit());
-    if (size.bytes < size.wantedBytes)
-    {
-        Log(ELogLevel::Warning, "velmo.gige",
-            "Camera " + Camera().name + ": the receive buffer should have " + std::to_string(size.wantedBytes) +
-                " bytes, but net.core.rmem_max allows " + std::to_string(size.bytes) +
-                "; images may be lost. Raise it with sysctl -w net.core.rmem_max=" + std::to_string(size.wantedBytes));
-    }
+    const std::size_t bytes = Internal::SizeSocketBuffer(Camera().name, payloadBytes);
     g_object_set(pStream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size",
-                 static_cast<gint>(size.bytes), nullptr);
+                 static_cast<gint>(bytes), nullptr);
     // The engine applies that with the first packet only, which is too late for the first image.
-    if (!ApplySocketBuffer(Camera().adapterIp, arv_gv_stream_get_port(ARV_GV_STREAM(pStream)), size.bytes))
+    if (!ApplySocketBuffer(Camera().adapterIp, arv_gv_stream_get_port(ARV_GV_STREAM(pStream)), bytes))
     {
         Log(ELogLevel::Warning, "velmo.gige",
             "Camera " + Camera().name + ": the receive buffer could not be sized before the first image, which may " +

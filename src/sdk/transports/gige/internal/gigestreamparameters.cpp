@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "transports/gige/internal/gigestream.h"
+#include "transports/gige/internal/streamparameters.h"
 
 namespace Velmo::GigE::Internal
 {
@@ -9,7 +10,22 @@ namespace Velmo::GigE::Internal
 namespace
 {
 
-/** A time in microseconds; member lives as long as the node map. */
+void AddSwitch(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, bool& member)
+{
+    Transport::SSoftwareParameter parameter;
+    parameter.name = name;
+    parameter.toolTip = toolTip;
+    parameter.isCustom = true;
+    parameter.value = member ? 1 : 0;
+    parameter.setter = [&member](std::int64_t value)
+    {
+        member = value != 0;
+    };
+    parameters.AddBoolean(std::move(parameter));
+}
+
+} // namespace
+
 void AddTime(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, std::int64_t& member)
 {
     constexpr std::int64_t leastUs = 1000;
@@ -28,22 +44,6 @@ void AddTime(Transport::CSoftwareNodeMap& parameters, const char* name, const ch
     };
     parameters.AddInteger(std::move(parameter));
 }
-
-void AddSwitch(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, bool& member)
-{
-    Transport::SSoftwareParameter parameter;
-    parameter.name = name;
-    parameter.toolTip = toolTip;
-    parameter.isCustom = true;
-    parameter.value = member ? 1 : 0;
-    parameter.setter = [&member](std::int64_t value)
-    {
-        member = value != 0;
-    };
-    parameters.AddBoolean(std::move(parameter));
-}
-
-} // namespace
 
 void CGigEStream::BuildParameters()
 {

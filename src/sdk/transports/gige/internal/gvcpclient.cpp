@@ -3,6 +3,7 @@
 
 #include "transports/gige/internal/gvcpclient.h"
 
+#include <algorithm>
 #include <poll.h>
 #include <random>
 
@@ -24,25 +25,62 @@ bool CGvcpClient::Open(std::uint32_t adapterIp, std::uint32_t deviceIp)
 SRegisterAnswer CGvcpClient::ReadRegister(std::uint32_t address, std::chrono::milliseconds timeout, int attempts)
 {
     SRegisterAnswer answer;
-    for (int attempt = 0; attempt < attempts; ++attempt)
+    const auto encode = [address](std::uint16_t requestId)
     {
-        m_requestId = m_requestId == 0xFFFF ? 1 : static_cast<std::uint16_t>(m_requestId + 1); // 0 is not allowed
-        if (!m_socket.Send(Gvcp::EncodeReadRegCmd(m_requestId, {address}), m_deviceIp, Gvcp::Port))
-        {
-            answer.result = ERequest::NotSent;
-            return answer;
-        }
-        if (Await(m_requestId, timeout, answer))
-        {
-            break;
-        }
-    }
+        return Gvcp::EncodeReadRegCmd(requestId, {address});
+    };
+    const auto parse = [&answer](const Gvcp::SAcknowledge& ack)
+    {
+        std::vector<std::uint32_t> values;
+        const bool isRead = Gvcp::ParseReadRegAck(ack, values) == Gvcp::EParseResult::Ok && !values.empty();
+        answer.value = isRead ? values.front() : 0;
+        return isRead;
+    };
+    answer.result = Ask({Gvcp::ECommand::ReadRegAck, encode, parse}, timeout, attempts, answer.status);
     return answer;
 }
 
-bool CGvcpClient::Await(std::uint16_t requestId, std::chrono::milliseconds timeout, SRegisterAnswer& answer)
+SMemoryAnswer CGvcpClient::ReadMemory(std::uint32_t address, std::size_t bytes, std::chrono::milliseconds timeout,
+                                      int attempts)
 {
-    const Clock::time_point deadline = Clock::now() + timeout;
+    SMemoryAnswer answer;
+    const auto encode = [address, bytes](std::uint16_t requestId)
+    {
+        return Gvcp::EncodeReadMemCmd(requestId, address, bytes);
+    };
+    const auto parse = [&answer, address, bytes](const Gvcp::SAcknowledge& ack)
+    {
+        Gvcp::SMemory memory;
+        const bool isRead = Gvcp::ParseReadMemAck(ack, memory) == Gvcp::EParseResult::Ok && memory.address == address &&
+                            memory.bytes == bytes;
+        answer.data = isRead ? Gvcp::Bytes(memory.pData, memory.pData + memory.bytes) : Gvcp::Bytes();
+        return isRead;
+    };
+    answer.result = Ask({Gvcp::ECommand::ReadMemAck, encode, parse}, timeout, attempts, answer.status);
+    return answer;
+}
+
+ERequest CGvcpClient::Ask(const SRequest& request, std::chrono::milliseconds timeout, int attempts,
+                          std::uint16_t& status)
+{
+    for (int attempt = 0; attempt < attempts; ++attempt)
+    {
+        m_requestId = m_requestId == 0xFFFF ? 1 : static_cast<std::uint16_t>(m_requestId + 1); // 0 is not allowed
+        if (!m_socket.Send(request.encode(m_requestId), m_deviceIp, Gvcp::Port))
+        {
+            return ERequest::NotSent;
+        }
+        if (Await(request, timeout, status))
+        {
+            return status == 0 ? ERequest::Answered : ERequest::Refused;
+        }
+    }
+    return ERequest::Silent;
+}
+
+bool CGvcpClient::Await(const SRequest& request, std::chrono::milliseconds timeout, std::uint16_t& status)
+{
+    Clock::time_point deadline = Clock::now() + timeout;
     std::uint8_t data[Gvcp::HeaderBytes + Gvcp::MaxPayloadBytes];
     for (;;)
     {
@@ -57,19 +95,28 @@ bool CGvcpClient::Await(std::uint16_t requestId, std::chrono::milliseconds timeo
         const std::size_t bytes = m_socket.Receive(data, sizeof data, senderIp, senderPort);
         Gvcp::SAcknowledge ack;
         if (bytes == 0 || senderIp != m_deviceIp ||
-            Gvcp::ParseAcknowledge(data, bytes, ack) != Gvcp::EParseResult::Ok || ack.ackId != requestId ||
-            ack.command != static_cast<std::uint16_t>(Gvcp::ECommand::ReadRegAck))
+            Gvcp::ParseAcknowledge(data, bytes, ack) != Gvcp::EParseResult::Ok || ack.ackId != m_requestId)
         {
             continue;
         }
-        std::vector<std::uint32_t> values;
-        if (ack.status == 0 && Gvcp::ParseReadRegAck(ack, values) == Gvcp::EParseResult::Ok)
+        std::uint16_t pendingMs = 0;
+        if (ack.command == static_cast<std::uint16_t>(Gvcp::ECommand::PendingAck) &&
+            Gvcp::ParsePendingAck(ack, pendingMs) == Gvcp::EParseResult::Ok)
         {
-            answer = {ERequest::Answered, values.front(), 0};
+            // It works on it and says how long; a camera may say so again, but not for ever.
+            constexpr std::uint16_t longestMs = 5000;
+            deadline = Clock::now() + timeout + std::chrono::milliseconds(std::min(pendingMs, longestMs));
+            continue;
+        }
+        if (ack.command != static_cast<std::uint16_t>(request.answer))
+        {
+            continue;
+        }
+        status = ack.status;
+        if (status != 0 || request.parse(ack))
+        {
             return true;
         }
-        answer = {ERequest::Refused, 0, ack.status};
-        return true;
     }
 }
 

@@ -6,6 +6,7 @@
 #include "transports/gige/internal/udpsocket.h"
 
 #include <chrono>
+#include <functional>
 
 namespace Velmo::GigE::Internal
 {
@@ -25,11 +26,18 @@ struct SRegisterAnswer
     std::uint16_t status = 0;
 };
 
+struct SMemoryAnswer
+{
+    ERequest result = ERequest::Silent;
+    Gvcp::Bytes data;
+    std::uint16_t status = 0;
+};
+
 /**
  * Asks one camera without taking control of it: what the engine cannot do, or does only after it took control.
  * Threads: one at a time.
  */
-class CGvcpClient
+class GIGE_TEST_EXPORT CGvcpClient
 {
 public:
     /** False when the adapter's address cannot be bound; GetError() says why. */
@@ -37,9 +45,18 @@ public:
     const std::string& GetError() const { return m_socket.GetError(); }
     /** Up to attempts datagrams, each awaited for the time-out. */
     SRegisterAnswer ReadRegister(std::uint32_t address, std::chrono::milliseconds timeout, int attempts);
+    /** As above; the address and the bytes are multiples of four, the bytes at most Gvcp::MaxMemoryBytes. */
+    SMemoryAnswer ReadMemory(std::uint32_t address, std::size_t bytes, std::chrono::milliseconds timeout, int attempts);
 
 private:
-    bool Await(std::uint16_t requestId, std::chrono::milliseconds timeout, SRegisterAnswer& answer);
+    struct SRequest
+    {
+        Gvcp::ECommand answer;
+        std::function<Gvcp::Bytes(std::uint16_t requestId)> encode;
+        std::function<bool(const Gvcp::SAcknowledge&)> parse; // false: it is no answer to this
+    };
+    ERequest Ask(const SRequest& request, std::chrono::milliseconds timeout, int attempts, std::uint16_t& status);
+    bool Await(const SRequest& request, std::chrono::milliseconds timeout, std::uint16_t& status);
 
     CUdpSocket m_socket;
     std::uint32_t m_deviceIp = 0;

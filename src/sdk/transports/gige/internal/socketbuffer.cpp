@@ -3,6 +3,8 @@
 
 #include "transports/gige/internal/socketbuffer.h"
 
+#include "transport/log.h"
+
 #include <algorithm>
 #include <arpa/inet.h>
 #include <atomic>
@@ -63,6 +65,27 @@ SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes, std::size_t limitByte
     size.wantedBytes = std::min(most, std::max(least, payloadBytes > most ? most : 2 * payloadBytes));
     size.bytes = limitBytes == 0 ? size.wantedBytes : std::min(size.wantedBytes, limitBytes);
     return size;
+}
+
+std::size_t SizeSocketBuffer(const std::string& cameraName, std::size_t payloadBytes)
+{
+    const SSocketBuffer size = ChooseSocketBuffer(payloadBytes, ReceiveBufferLimit());
+    if (size.bytes < size.wantedBytes)
+    {
+        Log(ELogLevel::Warning, "velmo.gige",
+            "Camera " + cameraName + ": the receive buffer should have " + std::to_string(size.wantedBytes) +
+                " bytes, but net.core.rmem_max allows " + std::to_string(size.bytes) +
+                "; images may be lost. Raise it with sysctl -w net.core.rmem_max=" + std::to_string(size.wantedBytes));
+    }
+    return size.bytes;
+}
+
+std::size_t SizeMonitorSocketBuffer(const std::string& cameraName, std::size_t payloadBytes)
+{
+    constexpr std::size_t plenty = std::size_t{32} << 20;
+    const std::size_t least = SizeSocketBuffer(cameraName, payloadBytes);
+    const std::size_t limit = ReceiveBufferLimit();
+    return std::max(least, limit == 0 ? plenty : std::min(plenty, limit));
 }
 
 bool ApplySocketBuffer(std::uint32_t ip, std::uint16_t port, std::size_t bytes)

@@ -9,28 +9,6 @@ namespace Velmo::GigE::Internal
 namespace
 {
 
-const char* FailureText(ArvBufferStatus status)
-{
-    switch (status)
-    {
-    case ARV_BUFFER_STATUS_TIMEOUT:
-        return "The image is incomplete: packets did not arrive in time.";
-    case ARV_BUFFER_STATUS_MISSING_PACKETS:
-        return "The image is incomplete: packets are missing and were not sent again.";
-    case ARV_BUFFER_STATUS_WRONG_PACKET_ID:
-        return "The image is incomplete: a packet had an identifier that cannot belong to it.";
-    case ARV_BUFFER_STATUS_SIZE_MISMATCH:
-        return "The image does not fit the buffer: the camera's payload size was changed.";
-    case ARV_BUFFER_STATUS_ABORTED:
-        return "The transfer of the image was aborted.";
-    case ARV_BUFFER_STATUS_CLEARED:
-    case ARV_BUFFER_STATUS_FILLING:
-        return "The transfer of the image was not finished.";
-    default:
-        return "The image was not received for a reason that is not known.";
-    }
-}
-
 EPayloadType PayloadTypeOf(ArvBuffer* pBuffer)
 {
     // The engine reports the extended chunk flag (0x4000) of an image apart from the payload type, of complete ones.
@@ -72,15 +50,36 @@ void FillGeometry(ArvBuffer* pBuffer, Transport::SStreamResult& result)
     result.paddingX = static_cast<std::uint32_t>(paddingX);
 }
 
-/** Bytes the image must have by its own geometry. */
+} // namespace
+
+const char* FailureText(ArvBufferStatus status)
+{
+    switch (status)
+    {
+    case ARV_BUFFER_STATUS_TIMEOUT:
+        return "The image is incomplete: packets did not arrive in time.";
+    case ARV_BUFFER_STATUS_MISSING_PACKETS:
+        return "The image is incomplete: packets are missing and were not sent again.";
+    case ARV_BUFFER_STATUS_WRONG_PACKET_ID:
+        return "The image is incomplete: a packet had an identifier that cannot belong to it.";
+    case ARV_BUFFER_STATUS_SIZE_MISMATCH:
+        return "The image does not fit the buffer: the camera's payload size was changed.";
+    case ARV_BUFFER_STATUS_ABORTED:
+        return "The transfer of the image was aborted.";
+    case ARV_BUFFER_STATUS_CLEARED:
+    case ARV_BUFFER_STATUS_FILLING:
+        return "The transfer of the image was not finished.";
+    default:
+        return "The image was not received for a reason that is not known.";
+    }
+}
+
 std::size_t ImageBytes(const Transport::SStreamResult& result)
 {
     const std::size_t bitsPerPixel = result.pixelType >> 16 & 0xFF; // PFNC: bits 16..23
     return (std::size_t{result.width} * result.height * bitsPerPixel + 7) / 8 +
            std::size_t{result.height} * result.paddingX;
 }
-
-} // namespace
 
 Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer, std::size_t announcedBytes)
 {

@@ -13,5 +13,9 @@ namespace Velmo::GigE::Internal
 Transport::SStreamResult MakeStreamResult(ArvBuffer* pBuffer, std::size_t announcedBytes);
 /** The result of a buffer that was never filled. */
 Transport::SStreamResult MakeCanceledResult(void* pContext);
+/** What is wrong with an image, for people. */
+const char* FailureText(ArvBufferStatus status);
+/** Bytes the image must have by its own geometry. */
+std::size_t ImageBytes(const Transport::SStreamResult& result);
 
 } // namespace Velmo::GigE::Internal

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "genapi/inodes.h"
+#include "transports/gige/internal/gvcpclient.h"
+#include "transports/gige/internal/removal.h"
+
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace Velmo::GigE::Internal
+{
+
+/**
+ * The registers of a camera that another application controls: read only, by requests of our own.
+ *
+ * The register of the control privilege is never read, for some cameras take a read of it for the sign of life of the
+ * controlling application. Memory is the camera's: big-endian.
+ * Errors: AccessException (a write, the control privilege, refused by the camera), TimeoutException (no answer),
+ * RuntimeException; each text names camera, address and length.
+ * Threads: any; accesses come one after the other.
+ */
+class GIGE_TEST_EXPORT CMonitorPort : public GenApi::IPort
+{
+public:
+    /** Throws RuntimeException when the adapter's address cannot be used. Addresses in host byte order. */
+    CMonitorPort(std::string cameraName, std::uint32_t adapterIp, std::uint32_t deviceIp,
+                 std::shared_ptr<CRemoval> pRemoval);
+    ~CMonitorPort() override;
+
+    GenApi::EAccessMode GetAccessMode() const override { return GenApi::EAccessMode::RO; }
+    void Read(void* buffer, std::int64_t address, std::int64_t length) override;
+    void Write(const void* buffer, std::int64_t address, std::int64_t length) override;
+    std::uint32_t ReadRegister(std::uint32_t address);
+
+private:
+    std::string Describe(const char* access, std::int64_t address, std::int64_t length) const;
+    void Check(std::int64_t address, std::int64_t length) const;
+    void ReadWords(std::uint8_t* data, std::int64_t address, std::int64_t length);
+    [[noreturn]] void Throw(const std::string& what, ERequest result, std::uint16_t status) const;
+
+    const std::string m_cameraName;
+    const std::shared_ptr<CRemoval> m_pRemoval;
+    std::mutex m_mutex; // one access at a time
+    CGvcpClient m_client;
+};
+
+} // namespace Velmo::GigE::Internal

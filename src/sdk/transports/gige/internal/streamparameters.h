@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "transport/softwarenodemap.h"
+
+#include <cstdint>
+
+namespace Velmo::GigE::Internal
+{
+
+/** Entries of a stream's TransmissionType. */
+constexpr std::int64_t UseCameraConfig = 2; // as the controlling application configured it
+
+/** A time in microseconds; member lives as long as the node map. */
+void AddTime(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, std::int64_t& member);
+
+} // namespace Velmo::GigE::Internal
