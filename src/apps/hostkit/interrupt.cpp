@@ -33,6 +33,13 @@ void install(int number)
     sigaction(number, &action, nullptr);
 }
 
+/** As nohup does for what is to go on without its terminal. */
+bool isIgnored(int number)
+{
+    struct sigaction action = {};
+    return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 } // namespace
 
 CInterrupt::CInterrupt(QObject* parent) : QObject(parent)
@@ -42,12 +49,21 @@ CInterrupt::CInterrupt(QObject* parent) : QObject(parent)
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { onReadable(); });
     install(SIGINT);
     install(SIGTERM);
+    m_isHangupTaken = !isIgnored(SIGHUP);
+    if (m_isHangupTaken)
+    {
+        install(SIGHUP);
+    }
 }
 
 CInterrupt::~CInterrupt()
 {
     std::signal(SIGINT, SIG_DFL);
     std::signal(SIGTERM, SIG_DFL);
+    if (m_isHangupTaken)
+    {
+        std::signal(SIGHUP, SIG_DFL);
+    }
     m_notifier.reset();
     close(eventDescriptor);
     eventDescriptor = -1;

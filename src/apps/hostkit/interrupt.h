@@ -15,8 +15,8 @@ namespace HostKit
 {
 
 /**
- * Turns Ctrl-C (SIGINT) and SIGTERM into a signal of the main thread while it lives. A second Ctrl-C ends the program
- * at once, as it would without this. One object at a time.
+ * Turns Ctrl-C (SIGINT), SIGTERM and, where it is not ignored, SIGHUP (the terminal was closed) into a signal of the
+ * main thread while it lives. A second Ctrl-C ends the program at once, as it would without this. One object at a time.
  */
 class HOSTKIT_EXPORT CInterrupt : public QObject
 {
@@ -34,6 +34,7 @@ private:
 
     std::unique_ptr<QSocketNotifier> m_notifier;
     bool m_raised = false;
+    bool m_isHangupTaken = false;
 };
 
 } // namespace HostKit

@@ -189,7 +189,19 @@ QJsonObject CGrabSession::describe(const SGrabCount& count) const
     {
         object.insert(QStringLiteral("compression"), toJson(count.compression));
     }
+    if (!count.picture.isEmpty())
+    {
+        object.insert(QStringLiteral("picture"), count.picture);
+    }
     return object;
+}
+
+void CGrabSession::setPicture(const HostKit::CameraInfoPtr& camera, const QString& file)
+{
+    if (SGrabCount* pCount = countOf(camera))
+    {
+        pCount->picture = file;
+    }
 }
 
 void CGrabSession::showStatistics()
@@ -265,7 +277,7 @@ void CGrabSession::printSummary() const
 
 bool CGrabSession::isBarren(const SGrabCount& count)
 {
-    return count.images == 0 && !m_session.interrupt().wasRaised();
+    return count.images == 0 && !m_session.isToEnd();
 }
 
 void CGrabSession::printFailures()

@@ -40,6 +40,7 @@ struct SGrabCount
     bool stopped = false;   // as many images as were asked for
     CCompressionStatistic compression;
     Velmo::CGrabResultPtr last;
+    QString picture; // the file that its last image was written to
 };
 
 /**
@@ -61,6 +62,8 @@ public:
     /** Starts, waits for the end (images, time, Ctrl-C, no camera left), stops. A camera that does not start is told by
      * printFailures(). */
     void run();
+    /** For the summary: the camera's picture is in that file. */
+    void setPicture(const HostKit::CameraInfoPtr& camera, const QString& file);
     void printSummary() const;
     /** Says on stderr what makes exitCode() ExitRefused. */
     void printFailures();

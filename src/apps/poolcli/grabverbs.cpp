@@ -12,10 +12,14 @@
 #include "hostkit/imageconversion.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QSet>
 
+#include <cerrno>
+#include <filesystem>
 #include <memory>
+#include <system_error>
+#include <unistd.h>
 #include <vector>
 
 namespace PoolCli
@@ -35,9 +39,26 @@ void writePicture(CSession& session, const HostKit::CameraInfoPtr& camera, const
     {
         throw CRefusal(QStringLiteral("%1: %2").arg(camera->getFriendlyName(), error));
     }
-    if (!picture.save(file, "PNG"))
+    QFile device(file);
+    if (!device.open(QIODevice::WriteOnly) || !picture.save(&device, "PNG") || !device.flush())
     {
-        throw CRefusal(CTexts::tr("%1 could not be written.").arg(file));
+        throw CRefusal(CTexts::tr("%1 could not be written: %2").arg(file, device.errorString()));
+    }
+}
+
+/** Makes the folder. A long grab is not to find out at its end that there is no place for its pictures. */
+void preparePictures(const QString& folder)
+{
+    const std::filesystem::path path(QFile::encodeName(folder).toStdString());
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (!error && access(path.c_str(), W_OK | X_OK) != 0)
+    {
+        error = std::error_code(errno, std::generic_category());
+    }
+    if (error)
+    {
+        throw CRefusal(CTexts::tr("%1 could not be written: %2").arg(folder, QString::fromStdString(error.message())));
     }
 }
 
@@ -91,12 +112,14 @@ SOpened openAll(CSession& session, const SOptions& options)
     return opened;
 }
 
-/** One PNG of each camera's last image; cameras of the same model and serial number get numbers. */
-void writePictures(CSession& session, const CGrabSession& grab, const SOptions& options)
+/** One PNG of each camera's last image; cameras of the same model and serial number get numbers. False, and the reasons
+ * on stderr, when one of them could not be written. */
+bool writePictures(CSession& session, CGrabSession& grab, const SOptions& options)
 {
-    QDir().mkpath(options.output);
+    bool isAll = true;
     QSet<QString> taken;
-    for (const SGrabCount& count : grab.counts())
+    const auto counts = grab.counts();
+    for (const SGrabCount& count : counts)
     {
         if (!count.last.IsValid())
         {
@@ -110,28 +133,40 @@ void writePictures(CSession& session, const CGrabSession& grab, const SOptions& 
         }
         taken.insert(unique);
         const QString file = QDir(options.output).filePath(unique);
-        writePicture(session, count.camera, count.last, file);
+        try
+        {
+            writePicture(session, count.camera, count.last, file);
+        }
+        catch (const CRefusal& refusal)
+        {
+            printError(QString::fromUtf8(refusal.what()));
+            isAll = false;
+            continue;
+        }
+        grab.setPicture(count.camera, file);
         if (!options.json)
         {
             printLine(CTexts::tr("%1: picture in %2").arg(printable(count.camera->getFriendlyName()), file));
         }
     }
+    return isAll;
 }
 
 } // namespace
 
 int runGrab(CSession& session, const SOptions& options)
 {
+    if (!options.output.isEmpty())
+    {
+        preparePictures(options.output);
+    }
     SOpened opened = openAll(session, options);
     CGrabSession grab(session, opened.cameras, options);
     grab.run();
-    if (!options.output.isEmpty())
-    {
-        writePictures(session, grab, options);
-    }
+    const bool isWritten = options.output.isEmpty() || writePictures(session, grab, options);
     grab.printSummary();
     grab.printFailures();
-    return opened.isAll ? grab.exitCode() : ExitRefused;
+    return opened.isAll && isWritten ? grab.exitCode() : ExitRefused;
 }
 
 int runSnapshot(CSession& session, const SOptions& options)

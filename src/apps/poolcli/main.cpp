@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "poolcli/output.h"
+#include "poolcli/texts.h"
 #include "poolcli/verbs.h"
 
 #include "hostkit/sdklog.h"
@@ -9,14 +10,29 @@
 #include <QCoreApplication>
 #include <QLoggingCategory>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <map>
+#include <system_error>
 
 namespace
 {
 
 using PoolCli::CSession;
 using PoolCli::SOptions;
+
+/** Output that is lost is a failure, unless its reader has gone, who has seen enough. */
+void checkOutput()
+{
+    const int error = PoolCli::outputError();
+    if (error != 0 && error != EPIPE)
+    {
+        throw PoolCli::CRefusal(
+            PoolCli::CTexts::tr("%1 could not be written: %2")
+                .arg(QStringLiteral("stdout"), QString::fromStdString(std::generic_category().message(error))));
+    }
+}
 
 int runVerb(const SOptions& options)
 {
@@ -31,7 +47,9 @@ int runVerb(const SOptions& options)
     try
     {
         CSession session(options.language);
-        return verbs.at(options.verb)(session, options);
+        const int code = verbs.at(options.verb)(session, options);
+        checkOutput();
+        return code;
     }
     catch (const std::exception& e)
     {
@@ -55,6 +73,8 @@ int main(int argc, char** argv)
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     }
     HostKit::forwardSdkLog();
+    // A reader that has seen enough ends the verb, which then leaves its cameras as Ctrl-C does; see outputError().
+    std::signal(SIGPIPE, SIG_IGN);
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("CameraPool"));
     QCoreApplication::setApplicationName(QStringLiteral("poolcli"));

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <unistd.h>
 
@@ -15,10 +16,25 @@ namespace PoolCli
 namespace
 {
 
-void print(std::FILE* file, const QByteArray& bytes)
+bool print(std::FILE* file, const QByteArray& bytes)
 {
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), file);
-    std::fflush(file);
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, file) == size && std::fflush(file) == 0;
+}
+
+/** errno of the first write to stdout that failed. */
+int& firstError()
+{
+    static int number = 0;
+    return number;
+}
+
+void printOut(const QByteArray& bytes)
+{
+    if (firstError() == 0 && !print(stdout, bytes))
+    {
+        firstError() = errno;
+    }
 }
 
 /** Columns of a terminal that the text takes: East Asian wide characters take two (Unicode TR 11). */
@@ -47,7 +63,7 @@ int displayWidth(const QString& text)
 
 void printLine(const QString& text)
 {
-    print(stdout, text.toUtf8() + '\n');
+    printOut(text.toUtf8() + '\n');
 }
 
 void printError(const QString& text)
@@ -57,17 +73,17 @@ void printError(const QString& text)
 
 void printJson(const QJsonObject& object)
 {
-    print(stdout, QJsonDocument(object).toJson(QJsonDocument::Indented));
+    printOut(QJsonDocument(object).toJson(QJsonDocument::Indented));
 }
 
 void printJson(const QJsonArray& array)
 {
-    print(stdout, QJsonDocument(array).toJson(QJsonDocument::Indented));
+    printOut(QJsonDocument(array).toJson(QJsonDocument::Indented));
 }
 
 void printJsonLine(const QJsonObject& object)
 {
-    print(stdout, QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+    printOut(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
 }
 
 void printTable(const QVector<QVector<QString>>& rows)
@@ -94,6 +110,11 @@ void printTable(const QVector<QVector<QString>>& rows)
         }
         printLine(line);
     }
+}
+
+int outputError()
+{
+    return firstError();
 }
 
 bool stdoutIsTerminal()

@@ -22,6 +22,9 @@ void printJson(const QJsonArray& array);
 void printJsonLine(const QJsonObject& object);
 /** Columns as wide as their widest text; the first row is the heading. */
 void printTable(const QVector<QVector<QString>>& rows);
+/** errno of the first write to stdout that failed, EPIPE when its reader has gone; 0: all was written. Nothing is
+ * printed after it. */
+int outputError();
 bool stdoutIsTerminal();
 /** Text of a person's width: control characters from outside are shown, not obeyed. */
 QString printable(const QString& text);

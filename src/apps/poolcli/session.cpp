@@ -3,6 +3,7 @@
 
 #include "poolcli/session.h"
 
+#include "poolcli/output.h"
 #include "poolcli/texts.h"
 
 #include "camerapool/camerainfolist.h"
@@ -27,9 +28,14 @@ CSession::CSession(const QString& language) : m_host(HostKit::CHost::defaultPlug
                      &m_interrupt, [this] { m_discovered = true; });
 }
 
+bool CSession::isToEnd() const
+{
+    return m_interrupt.wasRaised() || outputError() != 0;
+}
+
 bool CSession::waitUntil(const std::function<bool()>& condition, int timeoutMs)
 {
-    if (condition() || m_interrupt.wasRaised() || timeoutMs == 0)
+    if (condition() || isToEnd() || timeoutMs == 0)
     {
         return condition();
     }
@@ -38,7 +44,7 @@ bool CSession::waitUntil(const std::function<bool()>& condition, int timeoutMs)
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &loop,
                      [&]
                      {
-                         if (condition())
+                         if (condition() || outputError() != 0)
                          {
                              loop.quit();
                          }

@@ -40,9 +40,10 @@ public:
     explicit CSession(const QString& language);
 
     HostKit::CHost& host() { return m_host; }
-    HostKit::CInterrupt& interrupt() { return m_interrupt; }
+    /** Ctrl-C came, or nobody can be shown anything any more. */
+    bool isToEnd() const;
 
-    /** Handles events until the condition holds (true), the time is over or Ctrl-C came (false). Negative: no limit. */
+    /** Handles events until the condition holds (true), the time is over or isToEnd() (false). Negative: no limit. */
     bool waitUntil(const std::function<bool()>& condition, int timeoutMs);
 
     /** Waits for the end of the first discovery, at most timeoutMs. */

@@ -313,8 +313,8 @@
         <translation> (connection lost)</translation>
     </message>
     <message>
-        <source>%1 could not be written.</source>
-        <translation>%1 could not be written.</translation>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 could not be written: %2</translation>
     </message>
     <message>
         <source>%1: picture in %2</source>

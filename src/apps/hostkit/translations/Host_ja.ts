@@ -313,8 +313,8 @@
         <translation>（接続が失われました）</translation>
     </message>
     <message>
-        <source>%1 could not be written.</source>
-        <translation>%1 に書き込めませんでした。</translation>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 に書き込めませんでした: %2</translation>
     </message>
     <message>
         <source>%1: picture in %2</source>

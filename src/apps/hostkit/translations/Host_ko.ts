@@ -313,8 +313,8 @@
         <translation> (연결이 끊어짐)</translation>
     </message>
     <message>
-        <source>%1 could not be written.</source>
-        <translation>%1을(를) 쓸 수 없습니다.</translation>
+        <source>%1 could not be written: %2</source>
+        <translation>%1을(를) 쓸 수 없습니다: %2</translation>
     </message>
     <message>
         <source>%1: picture in %2</source>

@@ -313,8 +313,8 @@
         <translation>（连接已丢失）</translation>
     </message>
     <message>
-        <source>%1 could not be written.</source>
-        <translation>无法写入 %1。</translation>
+        <source>%1 could not be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
     </message>
     <message>
         <source>%1: picture in %2</source>

@@ -31,6 +31,30 @@ TEST(Interrupt, aRequestToTerminateCountsToo)
     EXPECT_TRUE(spy.count() == 1 || spy.wait(limitMs));
 }
 
+TEST(Interrupt, aClosedTerminalCountsToo)
+{
+    HostKit::CInterrupt interrupt;
+    QSignalSpy spy(&interrupt, &HostKit::CInterrupt::raised);
+    std::raise(SIGHUP);
+    EXPECT_TRUE(spy.count() == 1 || spy.wait(limitMs));
+}
+
+TEST(Interrupt, aClosedTerminalThatIsToBeIgnoredStaysIgnored)
+{
+    std::signal(SIGHUP, SIG_IGN);
+    {
+        const HostKit::CInterrupt interrupt;
+        std::raise(SIGHUP);
+        struct sigaction action = {};
+        ASSERT_EQ(sigaction(SIGHUP, nullptr, &action), 0);
+        EXPECT_EQ(action.sa_handler, SIG_IGN);
+    }
+    struct sigaction action = {};
+    ASSERT_EQ(sigaction(SIGHUP, nullptr, &action), 0);
+    EXPECT_EQ(action.sa_handler, SIG_IGN);
+    std::signal(SIGHUP, SIG_DFL);
+}
+
 TEST(Interrupt, theHandlersAreGoneAfterwards)
 {
     {
