@@ -122,6 +122,18 @@ void Continue(std::vector<SAddress>& addresses, std::size_t count)
     }
 }
 
+/** Serial numbers GEV-0001 ..., so that nobody takes them for the emulated cameras that a client has in its process. */
+std::vector<Simulator::SCameraConfig> MakeDefaultCameras(std::size_t count)
+{
+    std::vector<Simulator::SCameraConfig> configs = Simulator::MakeDefaultData(count).cameras;
+    constexpr std::size_t prefixLength = 3; // of EMU-0001
+    for (Simulator::SCameraConfig& config : configs)
+    {
+        config.serialNumber.replace(0, prefixLength, "GEV");
+    }
+    return configs;
+}
+
 } // namespace
 
 bool ParseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
@@ -146,7 +158,8 @@ bool ParseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
     }
     catch (const CLI::ParseError& error)
     {
-        exitCode = app.exit(error);
+        constexpr int wrongUsage = 2;
+        exitCode = app.exit(error) == 0 ? 0 : wrongUsage;
         return false;
     }
 }
@@ -157,7 +170,7 @@ std::vector<SServedCamera> MakeCameras(const SOptions& options)
     std::vector<Simulator::SCameraConfig> configs;
     if (options.configFile.empty())
     {
-        configs = Simulator::MakeDefaultData(options.count.value_or(addresses.size())).cameras;
+        configs = MakeDefaultCameras(options.count.value_or(addresses.size()));
     }
     else
     {

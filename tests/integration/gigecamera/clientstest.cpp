@@ -27,10 +27,18 @@ TEST(IndependentClient, findsEveryCameraOfTheProgram)
 {
     CCameraProgram cameras({"--count", "3"}, 3);
     const std::string list = OutputOf({"arv-tool-0.8"});
-    EXPECT_THAT(list, HasSubstr("EMU-0001 (127.0.0.1)"));
-    EXPECT_THAT(list, HasSubstr("EMU-0002 (127.0.0.2)"));
-    EXPECT_THAT(list, HasSubstr("EMU-0003 (127.0.0.3)"));
+    EXPECT_THAT(list, HasSubstr("GEV-0001 (127.0.0.1)"));
+    EXPECT_THAT(list, HasSubstr("GEV-0002 (127.0.0.2)"));
+    EXPECT_THAT(list, HasSubstr("GEV-0003 (127.0.0.3)"));
     EXPECT_THAT(cameras.End(), HasSubstr("sent 0 images"));
+}
+
+TEST(CameraProgram, endsWithTwoOnWrongUsage)
+{
+    CProgram program({GIGECAMERA, "--bogus"});
+    ASSERT_TRUE(program.WaitForEnd(std::chrono::seconds(20)));
+    EXPECT_EQ(program.GetExitCode(), 2);
+    EXPECT_THAT(program.GetOutput(), HasSubstr("--bogus"));
 }
 
 TEST(IndependentClient, readsAndWritesFeatures)

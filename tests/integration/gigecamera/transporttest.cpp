@@ -105,7 +105,7 @@ TEST_F(GigETransport, findsEveryCameraAndWhatItIs)
         found.push_back(info.GetSerialNumber().str() + " " + info.GetIpAddress().str());
     }
     EXPECT_THAT(found,
-                ::testing::UnorderedElementsAre("EMU-0001 127.0.0.1", "EMU-0002 127.0.0.2", "EMU-0003 127.0.0.3"));
+                ::testing::UnorderedElementsAre("GEV-0001 127.0.0.1", "GEV-0002 127.0.0.2", "GEV-0003 127.0.0.3"));
 }
 
 TEST_F(GigETransport, findsCamerasBehindACableByBroadcast)
