@@ -86,7 +86,10 @@ function(project_add_module name)
   endif()
   set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/plugins;$ORIGIN/..")
   install(TARGETS ${name} LIBRARY DESTINATION "${CAMERAPOOL_INSTALL_LIBRARIES}")
-  install(DIRECTORY "${public_root}/" DESTINATION include/camerapool FILES_MATCHING PATTERN "*.h")
+  # The files themselves: those of public_root are links into this tree.
+  file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+  install(FILES ${headers} "${public_root}/${ARG_PREFIX}/${name}_export.h"
+    DESTINATION "include/camerapool/${ARG_PREFIX}")
   set_target_properties(${name} PROPERTIES PROJECT_LAYER "${ARG_LAYER}" PROJECT_FAMILY "${ARG_FAMILY}")
   set_property(GLOBAL APPEND PROPERTY PROJECT_MODULES ${name})
 endfunction()
