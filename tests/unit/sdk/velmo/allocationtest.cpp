@@ -28,6 +28,34 @@ __attribute__((noinline)) void* operator new(std::size_t bytes)
     throw std::bad_alloc();
 }
 
+// The forms for arrays, too: a sanitizer's own do not come to the one above.
+__attribute__((noinline)) void* operator new[](std::size_t bytes)
+{
+    return operator new(bytes);
+}
+
+__attribute__((noinline)) void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept
+{
+    try
+    {
+        return operator new(bytes);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
+}
+
+__attribute__((noinline)) void operator delete[](void* pMemory) noexcept
+{
+    std::free(pMemory);
+}
+
+__attribute__((noinline)) void operator delete[](void* pMemory, std::size_t) noexcept
+{
+    std::free(pMemory);
+}
+
 __attribute__((noinline)) void operator delete(void* pMemory) noexcept
 {
     std::free(pMemory);
