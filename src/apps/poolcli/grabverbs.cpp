@@ -169,6 +169,22 @@ int runGrab(CSession& session, const SOptions& options)
     return opened.isAll && isWritten ? grab.exitCode() : ExitRefused;
 }
 
+int runMonitor(CSession& session, const SOptions& options)
+{
+    constexpr bool monitorMode = true;
+    const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs),
+                             monitorMode);
+    CGrabSession grab(session, {camera.info()}, options);
+    grab.run();
+    if (!options.output.isEmpty())
+    {
+        writePictures(session, grab, options);
+    }
+    grab.printSummary();
+    grab.printFailures();
+    return grab.exitCode();
+}
+
 int runSnapshot(CSession& session, const SOptions& options)
 {
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs));

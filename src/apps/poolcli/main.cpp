@@ -37,12 +37,13 @@ void checkOutput()
 int runVerb(const SOptions& options)
 {
     static const std::map<QString, int (*)(CSession&, const SOptions&)> verbs{
-        {QStringLiteral("list"), PoolCli::runList},     {QStringLiteral("watch"), PoolCli::runWatch},
-        {QStringLiteral("info"), PoolCli::runInfo},     {QStringLiteral("features"), PoolCli::runFeatures},
-        {QStringLiteral("get"), PoolCli::runGet},       {QStringLiteral("set"), PoolCli::runSet},
-        {QStringLiteral("grab"), PoolCli::runGrab},     {QStringLiteral("snapshot"), PoolCli::runSnapshot},
-        {QStringLiteral("stats"), PoolCli::runStats},   {QStringLiteral("interfaces"), PoolCli::runInterfaces},
-        {QStringLiteral("chunks"), PoolCli::runChunks}, {QStringLiteral("action"), PoolCli::runAction},
+        {QStringLiteral("list"), PoolCli::runList},       {QStringLiteral("watch"), PoolCli::runWatch},
+        {QStringLiteral("info"), PoolCli::runInfo},       {QStringLiteral("features"), PoolCli::runFeatures},
+        {QStringLiteral("get"), PoolCli::runGet},         {QStringLiteral("set"), PoolCli::runSet},
+        {QStringLiteral("grab"), PoolCli::runGrab},       {QStringLiteral("snapshot"), PoolCli::runSnapshot},
+        {QStringLiteral("stats"), PoolCli::runStats},     {QStringLiteral("interfaces"), PoolCli::runInterfaces},
+        {QStringLiteral("chunks"), PoolCli::runChunks},   {QStringLiteral("action"), PoolCli::runAction},
+        {QStringLiteral("monitor"), PoolCli::runMonitor},
     };
     try
     {

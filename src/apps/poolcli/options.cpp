@@ -153,6 +153,18 @@ void addGrabVerbs(CLI::App& app, SRaw& raw)
     addSeconds(*pStats, raw, utf8(CTexts::tr("Stop after that time; 5 by default")));
 }
 
+void addMonitor(CLI::App& app, SRaw& raw)
+{
+    CLI::App* pMonitor = app.add_subcommand(
+        "monitor", utf8(CTexts::tr("Watch a camera that another application controls, without touching it")));
+    addCommon(*pMonitor, raw);
+    addCamera(*pMonitor, raw);
+    pMonitor->add_option("-n,--images", raw.images, utf8(CTexts::tr("Stop after that many images")))
+        ->check(CLI::Range(1, 1000000000));
+    addSeconds(*pMonitor, raw, utf8(CTexts::tr("Stop after that time; without this and without -n, Ctrl-C ends")));
+    pMonitor->add_option("-o,--output", raw.output, utf8(CTexts::tr("Folder for one PNG of each camera's last image")));
+}
+
 void addChunks(CLI::App& app, SRaw& raw)
 {
     CLI::App* pChunks =
@@ -238,6 +250,7 @@ void addVerbs(CLI::App& app, SRaw& raw)
     addFilter(*pInterfaces, raw);
     addParameterVerbs(app, raw);
     addGrabVerbs(app, raw);
+    addMonitor(app, raw);
     addChunks(app, raw);
     addAction(app, raw);
 }

@@ -172,10 +172,10 @@ HostKit::InterfaceInfoPtr CSession::interfaceOf(const HostKit::CameraInfoPtr& ca
     return found;
 }
 
-void CSession::open(const DeviceInfoPtr& device)
+void CSession::open(const DeviceInfoPtr& device, bool monitorMode)
 {
     device->clearError();
-    if (!m_host.control().open(device, false))
+    if (!m_host.control().open(device, monitorMode))
     {
         const QString reason = device->errorString();
         throw CRefusal(

@@ -62,8 +62,9 @@ public:
     /** The interface that the camera is on; throws CRefusal when it is not there. */
     HostKit::InterfaceInfoPtr interfaceOf(const HostKit::CameraInfoPtr& camera);
 
-    /** Opens a camera or an interface. Throws CRefusal with the device's own reason. */
-    void open(const DeviceInfoPtr& device);
+    /** Opens a camera or an interface; a monitored one may be in use elsewhere and is only looked at. Throws CRefusal
+     *  with the device's own reason. */
+    void open(const DeviceInfoPtr& device, bool monitorMode = false);
     void close(const DeviceInfoPtr& device);
     /** Of an open device; throws CRefusal when there is none. */
     QSharedPointer<ParameterCollection::IParameterCollection> parameters(const DeviceInfoPtr& device);
@@ -78,9 +79,10 @@ private:
 template <class Info> class COpenDevice
 {
 public:
-    COpenDevice(CSession& session, QSharedPointer<Info> info) : m_session(session), m_info(std::move(info))
+    COpenDevice(CSession& session, QSharedPointer<Info> info, bool monitorMode = false)
+        : m_session(session), m_info(std::move(info))
     {
-        m_session.open(m_info);
+        m_session.open(m_info, monitorMode);
     }
     ~COpenDevice() { m_session.close(m_info); }
     COpenDevice(const COpenDevice&) = delete;

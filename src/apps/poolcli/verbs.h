@@ -19,6 +19,7 @@ int runFeatures(CSession& session, const SOptions& options);
 int runGet(CSession& session, const SOptions& options);
 int runSet(CSession& session, const SOptions& options);
 int runGrab(CSession& session, const SOptions& options);
+int runMonitor(CSession& session, const SOptions& options);
 int runSnapshot(CSession& session, const SOptions& options);
 int runChunks(CSession& session, const SOptions& options);
 int runStats(CSession& session, const SOptions& options);

@@ -581,6 +581,10 @@
         <translation>Grab from one camera and print its statistics every second</translation>
     </message>
     <message>
+        <source>Watch a camera that another application controls, without touching it</source>
+        <translation>Watch a camera that another application controls, without touching it</translation>
+    </message>
+    <message>
         <source>Stop after that many images</source>
         <translation>Stop after that many images</translation>
     </message>

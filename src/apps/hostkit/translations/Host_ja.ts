@@ -581,6 +581,10 @@
         <translation>1 台のカメラから取り込み、統計を毎秒出力します</translation>
     </message>
     <message>
+        <source>Watch a camera that another application controls, without touching it</source>
+        <translation>別のアプリケーションが制御しているカメラを、干渉せずに監視します</translation>
+    </message>
+    <message>
         <source>Stop after that many images</source>
         <translation>この枚数の画像の後に停止します</translation>
     </message>

@@ -581,6 +581,10 @@
         <translation>카메라 한 대에서 수집하며 통계를 매초 출력합니다</translation>
     </message>
     <message>
+        <source>Watch a camera that another application controls, without touching it</source>
+        <translation>다른 애플리케이션이 제어하는 카메라를 건드리지 않고 감시합니다</translation>
+    </message>
+    <message>
         <source>Stop after that many images</source>
         <translation>이미지가 이 수에 이르면 중지합니다</translation>
     </message>

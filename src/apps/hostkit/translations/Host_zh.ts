@@ -581,6 +581,10 @@
         <translation>从一台相机采集并每秒输出其统计信息</translation>
     </message>
     <message>
+        <source>Watch a camera that another application controls, without touching it</source>
+        <translation>监视由其他应用程序控制的相机，不对其进行任何干预</translation>
+    </message>
+    <message>
         <source>Stop after that many images</source>
         <translation>达到此图像数后停止</translation>
     </message>
