@@ -62,6 +62,7 @@ struct CCameraModel::SPrivate
           hash(HashOf(config_.serialNumber)), settings(config, flash),
           cameraClock(clock_.NowNs(), config_.clockOffsetNs, config_.clockDriftPpm), faults(config_.faults)
     {
+        actions.Synchronise(Integer(Register::PtpEnable) != 0, clock.NowNs()); // as the data say
     }
 
     bool IsLocked() const { return isTransportLocked || isLockedByWrite || schedule.IsRunning(); }

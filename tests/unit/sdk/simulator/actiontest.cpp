@@ -281,6 +281,16 @@ TEST(Synchronisation, showsItsStateWhenItIsLatched)
     EXPECT_EQ(rig.Get("PtpStatus"), "Disabled");
 }
 
+TEST(Synchronisation, beginsWithTheCameraWhenItsDataSaySo)
+{
+    Simulator::SCameraConfig config = Skewed("T-1", -700, 0.0);
+    config.features = {{"PtpEnable", "true"}};
+    SActionRig rig(config);
+    EXPECT_EQ(rig.At(INT64_MAX), EStatus::NoReferenceTime);
+    rig.clock.Advance(SettlingNs);
+    EXPECT_EQ(rig.At(INT64_MAX), EStatus::Success);
+}
+
 TEST(Synchronisation, clockRunsOnFromWhereItIsWhenItEnds)
 {
     SActionRig rig(Skewed("T-1", 5'000'000'000, 100.0));
