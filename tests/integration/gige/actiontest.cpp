@@ -112,6 +112,13 @@ TEST_F(GigEAction, withoutTimeOrExpectedAnswersNoneIsAskedFor)
     }
 }
 
+TEST_F(GigEAction, answersComeBackToTheAddressThatWasChosen)
+{
+    const CActionResponder camera("127.0.0.21");
+    GigE::SetAdapters({"127.0.0.30"});
+    EXPECT_THAT(Issue(Command("255.255.255.255", 1, 2000)), ::testing::ElementsAre("127.0.0.21=0"));
+}
+
 TEST_F(GigEAction, waitEndsWithTheLastExpectedAnswer)
 {
     const CActionResponder camera("127.0.0.21");

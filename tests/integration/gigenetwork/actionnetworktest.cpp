@@ -98,6 +98,18 @@ TEST_F(ActionNetwork, furtherAddressesOfAnAdapterDoNotTriggerTwice)
     EXPECT_EQ(LeftCommands(), 2U);
 }
 
+TEST_F(ActionNetwork, answersComeBackToAFurtherAddressOfAnAdapter)
+{
+    RunIp("addr add 10.77.0.1/16 dev va");
+    m_left.Visit([] { RunIp("route add 10.77.0.0/16 dev fa"); });
+    GigE::SetAdapters({"10.77.0.1"});
+    const Transport::SActionCommand command{1, 2, 4, std::nullopt, "255.255.255.255", 2000, 1};
+    // The camera is in another subnet than the address, which a limited broadcast does not mind.
+    const auto answers = m_pTransport->GetGigEExtension()->IssueAction(command);
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_EQ(answers.front().address, "192.168.77.21");
+}
+
 TEST_F(ActionNetwork, broadcastOfANetworkReachesItsCamerasAlone)
 {
     EXPECT_THAT(Issue("192.168.78.255", 1), ElementsAre("192.168.78.21"));

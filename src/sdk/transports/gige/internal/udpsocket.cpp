@@ -103,6 +103,13 @@ bool CUdpSocket::Send(const Gvcp::Bytes& packet, std::uint32_t ip, std::uint16_t
         pHeader->cmsg_len = CMSG_LEN(sizeof(in_pktinfo));
         in_pktinfo info{};
         info.ipi_ifindex = static_cast<int>(adapterIndex);
+        // Without it the adapter's first address is the sender, and answers go past a socket bound to another one.
+        sockaddr_in own{};
+        socklen_t length = sizeof own;
+        if (getsockname(m_descriptor, reinterpret_cast<sockaddr*>(&own), &length) == 0)
+        {
+            info.ipi_spec_dst = own.sin_addr;
+        }
         std::memcpy(CMSG_DATA(pHeader), &info, sizeof info);
     }
     // A refusal that an earlier datagram drew is reported by the next call; the second try is the real one.
