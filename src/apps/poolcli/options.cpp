@@ -3,6 +3,7 @@
 
 #include "poolcli/options.h"
 
+#include "poolcli/output.h"
 #include "poolcli/texts.h"
 
 #include "hostkit/host.h"
@@ -374,6 +375,22 @@ bool parseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
     try
     {
         app.parse(argc, argv);
+    }
+    catch (const CLI::RequiredError& e)
+    {
+        // The parser misses a command where there is one that it does not know.
+        const std::vector<std::string> unknown = app.remaining();
+        if (app.get_subcommands().empty() && !unknown.empty())
+        {
+            printError(CTexts::tr("There is no command \"%1\"; 'poolcli --help' lists them.")
+                           .arg(printable(QString::fromStdString(unknown.front()))));
+        }
+        else
+        {
+            app.exit(e, std::cout, std::cerr);
+        }
+        exitCode = wrongUsage;
+        return false;
     }
     catch (const CLI::ParseError& e)
     {

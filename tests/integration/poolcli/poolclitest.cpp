@@ -56,7 +56,9 @@ TEST_F(PoolCliProgram, anUnknownCameraIsRefusedWithItsName)
 
 TEST_F(PoolCliProgram, wrongUsageEndsWithTwo)
 {
-    EXPECT_EQ(run({QStringLiteral("dance")}).exitCode, 2);
+    const SOutcome outcome = run({QStringLiteral("dance")});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_TRUE(outcome.err.contains("dance")) << outcome.err.constData();
 }
 
 TEST_F(PoolCliProgram, helpIsInTheLanguageAskedFor)

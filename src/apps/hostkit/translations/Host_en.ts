@@ -313,6 +313,10 @@
         <translation> (connection lost)</translation>
     </message>
     <message>
+        <source>There is no command &quot;%1&quot;; 'poolcli --help' lists them.</source>
+        <translation>There is no command &quot;%1&quot;; 'poolcli --help' lists them.</translation>
+    </message>
+    <message>
         <source>%1 could not be written: %2</source>
         <translation>%1 could not be written: %2</translation>
     </message>

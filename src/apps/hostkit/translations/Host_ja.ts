@@ -313,6 +313,10 @@
         <translation>（接続が失われました）</translation>
     </message>
     <message>
+        <source>There is no command &quot;%1&quot;; 'poolcli --help' lists them.</source>
+        <translation>コマンド「%1」はありません。'poolcli --help' で一覧を表示します。</translation>
+    </message>
+    <message>
         <source>%1 could not be written: %2</source>
         <translation>%1 に書き込めませんでした: %2</translation>
     </message>

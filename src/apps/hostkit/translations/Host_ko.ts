@@ -313,6 +313,10 @@
         <translation> (연결이 끊어짐)</translation>
     </message>
     <message>
+        <source>There is no command &quot;%1&quot;; 'poolcli --help' lists them.</source>
+        <translation>'%1' 명령이 없습니다. 'poolcli --help'로 목록을 볼 수 있습니다.</translation>
+    </message>
+    <message>
         <source>%1 could not be written: %2</source>
         <translation>%1을(를) 쓸 수 없습니다: %2</translation>
     </message>

@@ -313,6 +313,10 @@
         <translation>（连接已丢失）</translation>
     </message>
     <message>
+        <source>There is no command &quot;%1&quot;; 'poolcli --help' lists them.</source>
+        <translation>没有命令“%1”；'poolcli --help' 会列出所有命令。</translation>
+    </message>
+    <message>
         <source>%1 could not be written: %2</source>
         <translation>无法写入 %1：%2</translation>
     </message>
