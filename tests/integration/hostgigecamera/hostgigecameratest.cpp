@@ -11,8 +11,11 @@
 #include "hostkit/cameranames.h"
 #include "hostkit/host.h"
 #include "integration/gigecamera/cameraprogram.h"
+#include "integration/gigecamera/gvcppeer.h"
 #include "parametercollection/iparametercollection.h"
 #include "parametercollection/parameterpath.h"
+#include "protocols/gvbsregisters.h"
+#include "simulator/registers.h"
 
 #include <gtest/gtest.h>
 
@@ -43,8 +46,8 @@ protected:
         qputenv("CAMERAPOOL_EMULATION_CAMERAS", "0");
     }
 
-    /** The camera with these features, as "name": value; opened. */
-    void start(const std::string& features)
+    /** The camera with these features, as "name": value; found. */
+    void find(const std::string& features)
     {
         m_pCamera = std::make_unique<::Test::CCameraProgram>(
             std::vector<std::string>{"--config", ::Test::WriteConfig(features)});
@@ -58,6 +61,12 @@ protected:
             m_info = find();
         }
         ASSERT_FALSE(m_info.isNull()) << "the camera was not found";
+    }
+
+    /** The same, opened. */
+    void start(const std::string& features)
+    {
+        find(features);
         ASSERT_TRUE(m_pHost->control().open(m_info, false)) << m_info->errorString().toStdString();
         m_parameters = m_pHost->parameters().getParameterCollection(m_info);
         m_pNodes = m_parameters->nodeMap(ParameterCollection::ParameterPath::CameraDevice);
@@ -166,6 +175,45 @@ TEST_F(HostOnGigECamera, compressedImagesAreDecoded)
     EXPECT_TRUE(QTest::qWaitFor([&] { return decoded >= 20; }, limitMs));
     m_pHost->stream().stopGrabbing(m_info);
     EXPECT_EQ(failed.count(), 0);
+}
+
+TEST_F(HostOnGigECamera, aMonitorGrabsWhatAnotherApplicationStreamsByMulticast)
+{
+    constexpr int wanted = 50;
+    constexpr std::uint32_t cameraIp = 0x7F000001;
+    constexpr std::uint32_t group = 0xEFFF0A0C; // 239.255.10.12
+    find(R"("AcquisitionMode": "MultiFrame", "AcquisitionFrameCount": 60)");
+    ::Test::CGvcpPeer controller(cameraIp, group);
+    controller.OpenStream(1500);
+    controller.Write(Velmo::Gvbs::HeartbeatTimeout, 3 * limitMs);
+    ASSERT_TRUE(m_pHost->control().open(m_info, true)) << m_info->errorString().toStdString();
+    int images = 0;
+    int failed = 0;
+    QObject receiver;
+    QObject::connect(&m_pHost->status(), &ICameraStatusService::cameraImageGrabbed, &receiver,
+                     [&](const auto&, const Velmo::CGrabResultPtr& result)
+                     { result->GrabSucceeded() ? ++images : ++failed; });
+    m_pHost->stream().startGrabbing(m_info);
+    ASSERT_TRUE(m_pHost->status().isCameraGrabbing(m_info)) << m_info->errorString().toStdString();
+    controller.Write(static_cast<std::uint32_t>(Simulator::Register::AcquisitionStart), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return images >= wanted; }, limitMs)) << images;
+    EXPECT_EQ(failed, 0);
+    m_pHost->stream().stopGrabbing(m_info);
+    EXPECT_EQ(controller.Read(static_cast<std::uint32_t>(Simulator::Register::AcquisitionMode)), 1U)
+        << "the monitor changed the acquisition mode";
+}
+
+TEST_F(HostOnGigECamera, aMonitorOfAUnicastStreamSaysWhyItDoesNotGrab)
+{
+    find("");
+    ::Test::CGvcpPeer controller;
+    controller.OpenStream(1500);
+    controller.Write(Velmo::Gvbs::HeartbeatTimeout, 3 * limitMs);
+    ASSERT_TRUE(m_pHost->control().open(m_info, true)) << m_info->errorString().toStdString();
+    m_pHost->stream().startGrabbing(m_info);
+    EXPECT_FALSE(m_pHost->status().isCameraGrabbing(m_info));
+    EXPECT_TRUE(m_info->errorString().contains(QStringLiteral("ask the controlling application for multicast")))
+        << m_info->errorString().toStdString();
 }
 
 } // namespace
