@@ -91,7 +91,7 @@ void CClientPlugin::onImageGrabbed(const QSharedPointer<ICameraInfo>& info, cons
 
 QString CClientPlugin::chunkValues(const Velmo::CGrabResultPtr& result) const
 {
-    // The chunk features show the latest image that arrived, which may be a later one than this.
+    // The chunk features show the image attached last: mostly this or a later one, rarely still the one before.
     const auto parameters = m_parameters->getParameterCollection(m_camera);
     const ParameterCollection::CIntegerParameter frameId(parameters, QStringLiteral("@CameraDevice/ChunkFrameID"));
     constexpr std::int64_t none = -1;

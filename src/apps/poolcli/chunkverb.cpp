@@ -10,6 +10,9 @@
 #include "genapi/inodes.h"
 #include "parametercollection/parameterpath.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include <algorithm>
 #include <mutex>
 
@@ -34,8 +37,8 @@ public:
 
     void show(const Velmo::CGrabResultPtr& result)
     {
-        const QJsonObject values = read();
         const auto blockId = static_cast<qint64>(result->GetBlockID());
+        const QJsonObject values = readOf(blockId);
         const bool isOvertaken = isOfALaterImage(blockId, values);
         m_withValues += isOvertaken || values.isEmpty() ? 0 : 1;
         if (m_json)
@@ -68,6 +71,32 @@ public:
     int withValues() const { return m_withValues; }
 
 private:
+    /** The image's signal may be here before the grab loop has come from emitting it to showing the image's chunks. */
+    QJsonObject readOf(qint64 blockId) const
+    {
+        constexpr qint64 s_patienceMs = 200; // the grab loop needs microseconds, unless its thread has to wait
+        const QDeadlineTimer deadline(s_patienceMs);
+        QJsonObject values = read();
+        while (isOfNoImageOrAnEarlierOne(blockId, values) && !deadline.hasExpired())
+        {
+            QThread::yieldCurrentThread();
+            values = read();
+        }
+        return values;
+    }
+
+    bool isOfNoImageOrAnEarlierOne(qint64 blockId, const QJsonObject& values) const
+    {
+        bool isNumber = false;
+        const qint64 frameId = frameIdOf(values, isNumber);
+        return values.isEmpty() || (isNumber && m_hasDistance && blockId - frameId > m_distance);
+    }
+
+    static qint64 frameIdOf(const QJsonObject& values, bool& isNumber)
+    {
+        return values.value(QStringLiteral("ChunkFrameID")).toString().toLongLong(&isNumber);
+    }
+
     QJsonObject read() const
     {
         QJsonObject values;
@@ -103,7 +132,7 @@ private:
     bool isOfALaterImage(qint64 blockId, const QJsonObject& values)
     {
         bool isNumber = false;
-        const qint64 frameId = values.value(QStringLiteral("ChunkFrameID")).toString().toLongLong(&isNumber);
+        const qint64 frameId = frameIdOf(values, isNumber);
         if (!isNumber)
         {
             return false;

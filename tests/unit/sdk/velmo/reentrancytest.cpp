@@ -358,5 +358,6 @@ TEST_F(Reentrancy, threadsThatOpenGrabCloseAndDestroyAtOnce)
         thread.join();
     }
     EXPECT_EQ(0U, transport->GetLivingDevices());
-    EXPECT_EQ(recorder.Count("GrabStart"), recorder.Count("GrabStopped"));
+    EXPECT_EQ(recorder.Count("GrabStarted"),
+              recorder.Count("GrabStopped")); // the removal may refuse one that was to start
 }
