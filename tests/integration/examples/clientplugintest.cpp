@@ -19,6 +19,11 @@ protected:
         return HostFixture::pluginFolders() << QStringLiteral(CLIENT_PLUGIN_FOLDER);
     }
     QByteArray emulation() const override { return R"({"cameras": [{"serial": "CLIENT", "frameRate": 50}]})"; }
+    void TearDown() override
+    {
+        m_manager.reset(); // its threads write to the log
+        HostFixture::TearDown();
+    }
     /** Waits until the client has told something of an image that matches. */
     bool tells(const QString& pattern) const
     {
