@@ -27,6 +27,7 @@ public:
     ~CMessageLog()
     {
         qInstallMessageHandler(m_previous);
+        const QMutexLocker lock(&m_mutex); // after the last line of any thread
         s_pCurrent = nullptr;
     }
     CMessageLog(const CMessageLog&) = delete;
@@ -35,7 +36,9 @@ public:
     QStringList lines() const
     {
         const QMutexLocker lock(&m_mutex);
-        return m_lines;
+        QStringList copy = m_lines;
+        copy.detach(); // shares nothing with what other threads append to
+        return copy;
     }
     int count(const QString& line) const { return lines().count(line); }
     bool contains(const QString& line) const { return count(line) > 0; }
