@@ -37,6 +37,10 @@ function(project_add_test name)
     target_include_directories(${name} PRIVATE "${CMAKE_BINARY_DIR}/include/private/${module}")
   endforeach()
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  list(LENGTH ARG_LABELS labels)
+  if(labels GREATER 1) # test discovery would make one label of them, which no -L or -LE finds
+    message(FATAL_ERROR "${name}: one label only, not '${ARG_LABELS}'.")
+  endif()
   # No test may search the machine's real network; those of the GigE transport name their adapter themselves. What the
   # camera engine's library calls critical is a misuse by us: it ends the test.
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
