@@ -76,6 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const Gvcp::Bytes release = Gvcp::EncodeWriteRegCmd(2, {{Velmo::Gvbs::ControlChannelPrivilege, 0}});
     Handle(camera, release.data(), release.size(), Owner);
+    Handle(camera, release.data(), release.size(), Stranger); // the input may have handed the control over
     Require(!camera.pModel->IsAcquiring());
     return 0;
 }
