@@ -200,6 +200,9 @@ public:
     ~IPort() override;
     virtual void Read(void* buffer, std::int64_t address, std::int64_t length) = 0;
     virtual void Write(const void* buffer, std::int64_t address, std::int64_t length) = 0;
+    /** Why a port that is not writable refuses to write, as a clause without a full stop: "the camera is open as a
+     *  monitor". It is told to who wants to write to a node behind the port. Empty when there is nothing to say. */
+    virtual GenICam::gcstring GetWriteRefusal() const;
 };
 
 /** A pointer to a node as one of its interfaces; using it while null throws LogicalErrorException. */

@@ -24,4 +24,9 @@ ISelector::~ISelector() = default;
 IPort::~IPort() = default;
 INodeMap::~INodeMap() = default;
 
+GenICam::gcstring IPort::GetWriteRefusal() const
+{
+    return {};
+}
+
 } // namespace GenApi

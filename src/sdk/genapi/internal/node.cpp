@@ -6,6 +6,7 @@
 #include "genapi/internal/elementreader.h"
 #include "genapi/internal/nodemap.h"
 #include "genapi/internal/numbernode.h"
+#include "genapi/internal/portnode.h"
 
 #include <algorithm>
 #include <utility>
@@ -137,10 +138,44 @@ void CNode::RequireReadable()
 void CNode::RequireWritable()
 {
     const EAccessMode mode = Mode();
-    if (!IsWritable(mode))
+    if (IsWritable(mode))
     {
-        ThrowAccess("writable", mode);
+        return;
     }
+    const std::string refusal = PortsRefusal();
+    if (!refusal.empty())
+    {
+        GENICAM_THROW(AccessException, "Node '" + m_description.name + "' is not writable: " + refusal);
+    }
+    ThrowAccess("writable", mode);
+}
+
+bool CNode::IsRefusedByDescription()
+{
+    return !IsWritable(m_description.imposedAccessMode) || !Holds(m_description.isImplemented, false) ||
+           !Holds(m_description.isAvailable, false) ||
+           (m_description.isLocked != NoNode && Holds(m_description.isLocked, true));
+}
+
+std::string CNode::PortsRefusal()
+{
+    // The port's word counts only where nothing else on the way to it forbids to write.
+    CNode* node = this;
+    while (!node->IsRefusedByDescription())
+    {
+        if (const SRegisterPart* const reg = node->m_description.reg.get())
+        {
+            const IPort* const port = IsWritable(reg->accessMode) ? m_map.Port(reg->port).Target() : nullptr;
+            return port == nullptr || IsWritable(port->GetAccessMode()) ? std::string() : port->GetWriteRefusal().str();
+        }
+        const SNumberPart* const number = node->m_description.number.get();
+        if (number == nullptr || number->value.node == NoNode)
+        {
+            break;
+        }
+        node = &m_map.Node(number->value.node);
+    }
+    return {};
 }
 
 void CNode::CheckError()

@@ -91,6 +91,8 @@ protected:
 
 private:
     bool Holds(NodeIndex condition, bool ifUnreadable);
+    bool IsRefusedByDescription();
+    std::string PortsRefusal();
 
     EAccessMode ComputeAvailableMode();
     void FillFeatures(const NodeIndices& indices, FeatureList& features) const;

@@ -55,6 +55,88 @@ TEST_F(AccessMode, followsImplementationAvailabilityAndLock)
     EXPECT_EQ(Mode("A"), EAccessMode::NI);
 }
 
+/** Reads, but does not write, and says why. */
+class CWatchedPort final : public CMemoryPort
+{
+public:
+    using CMemoryPort::CMemoryPort;
+    EAccessMode GetAccessMode() const override { return isWritable ? EAccessMode::RW : EAccessMode::RO; }
+    GenICam::gcstring GetWriteRefusal() const override { return reason; }
+    bool isWritable = false;
+    std::string reason = "somebody watches";
+};
+
+/** What a write of 1 is answered with; empty when it succeeds. */
+std::string RefusalOf(IValue& value)
+{
+    try
+    {
+        value.FromString("1");
+    }
+    catch (const GenICam::AccessException& e)
+    {
+        return e.GetDescription();
+    }
+    return {};
+}
+
+class WriteRefusal : public AccessMode
+{
+protected:
+    void LoadWatched(const std::string& nodes)
+    {
+        Load(nodes);
+        m_map->Disconnect(&m_port);
+        m_map->Connect(&m_watched);
+    }
+    std::string Of(const std::string& name) { return RefusalOf(Get<IValue>(name)); }
+
+    CWatchedPort m_watched{64};
+};
+
+TEST_F(WriteRefusal, ofThePortIsToldForEveryNodeThatWritesThroughIt)
+{
+    LoadWatched("<Integer Name=\"I\"><pValue>R</pValue></Integer>"
+                "<Boolean Name=\"B\"><pValue>I</pValue></Boolean>"
+                "<Enumeration Name=\"E\"><EnumEntry Name=\"1\"><Value>1</Value></EnumEntry><pValue>R</pValue>"
+                "</Enumeration>"
+                "<Command Name=\"C\"><pValue>W</pValue><CommandValue>1</CommandValue></Command>"
+                "<IntConverter Name=\"V\"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>R</pValue>"
+                "</IntConverter>"
+                "<StringReg Name=\"S\">" +
+                At(8, 8) + "</StringReg><IntReg Name=\"W\">" + At(4, 4, "WO") + "</IntReg>" + IntReg("R", 0));
+    for (const char* name : {"R", "I", "E", "V", "S"})
+    {
+        EXPECT_EQ(Of(name), std::string("Node '") + name + "' is not writable: somebody watches");
+    }
+    EXPECT_THAT(Of("B"), HasSubstr("somebody watches"));
+    EXPECT_THAT(Of("C"), HasSubstr("somebody watches"));
+}
+
+TEST_F(WriteRefusal, ofThePortIsNotBlamedForWhatTheDescriptionForbids)
+{
+    LoadWatched("<Integer Name=\"Imposed\"><ImposedAccessMode>RO</ImposedAccessMode><pValue>R</pValue></Integer>"
+                "<Integer Name=\"Locked\"><pIsLocked>L</pIsLocked><pValue>R</pValue></Integer>"
+                "<Integer Name=\"Gone\"><pIsAvailable>A</pIsAvailable><pValue>R</pValue></Integer>"
+                "<IntReg Name=\"Fixed\">" +
+                At(4, 4, "RO") + "</IntReg>" + Switch("L", 1) + Switch("A", 0) + IntReg("R", 0));
+    for (const char* name : {"Imposed", "Locked", "Fixed"})
+    {
+        EXPECT_EQ(Of(name), std::string("Node '") + name + "' is not writable: it is read-only or locked");
+    }
+    EXPECT_EQ(Of("Gone"), "Node 'Gone' is not writable: it is not available");
+}
+
+TEST_F(WriteRefusal, fallsBackToTheAccessModeWhenThePortSaysNothing)
+{
+    m_watched.reason.clear();
+    LoadWatched(IntReg("R", 0));
+    EXPECT_EQ(Of("R"), "Node 'R' is not writable: it is read-only or locked");
+    m_watched.isWritable = true;
+    m_map->InvalidateNodes();
+    EXPECT_EQ(Of("R"), "");
+}
+
 TEST_F(AccessMode, errorsNameTheNodeAndTheReason)
 {
     Load("<Integer Name=\"Width\"><pIsLocked>L</pIsLocked><Value>1</Value></Integer>" + Switch("L", 1));

@@ -27,10 +27,19 @@ void CModelPort::Write(const void* buffer, std::int64_t address, std::int64_t le
 {
     if (m_isReadOnly)
     {
-        GENICAM_THROW(AccessException, "The emulated camera '" + m_camera->GetConfig().serialNumber +
-                                           "' is open as a monitor, which cannot write.");
+        GENICAM_THROW(AccessException, "Writing failed: " + GetWriteRefusal().str() + ".");
     }
     m_camera->Write(buffer, address, length);
+}
+
+GenICam::gcstring CModelPort::GetWriteRefusal() const
+{
+    if (!m_isReadOnly)
+    {
+        return {};
+    }
+    return "the emulated camera '" + m_camera->GetConfig().serialNumber +
+           "' is open as a monitor, which only watches; the application that controls the camera can write";
 }
 
 CEmulationDevice::CEmulationDevice(std::shared_ptr<CEmulatedCamera> camera, std::shared_ptr<CNotifier> notifier)

@@ -22,6 +22,7 @@ public:
     GenApi::EAccessMode GetAccessMode() const override;
     void Read(void* buffer, std::int64_t address, std::int64_t length) override;
     void Write(const void* buffer, std::int64_t address, std::int64_t length) override;
+    GenICam::gcstring GetWriteRefusal() const override;
 
 private:
     const std::shared_ptr<Simulator::CCameraModel> m_camera;

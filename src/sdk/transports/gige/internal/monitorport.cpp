@@ -137,9 +137,13 @@ void CMonitorPort::Throw(const std::string& what, ERequest result, std::uint16_t
 
 void CMonitorPort::Write(const void*, std::int64_t address, std::int64_t length)
 {
-    GENICAM_THROW(AccessException, Describe("Writing", address, length) +
-                                       ": it is open in monitor mode, which only watches; the application that "
-                                       "controls the camera can write.");
+    GENICAM_THROW(AccessException, Describe("Writing", address, length) + ": " + GetWriteRefusal().str() + ".");
+}
+
+GenICam::gcstring CMonitorPort::GetWriteRefusal() const
+{
+    return "the camera " + m_cameraName +
+           " is open as a monitor, which only watches; the application that controls the camera can write";
 }
 
 std::uint32_t CMonitorPort::ReadRegister(std::uint32_t address)

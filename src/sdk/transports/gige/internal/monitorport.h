@@ -34,6 +34,7 @@ public:
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::EAccessMode::RO; }
     void Read(void* buffer, std::int64_t address, std::int64_t length) override;
     void Write(const void* buffer, std::int64_t address, std::int64_t length) override;
+    GenICam::gcstring GetWriteRefusal() const override;
     std::uint32_t ReadRegister(std::uint32_t address);
 
 private:

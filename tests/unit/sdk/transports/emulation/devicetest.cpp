@@ -142,7 +142,16 @@ TEST(EmulationDevice, monitorReadsButDoesNotWrite)
     const auto owner = rig.Open();
     const auto monitor = rig.Open(0, EDeviceAccess::Monitor);
     EXPECT_EQ(Integer(*monitor, "Width")->GetValue(), 64);
-    EXPECT_THROW(Integer(*monitor, "Width")->SetValue(32), GenICam::AccessException);
+    try
+    {
+        Integer(*monitor, "Width")->SetValue(32);
+        FAIL() << "a monitor must not write";
+    }
+    catch (const GenICam::AccessException& error)
+    {
+        EXPECT_THAT(error.GetDescription(), HasSubstr("Node 'Width' is not writable: the emulated camera "));
+        EXPECT_THAT(error.GetDescription(), HasSubstr("is open as a monitor"));
+    }
     EXPECT_EQ(Integer(*owner, "Width")->GetValue(), 64);
 }
 
