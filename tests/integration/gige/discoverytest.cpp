@@ -48,6 +48,16 @@ Gvcp::SDiscoveryAck SomeCamera(const std::string& ip, const std::string& serial)
     return ack;
 }
 
+std::vector<std::string> AddressesOf(const DeviceInfoList& list)
+{
+    std::vector<std::string> addresses;
+    for (const CDeviceInfo& info : list)
+    {
+        addresses.push_back(info.GetIpAddress().str());
+    }
+    return addresses;
+}
+
 bool IsCommand(const Gvcp::SCommand& command, Gvcp::ECommand kind)
 {
     return command.command == static_cast<std::uint16_t>(kind);
@@ -177,6 +187,56 @@ TEST_F(GigEDiscovery, garbageAndForeignAnswersAreIgnored)
     EXPECT_TRUE(Find().empty());
 }
 
+TEST_F(GigEDiscovery, answersThatClaimAnAddressOfNoCameraAreIgnored)
+{
+    CGvcpResponder liar("127.0.0.1",
+                        [](const Gvcp::SCommand& command)
+                        {
+                            std::vector<Gvcp::Bytes> answers;
+                            for (const char* ip : {"127.255.255.255", "255.255.255.255", "239.1.1.1", "240.0.0.1"})
+                            {
+                                answers.push_back(Gvcp::EncodeDiscoveryAck(command.requestId, SomeCamera(ip, ip)));
+                            }
+                            return answers;
+                        });
+    EXPECT_THAT(AddressesOf(Find()), ::testing::IsEmpty());
+}
+
+TEST_F(GigEDiscovery, answersFromAnotherPortThanGvcpsAreIgnored)
+{
+    CGvcpResponder liar(
+        "127.0.0.1",
+        [](const Gvcp::SCommand& command) -> std::vector<Gvcp::Bytes>
+        { return {Gvcp::EncodeDiscoveryAck(command.requestId, SomeCamera("127.0.0.1", "other port"))}; },
+        "127.0.0.1", 0);
+    EXPECT_TRUE(Find().empty());
+}
+
+TEST_F(GigEDiscovery, nobodyElseTellsWhetherACameraIsFree)
+{
+    const auto answer = [](const char* ip, std::uint32_t privilege)
+    {
+        return [ip, privilege](const Gvcp::SCommand& command) -> std::vector<Gvcp::Bytes>
+        {
+            if (!IsCommand(command, Gvcp::ECommand::DiscoveryCmd))
+            {
+                return {Gvcp::EncodeReadRegAck(command.requestId, Gvcp::EStatus::Success, {privilege})};
+            }
+            // Answers that nobody has asked for yet; those of the first two questions about the privilege.
+            return {Gvcp::EncodeDiscoveryAck(command.requestId, SomeCamera(ip, ip)),
+                    Gvcp::EncodeReadRegAck(0x8000, Gvcp::EStatus::Success, {privilege}),
+                    Gvcp::EncodeReadRegAck(0x8001, Gvcp::EStatus::Success, {privilege})};
+        };
+    };
+    CGvcpResponder held("127.0.0.1", answer("127.0.0.1", Gvbs::CcpControlAccess));
+    CGvcpResponder free("127.5.5.5", answer("127.5.5.5", 0));
+    CDeviceInfo info;
+    info.SetIpAddress("127.5.5.5");
+    ASSERT_TRUE(m_pTransport->GetGigEExtension()->AnnounceRemoteDevice(info));
+    EXPECT_THAT(AddressesOf(Find()), ::testing::UnorderedElementsAre("127.0.0.1", "127.5.5.5"));
+    EXPECT_THAT(AddressesOf(Find(EDiscoveryScope::Usable)), ::testing::ElementsAre("127.5.5.5"));
+}
+
 TEST_F(GigEDiscovery, textsOfACameraCannotBreakLines)
 {
     CGvcpResponder rude("127.0.0.1",
@@ -274,11 +334,29 @@ TEST_F(GigEDiscovery, announcingAnAddressWhereNothingAnswersIsFalse)
     EXPECT_FALSE(m_pTransport->GetGigEExtension()->AnnounceRemoteDevice(info));
 }
 
-TEST_F(GigEDiscovery, announcingWhatIsNoAddressThrows)
+TEST_F(GigEDiscovery, announcingIsFalseWhenAnotherAddressAnswers)
 {
+    CGvcpResponder liar(
+        "127.5.5.7",
+        [](const Gvcp::SCommand& command) -> std::vector<Gvcp::Bytes>
+        { return {Gvcp::EncodeDiscoveryAck(command.requestId, SomeCamera("127.5.5.7", "elsewhere"))}; },
+        "127.5.5.8", Gvcp::Port);
     CDeviceInfo info;
-    info.SetIpAddress("camera.example");
-    EXPECT_THROW(m_pTransport->GetGigEExtension()->AnnounceRemoteDevice(info), GenICam::InvalidArgumentException);
+    info.SetIpAddress("127.5.5.7");
+    EXPECT_FALSE(m_pTransport->GetGigEExtension()->AnnounceRemoteDevice(info));
+    EXPECT_THROW(m_pTransport->CreateDevice(info), GenICam::RuntimeException) << "it must not be remembered either";
+}
+
+TEST_F(GigEDiscovery, announcingWhatIsNoAddressOfACameraThrows)
+{
+    const CFakeCamera camera; // that would answer to a broadcast
+    for (const char* address : {"camera.example", "", "0.0.0.0", "239.1.1.1", "255.255.255.255", "127.255.255.255"})
+    {
+        CDeviceInfo info;
+        info.SetIpAddress(address);
+        EXPECT_THROW(m_pTransport->GetGigEExtension()->AnnounceRemoteDevice(info), GenICam::InvalidArgumentException)
+            << address;
+    }
 }
 
 TEST_F(GigEDiscovery, creatingADeviceThatIsNotThereThrows)

@@ -13,18 +13,36 @@
 namespace Test
 {
 
-CGvcpResponder::CGvcpResponder(const std::string& address, Answer answer) : m_answer(std::move(answer))
+namespace
 {
-    m_socket = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+
+int Listen(const std::string& address, std::uint16_t port)
+{
+    const int descriptor = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     sockaddr_in local{};
     local.sin_family = AF_INET;
-    local.sin_port = htons(Velmo::Gvcp::Port);
+    local.sin_port = htons(port);
     inet_pton(AF_INET, address.c_str(), &local.sin_addr);
-    if (bind(m_socket, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0)
+    if (bind(descriptor, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0)
     {
-        close(m_socket);
-        throw std::runtime_error("Cannot listen on " + address + ":3956");
+        close(descriptor);
+        throw std::runtime_error("Cannot listen on " + address + ":" + std::to_string(port));
     }
+    return descriptor;
+}
+
+} // namespace
+
+CGvcpResponder::CGvcpResponder(const std::string& address, Answer answer)
+    : m_answer(std::move(answer)), m_socket(Listen(address, Velmo::Gvcp::Port)), m_from(m_socket)
+{
+    m_thread = std::thread([this] { Run(); });
+}
+
+CGvcpResponder::CGvcpResponder(const std::string& address, Answer answer, const std::string& fromAddress,
+                               std::uint16_t fromPort)
+    : m_answer(std::move(answer)), m_socket(Listen(address, Velmo::Gvcp::Port)), m_from(Listen(fromAddress, fromPort))
+{
     m_thread = std::thread([this] { Run(); });
 }
 
@@ -33,6 +51,10 @@ CGvcpResponder::~CGvcpResponder()
     m_isStopping = true;
     m_thread.join();
     close(m_socket);
+    if (m_from != m_socket)
+    {
+        close(m_from);
+    }
 }
 
 void CGvcpResponder::Run()
@@ -56,7 +78,7 @@ void CGvcpResponder::Run()
         }
         for (const Velmo::Gvcp::Bytes& answer : m_answer(command))
         {
-            sendto(m_socket, answer.data(), answer.size(), 0, reinterpret_cast<const sockaddr*>(&sender), length);
+            sendto(m_from, answer.data(), answer.size(), 0, reinterpret_cast<const sockaddr*>(&sender), length);
         }
     }
 }

@@ -23,6 +23,8 @@ class CGvcpResponder
 public:
     using Answer = std::function<std::vector<Velmo::Gvcp::Bytes>(const Velmo::Gvcp::SCommand& command)>;
     CGvcpResponder(const std::string& address, Answer answer);
+    /** One that answers from another address or port than it was asked at. */
+    CGvcpResponder(const std::string& address, Answer answer, const std::string& fromAddress, std::uint16_t fromPort);
     ~CGvcpResponder();
 
 private:
@@ -30,6 +32,7 @@ private:
 
     Answer m_answer;
     int m_socket = -1;
+    int m_from = -1; // what answers are sent through; m_socket unless another was asked for
     std::atomic<bool> m_isStopping{false};
     std::thread m_thread;
 };

@@ -28,12 +28,6 @@ using std::chrono::milliseconds;
 
 constexpr const char* LogCategory = "velmo.gige";
 
-bool IsUnicast(std::uint32_t address)
-{
-    constexpr std::uint32_t firstMulticast = 0xE0000000;
-    return address != 0 && address < firstMulticast;
-}
-
 /** Which of its addresses the system would send from; nothing is sent. 0 when it knows no way. */
 std::uint32_t FindRouteSource(std::uint32_t target)
 {
@@ -59,8 +53,7 @@ void RouteBroadcast(const std::vector<SAdapter>& adapters, std::uint32_t target,
     std::set<std::pair<unsigned int, std::uint32_t>> served; // an adapter's further addresses reach the same cameras
     for (const SAdapter& adapter : adapters)
     {
-        const bool isLoneAddress = adapter.mask == 0xFFFFFFFF; // its network has no broadcast
-        const bool isHere = target == LimitedBroadcast || (target == adapter.DirectedBroadcast() && !isLoneAddress);
+        const bool isHere = target == LimitedBroadcast || adapter.IsBroadcast(target);
         // The loopback adapter does not do limited broadcasts.
         const std::uint32_t address = adapter.isLoopback ? adapter.DirectedBroadcast() : target;
         if (isHere && served.emplace(adapter.index, address).second)

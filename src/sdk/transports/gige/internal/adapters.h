@@ -26,7 +26,17 @@ struct SAdapter
 
     bool IsInSubnet(std::uint32_t address) const { return (address & mask) == (ip & mask); }
     std::uint32_t DirectedBroadcast() const { return ip | ~mask; }
+    /** Whether a datagram to that address goes to everybody in this adapter's network. Those of one or two addresses
+     *  have no broadcast (RFC 3021). */
+    bool IsBroadcast(std::uint32_t address) const { return ~mask > 1 && address == DirectedBroadcast(); }
 };
+
+/** Whether the address (host byte order) may be that of one device: neither 0 nor multicast, reserved or broadcast. */
+constexpr bool IsUnicast(std::uint32_t address)
+{
+    constexpr std::uint32_t firstMulticast = 0xE0000000;
+    return address != 0 && address < firstMulticast;
+}
 
 /** Every adapter of the system that is up and has an IPv4 address, in the system's order. */
 GIGE_TEST_EXPORT std::vector<SAdapter> ListSystemAdapters();

@@ -183,6 +183,10 @@ private:
         // A camera behind a router or with a fresh address is reached where it answered from.
         device.ip = device.isRemote || device.ack.currentIp == 0 ? senderIp : device.ack.currentIp;
         device.adapter = sockets.adapter;
+        if (!IsUnicast(device.ip) || device.adapter.IsBroadcast(device.ip))
+        {
+            return; // whoever reads or opens it would talk to everybody
+        }
         const bool isReachable = device.isRemote || device.adapter.IsInSubnet(device.ip);
         for (SFoundDevice& known : m_result.devices)
         {

@@ -250,18 +250,29 @@ Transport::IGigEExtension* CGigETransport::GetGigEExtension()
 
 bool CGigETransport::AnnounceRemoteDevice(const CDeviceInfo& info)
 {
+    const std::vector<SAdapter> adapters = GetAdapters();
     std::uint32_t address = 0;
-    if (!Gvcp::ParseIp(info.GetIpAddress().str(), address))
+    const auto isBroadcast = [&address](const SAdapter& adapter)
+    {
+        return adapter.IsBroadcast(address);
+    };
+    if (!Gvcp::ParseIp(info.GetIpAddress().str(), address) || !IsUnicast(address) ||
+        std::any_of(adapters.begin(), adapters.end(), isBroadcast))
     {
         GENICAM_THROW(InvalidArgumentException,
                       "\"" + info.GetIpAddress().str() + "\" is no IPv4 address of a remote camera.");
     }
-    const SDiscoveryResult result = DiscoverAddress(GetAdapters(), address);
-    if (result.devices.empty())
+    std::vector<SFoundDevice> devices = DiscoverAddress(adapters, address).devices;
+    const auto isElsewhere = [](const SFoundDevice& device)
+    {
+        return !device.isRemote;
+    };
+    devices.erase(std::remove_if(devices.begin(), devices.end(), isElsewhere), devices.end());
+    if (devices.empty())
     {
         return false;
     }
-    Remember(result.devices);
+    Remember(devices);
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_remoteAddresses.insert(address);
     return true;

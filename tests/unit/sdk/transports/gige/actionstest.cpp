@@ -29,9 +29,9 @@ SAdapter Adapter(const char* id, unsigned int index, const char* ip, const char*
 
 std::vector<SAdapter> System()
 {
-    return {Adapter("lo", 1, "127.0.0.1", "255.0.0.0", true), Adapter("eth0", 2, "192.168.1.5", "255.255.255.0"),
+    return {Adapter("lo", 1, "127.0.0.1", "255.0.0.0", true),     Adapter("eth0", 2, "192.168.1.5", "255.255.255.0"),
             Adapter("eth0/10.0.0.5", 2, "10.0.0.5", "255.0.0.0"), Adapter("eth1", 3, "192.168.2.5", "255.255.255.0"),
-            Adapter("tun0", 4, "172.16.0.1", "255.255.255.255")};
+            Adapter("tun0", 4, "172.16.0.1", "255.255.255.255"),  Adapter("ptp0", 5, "172.17.0.0", "255.255.255.254")};
 }
 
 std::uint32_t Ip(const char* text)
@@ -86,8 +86,9 @@ protected:
 
 TEST(ActionRoute, limitedBroadcastGoesOnceThroughEachAdapter)
 {
-    EXPECT_THAT(Route("255.255.255.255"), ElementsAre("lo>127.255.255.255b", "eth0>255.255.255.255b",
-                                                      "eth1>255.255.255.255b", "tun0>255.255.255.255b"));
+    EXPECT_THAT(Route("255.255.255.255"),
+                ElementsAre("lo>127.255.255.255b", "eth0>255.255.255.255b", "eth1>255.255.255.255b",
+                            "tun0>255.255.255.255b", "ptp0>255.255.255.255b"));
 }
 
 TEST(ActionRoute, broadcastOfANetworkGoesThroughItsAdapterAlone)
@@ -101,6 +102,7 @@ TEST(ActionRoute, oneCameraIsReachedThroughTheAdapterOfItsNetwork)
 {
     EXPECT_THAT(Route("192.168.2.77"), ElementsAre("eth1>192.168.2.77"));
     EXPECT_THAT(Route("172.16.0.1"), ElementsAre("tun0>172.16.0.1"));
+    EXPECT_THAT(Route("172.17.0.1"), ElementsAre("ptp0>172.17.0.1")) << "the other end, not a broadcast";
 }
 
 TEST(ActionRoute, farAddressIsReachedThroughTheAdapterThatTheSystemNames)
