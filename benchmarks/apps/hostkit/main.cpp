@@ -4,12 +4,13 @@
 // Emulated cameras of 512x512 at 30 images a second through the plugin: whether any image is lost, and what one costs.
 
 #include "streams.h"
+#include "streams/childrun.h"
+#include "streams/sdkstreams.h"
 #include "support/figures.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QLoggingCategory>
-#include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -35,50 +36,10 @@ QByteArray describe(int cameras)
         .toUtf8();
 }
 
-/** One run in a process of its own, since the cameras of a process are fixed by its environment. */
-int runOne(const std::string& way, int cameras, int seconds)
-{
-    try
-    {
-        const SStreamFigures f =
-            way == "plugin" ? streamThroughThePlugin(cameras, seconds) : streamThroughTheSdk(cameras, seconds);
-        std::printf("%llu %llu %.6f %.1f %d %d\n", static_cast<unsigned long long>(f.images),
-                    static_cast<unsigned long long>(f.losses), f.seconds, f.cpuMicroseconds, f.threads, f.descriptors);
-        return 0;
-    }
-    catch (const std::exception& e)
-    {
-        std::fprintf(stderr, "bench_streaming: %s\n", e.what());
-        return 1;
-    }
-}
-
-SStreamFigures runInChild(const QString& way, int cameras, int seconds)
-{
-    QProcess child;
-    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    child.start(QCoreApplication::applicationFilePath(),
-                {QStringLiteral("--one"), way, QString::number(cameras), QString::number(seconds)});
-    child.waitForFinished(-1);
-    const QList<QByteArray> words = child.readAllStandardOutput().simplified().split(' ');
-    if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0 || words.size() < 6)
-    {
-        throw std::runtime_error(("a run of " + QString::number(cameras) + " cameras failed").toStdString());
-    }
-    SStreamFigures f;
-    f.images = words.at(0).toULongLong();
-    f.losses = words.at(1).toULongLong();
-    f.seconds = words.at(2).toDouble();
-    f.cpuMicroseconds = words.at(3).toDouble();
-    f.threads = words.at(4).toInt();
-    f.descriptors = words.at(5).toInt();
-    return f;
-}
-
 void report(CFigures& figures, int cameras, int seconds)
 {
-    const auto plugin = runInChild(QStringLiteral("plugin"), cameras, seconds);
-    const auto sdk = runInChild(QStringLiteral("sdk"), cameras, seconds);
+    const auto plugin = runInChild("plugin", cameras, seconds);
+    const auto sdk = runInChild("sdk", cameras, seconds);
     const std::string of = ", " + std::to_string(cameras) + (cameras == 1 ? " camera" : " cameras");
     const auto images = static_cast<double>(plugin.images);
     figures.add(
@@ -108,7 +69,15 @@ int main(int argc, char* argv[])
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() == 5 && arguments.at(1) == QLatin1String("--one"))
     {
-        return runOne(arguments.at(2).toStdString(), arguments.at(3).toInt(), arguments.at(4).toInt());
+        // In a process of its own, since the cameras of a process are fixed by its environment.
+        const int cameras = arguments.at(3).toInt();
+        const int ownSeconds = arguments.at(4).toInt();
+        return printRun(
+            [&]
+            {
+                return arguments.at(2) == QLatin1String("plugin") ? streamThroughThePlugin(cameras, ownSeconds)
+                                                                  : streamThroughTheSdk(cameras, ownSeconds);
+            });
     }
     const int seconds = arguments.size() == 2 ? arguments.at(1).toInt() : DefaultSeconds;
     const QTemporaryDir folder;

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <condition_variable>
 #include <mutex>
 
 using namespace Velmo;
@@ -125,6 +126,37 @@ TEST_F(GigEDiscovery, takesWellBelowASecondWithAndWithoutACamera)
     EXPECT_LT(measure(), std::chrono::milliseconds(700));
     const CFakeCamera camera;
     EXPECT_LT(measure(), std::chrono::milliseconds(700));
+}
+
+TEST_F(GigEDiscovery, cameraOfTheLastSearchThatAnswersLateDoesNotVanish)
+{
+    GigE::SetAdapters({"127.0.0.1", "127.0.0.2"});
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool isLate = false;
+    bool isOver = false;
+    CGvcpResponder prompt("127.0.0.1",
+                          [](const Gvcp::SCommand& command) -> std::vector<Gvcp::Bytes>
+                          { return {Gvcp::EncodeDiscoveryAck(command.requestId, SomeCamera("127.0.0.1", "A"))}; });
+    CGvcpResponder late("127.0.0.2",
+                        [&](const Gvcp::SCommand& command) -> std::vector<Gvcp::Bytes>
+                        {
+                            std::unique_lock<std::mutex> lock(mutex);
+                            if (isLate)
+                            {
+                                changed.wait_for(lock, std::chrono::milliseconds(250), [&] { return isOver; });
+                            }
+                            return {Gvcp::EncodeDiscoveryAck(command.requestId, SomeCamera("127.0.0.2", "B"))};
+                        });
+    ASSERT_EQ(Find().size(), 2u);
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        isLate = true;
+    }
+    EXPECT_EQ(Find().size(), 2u);
+    const std::lock_guard<std::mutex> lock(mutex);
+    isOver = true;
+    changed.notify_all();
 }
 
 TEST_F(GigEDiscovery, noCameraGivesAnEmptyList)

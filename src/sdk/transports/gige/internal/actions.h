@@ -51,7 +51,7 @@ private:
 };
 
 /** IGigEExtension::IssueAction by these adapters. */
-std::vector<Transport::SActionAnswer> IssueAction(const std::vector<SAdapter>& adapters,
-                                                  const Transport::SActionCommand& command);
+GIGE_TEST_EXPORT std::vector<Transport::SActionAnswer> IssueAction(const std::vector<SAdapter>& adapters,
+                                                                   const Transport::SActionCommand& command);
 
 } // namespace Velmo::GigE::Internal

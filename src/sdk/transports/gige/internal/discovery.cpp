@@ -22,9 +22,11 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr milliseconds FirstWait{200}; // until something answers
-constexpr milliseconds QuietWait{100}; // after the last new answer
+constexpr milliseconds QuietWait{45};  // after the last answer with news, or twice what the first one took
+constexpr milliseconds MostQuietWait{150};
+constexpr milliseconds PrivilegeWait{100}; // whether a camera is free is asked behind its answer
 constexpr milliseconds LongestWait{400};
-constexpr milliseconds RepeatAfter{60}; // datagrams get lost: ask once more
+constexpr milliseconds RepeatAfter{20}; // datagrams get lost: ask once more
 constexpr std::size_t MostDevices = 4096;
 constexpr std::uint32_t LimitedBroadcast = 0xFFFFFFFF;
 constexpr std::uint32_t LoopbackAddress = 0x7F000001;
@@ -33,8 +35,9 @@ constexpr std::uint32_t LoopbackAddress = 0x7F000001;
 class CPass
 {
 public:
-    CPass(const std::vector<SAdapter>& adapters, std::vector<std::uint32_t> addresses, bool isBroadcasting)
-        : m_addresses(std::move(addresses)), m_isBroadcasting(isBroadcasting),
+    CPass(const std::vector<SAdapter>& adapters, std::vector<std::uint32_t> addresses, std::set<std::uint32_t> expected,
+          bool isBroadcasting)
+        : m_addresses(std::move(addresses)), m_expected(std::move(expected)), m_isBroadcasting(isBroadcasting),
           m_discoveryId(static_cast<std::uint16_t>(std::random_device{}() % 0x7FFF + 1))
     {
         for (const SAdapter& adapter : adapters)
@@ -49,20 +52,19 @@ public:
         {
             return std::move(m_result);
         }
-        const Clock::time_point start = Clock::now();
-        m_deadline = start + FirstWait;
+        m_start = Clock::now();
+        m_deadline = m_start + FirstWait;
         Ask();
         bool isRepeated = false;
-        for (Clock::time_point now = start; now < std::min(m_deadline, start + LongestWait); now = Clock::now())
+        for (Clock::time_point now = m_start; now < GetDeadline(); now = Clock::now())
         {
-            if (!isRepeated && now >= start + RepeatAfter)
+            if (!isRepeated && now >= m_start + RepeatAfter)
             {
                 isRepeated = true;
                 Ask();
                 AskPrivilegesAgain();
             }
-            const Clock::time_point next =
-                std::min({m_deadline, start + LongestWait, isRepeated ? m_deadline : start + RepeatAfter});
+            const Clock::time_point next = isRepeated ? GetDeadline() : std::min(GetDeadline(), m_start + RepeatAfter);
             Wait(std::max(milliseconds(1), std::chrono::ceil<milliseconds>(next - now)));
         }
         return std::move(m_result);
@@ -75,6 +77,14 @@ private:
         CUdpSocket unicast;
         CUdpSocket broadcast; // receives acknowledges from cameras in other subnets
     };
+
+    Clock::time_point GetDeadline() const
+    {
+        const Clock::time_point latest = m_start + LongestWait;
+        const Clock::time_point quiet =
+            m_asked.empty() ? m_deadline : std::max(m_deadline, m_lastAsked + PrivilegeWait);
+        return m_expected.empty() ? std::min(quiet, latest) : latest;
+    }
 
     void OpenSockets(const SAdapter& adapter)
     {
@@ -203,8 +213,15 @@ private:
             }
             return;
         }
+        if (m_result.devices.empty())
+        {
+            // Cameras answer about alike: where the first is slow, the others may be.
+            const auto slow = 2 * std::chrono::ceil<milliseconds>(Clock::now() - m_start);
+            m_quietWait = std::clamp<milliseconds>(slow, QuietWait, MostQuietWait);
+        }
         m_result.devices.push_back(device);
-        m_deadline = Clock::now() + QuietWait;
+        m_expected.erase(device.ip);
+        m_deadline = Clock::now() + m_quietWait;
         if (isReachable)
         {
             AskPrivilege(m_result.devices.size() - 1);
@@ -222,6 +239,7 @@ private:
                 sockets.unicast.Send(Gvcp::EncodeReadRegCmd(id, {Gvbs::ControlChannelPrivilege}), device.ip,
                                      Gvcp::Port);
                 m_asked[id] = index;
+                m_lastAsked = Clock::now();
             }
         }
     }
@@ -248,28 +266,32 @@ private:
         const bool isHeld = isRead ? (values.front() & held) != 0 : true; // only its owner may read from some
         m_result.devices[found->second].access = isHeld ? EAccessStatus::InUse : EAccessStatus::Free;
         m_asked.erase(found);
-        m_deadline = std::max(m_deadline, Clock::now() + QuietWait / 2);
     }
 
     std::vector<std::uint32_t> m_addresses;
+    std::set<std::uint32_t> m_expected; // of those that have not answered yet
     bool m_isBroadcasting;
     std::uint16_t m_discoveryId;
     std::vector<SSockets> m_sockets;
     std::map<std::uint16_t, std::size_t> m_asked; // request identifier to index of the device
-    Clock::time_point m_deadline;
+    Clock::time_point m_start;
+    Clock::time_point m_deadline; // unless an answer is owed
+    Clock::time_point m_lastAsked;
+    milliseconds m_quietWait = QuietWait;
     SDiscoveryResult m_result;
 };
 
 } // namespace
 
-SDiscoveryResult Discover(const std::vector<SAdapter>& adapters, const std::vector<std::uint32_t>& knownAddresses)
+SDiscoveryResult Discover(const std::vector<SAdapter>& adapters, const std::vector<std::uint32_t>& knownAddresses,
+                          std::set<std::uint32_t> expectedAddresses)
 {
-    return CPass(adapters, knownAddresses, true).Run();
+    return CPass(adapters, knownAddresses, std::move(expectedAddresses), true).Run();
 }
 
 SDiscoveryResult DiscoverAddress(const std::vector<SAdapter>& adapters, std::uint32_t address)
 {
-    return CPass(adapters, {address}, false).Run();
+    return CPass(adapters, {address}, {}, false).Run();
 }
 
 } // namespace Velmo::GigE::Internal

@@ -93,6 +93,22 @@ std::vector<std::uint32_t> CGigETransport::AddressesToAsk()
     return {m_remoteAddresses.begin(), m_remoteAddresses.end()};
 }
 
+std::set<std::uint32_t> CGigETransport::AddressesSeen(const SAdapter* pAdapter)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    std::set<std::uint32_t> addresses;
+    for (const CDeviceInfo& info : m_seen)
+    {
+        std::uint32_t address = 0;
+        if ((pAdapter == nullptr || info.GetInterfaceID().str() == pAdapter->id) &&
+            Gvcp::ParseIp(info.GetIpAddress().str(), address))
+        {
+            addresses.insert(address);
+        }
+    }
+    return addresses;
+}
+
 void CGigETransport::Remember(const std::vector<SFoundDevice>& devices)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -105,7 +121,7 @@ void CGigETransport::Remember(const std::vector<SFoundDevice>& devices)
 
 void CGigETransport::EnumerateDevices(DeviceInfoList& list, Transport::EDiscoveryScope scope)
 {
-    const SDiscoveryResult result = Discover(GetAdapters(), AddressesToAsk());
+    const SDiscoveryResult result = Discover(GetAdapters(), AddressesToAsk(), AddressesSeen(nullptr));
     for (const SAdapterFailure& failure : result.failures)
     {
         WarnOnce("The network adapter \"" + failure.adapterId + "\" cannot be used: " + failure.reason +
@@ -221,7 +237,7 @@ DeviceInfoList CGigETransport::GetSeen(const SAdapter& adapter)
 
 DeviceInfoList CGigETransport::Look(const SAdapter& adapter)
 {
-    const SDiscoveryResult result = Discover({adapter}, AddressesToAsk());
+    const SDiscoveryResult result = Discover({adapter}, AddressesToAsk(), AddressesSeen(&adapter));
     if (!result.failures.empty())
     {
         GENICAM_THROW(RuntimeException, "The network adapter \"" + adapter.id +

@@ -47,6 +47,8 @@ private:
     void WarnOnce(const std::string& text);
     void WarnOfUnusable(const std::vector<std::string>& entries);
     std::vector<std::uint32_t> AddressesToAsk();
+    /** Of the cameras that the newest search found, on that adapter or, with null, on all. */
+    std::set<std::uint32_t> AddressesSeen(const SAdapter* pAdapter);
     void Remember(const std::vector<SFoundDevice>& devices);
     /** pAdapter: the only one that was searched; null for all. */
     void KeepSeen(const std::vector<SFoundDevice>& devices, const SAdapter* pAdapter);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "streams.h"
+#include "sdkstreams.h"
 
 #include "velmo/instantcamera.h"
 #include "velmo/tlfactory.h"
