@@ -5,18 +5,22 @@
 #include "gvcpresponder.h"
 #include "protocols/gvbsregisters.h"
 #include "support/fakecamera.h"
+#include "support/gigeclient.h"
 #include "transports/gige/gigetransport.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <thread>
 
 using namespace Velmo;
 using Test::CFakeCamera;
 using Test::CGvcpResponder;
+using Test::CSignal;
+using Test::CStreamBuffers;
+using Test::Execute;
+using Test::GetInteger;
 using Transport::EDiscoveryScope;
 using Transport::EResultStatus;
 using Transport::SStreamResult;
@@ -24,33 +28,6 @@ using namespace std::chrono_literals;
 
 namespace
 {
-
-/** Counts removals and lets a test wait for one. */
-class CRemovalCounter
-{
-public:
-    void Add()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        ++m_count;
-        m_changed.notify_all();
-    }
-    bool Wait(std::chrono::milliseconds timeout)
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        return m_changed.wait_for(lock, timeout, [this] { return m_count > 0; });
-    }
-    int Count()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_count;
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    int m_count = 0;
-};
 
 class GigECamera : public ::testing::Test
 {
@@ -70,46 +47,8 @@ protected:
         pDevice->Open(EDeviceAccess::Control);
         return pDevice;
     }
-    static void Execute(IVelmoDevice& device, const char* command)
-    {
-        GenApi::CCommandPtr(device.GetNodeMap()->GetNode(command))->Execute();
-    }
-    static std::int64_t Integer(GenApi::INodeMap* pNodeMap, const char* name)
-    {
-        return GenApi::CIntegerPtr(pNodeMap->GetNode(name))->GetValue();
-    }
-
     CFakeCamera m_camera;
     std::shared_ptr<Transport::ITransport> m_pTransport = GigE::CreateTransport();
-};
-
-/** An open stream with announced and queued buffers; the context of each is its position. */
-class CBuffers
-{
-public:
-    CBuffers(Transport::IStream& stream, std::size_t count) : m_stream(stream)
-    {
-        m_stream.Open();
-        m_memory.assign(count, std::vector<std::uint8_t>(m_stream.GetPayloadBytes()));
-        for (auto& memory : m_memory)
-        {
-            m_stream.AnnounceBuffer(memory.data(), memory.size(), &memory);
-            m_stream.QueueBuffer(&memory);
-        }
-    }
-    ~CBuffers()
-    {
-        m_stream.Stop();
-        for (auto& memory : m_memory)
-        {
-            m_stream.RevokeBuffer(&memory);
-        }
-        m_stream.Close();
-    }
-
-private:
-    Transport::IStream& m_stream;
-    std::vector<std::vector<std::uint8_t>> m_memory;
 };
 
 } // namespace
@@ -250,7 +189,7 @@ TEST_F(GigECamera, twoHundredImagesArriveCompleteAndInOrder)
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
     GenApi::CFloatPtr(pDevice->GetNodeMap()->GetNode("AcquisitionFrameRate"))->SetValue(100.0);
     Transport::IStream& stream = *pDevice->GetStream(0);
-    const CBuffers buffers(stream, 10);
+    const CStreamBuffers buffers(stream, 10);
     stream.Start();
     Execute(*pDevice, "AcquisitionStart");
     std::uint64_t lastTimestamp = 0;
@@ -267,8 +206,8 @@ TEST_F(GigECamera, twoHundredImagesArriveCompleteAndInOrder)
         stream.QueueBuffer(result.pContext);
     }
     Execute(*pDevice, "AcquisitionStop");
-    EXPECT_GE(Integer(stream.GetNodeMap(), "StreamDeliveredFrameCount"), 200);
-    EXPECT_EQ(Integer(stream.GetNodeMap(), "StreamIncompleteFrameCount"), 0);
+    EXPECT_GE(GetInteger(*stream.GetNodeMap(), "StreamDeliveredFrameCount"), 200);
+    EXPECT_EQ(GetInteger(*stream.GetNodeMap(), "StreamIncompleteFrameCount"), 0);
 }
 
 TEST_F(GigECamera, acquisitionThatWasLeftOverEndsWhenTheCameraIsOpened)
@@ -294,9 +233,9 @@ TEST_F(GigECamera, imageHasItsGeometryAndItsBytes)
     GenApi::CIntegerPtr(pDevice->GetNodeMap()->GetNode("Width"))->SetValue(320);
     GenApi::CIntegerPtr(pDevice->GetNodeMap()->GetNode("Height"))->SetValue(200);
     Transport::IStream& stream = *pDevice->GetStream(0);
-    const CBuffers buffers(stream, 2);
+    const CStreamBuffers buffers(stream, 2);
     EXPECT_EQ(stream.GetPayloadBytes(), 320u * 200u);
-    EXPECT_EQ(Integer(stream.GetNodeMap(), "PayloadSize"), 320 * 200);
+    EXPECT_EQ(GetInteger(*stream.GetNodeMap(), "PayloadSize"), 320 * 200);
     stream.Start();
     Execute(*pDevice, "AcquisitionStart");
     SStreamResult result;
@@ -319,7 +258,7 @@ TEST_F(GigECamera, singleQueuedBufferGivesOneImageAndNoSecond)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
     Transport::IStream& stream = *pDevice->GetStream(0);
-    const CBuffers buffers(stream, 1);
+    const CStreamBuffers buffers(stream, 1);
     stream.Start();
     Execute(*pDevice, "AcquisitionStart");
     SStreamResult result;
@@ -336,7 +275,7 @@ TEST_F(GigECamera, streamStartsAgain)
     Transport::IStream& stream = *pDevice->GetStream(0);
     for (int round = 0; round < 2; ++round)
     {
-        const CBuffers buffers(stream, 4);
+        const CStreamBuffers buffers(stream, 4);
         stream.Start();
         Execute(*pDevice, "AcquisitionStart");
         SStreamResult result;
@@ -354,7 +293,7 @@ TEST_F(GigECamera, stopReturnsEveryQueuedBufferAsCanceled)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
     Transport::IStream& stream = *pDevice->GetStream(0);
-    const CBuffers buffers(stream, 7);
+    const CStreamBuffers buffers(stream, 7);
     stream.Start();
     stream.Stop();
     SStreamResult result;
@@ -403,8 +342,8 @@ TEST_F(GigECamera, wakeUpEndsAWait)
 TEST_F(GigECamera, deathIsReportedOnceWithinThreeSeconds)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    CRemovalCounter removals;
-    pDevice->SetRemovalCallback([&removals] { removals.Add(); });
+    CSignal removals;
+    pDevice->SetRemovalCallback([&removals] { removals.Raise(); });
     const auto start = std::chrono::steady_clock::now();
     m_camera.Kill();
     EXPECT_TRUE(removals.Wait(10s));
@@ -412,7 +351,7 @@ TEST_F(GigECamera, deathIsReportedOnceWithinThreeSeconds)
     EXPECT_LT(took, 3s);
     RecordProperty("milliseconds", static_cast<int>(took / 1ms));
     EXPECT_TRUE(pDevice->IsRemoved());
-    EXPECT_THROW(Integer(pDevice->GetNodeMap(), "Width"), GenICam::GenericException);
+    EXPECT_THROW(GetInteger(*pDevice->GetNodeMap(), "Width"), GenICam::GenericException);
     pDevice->Close();
     EXPECT_TRUE(pDevice->IsRemoved());
     EXPECT_EQ(removals.Count(), 1);
@@ -421,11 +360,11 @@ TEST_F(GigECamera, deathIsReportedOnceWithinThreeSeconds)
 TEST_F(GigECamera, deathWhileGrabbingGivesAllBuffersBackAndClosingDoesNotBlock)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    CRemovalCounter removals;
-    pDevice->SetRemovalCallback([&removals] { removals.Add(); });
+    CSignal removals;
+    pDevice->SetRemovalCallback([&removals] { removals.Raise(); });
     Transport::IStream& stream = *pDevice->GetStream(0);
     {
-        const CBuffers buffers(stream, 5);
+        const CStreamBuffers buffers(stream, 5);
         stream.Start();
         Execute(*pDevice, "AcquisitionStart");
         SStreamResult result;
@@ -464,7 +403,7 @@ TEST_F(GigECamera, stoppingAndClosingRightAfterDeathDoesNotBlock)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
     Transport::IStream& stream = *pDevice->GetStream(0);
-    std::unique_ptr<CBuffers> pBuffers = std::make_unique<CBuffers>(stream, 3);
+    std::unique_ptr<CStreamBuffers> pBuffers = std::make_unique<CStreamBuffers>(stream, 3);
     stream.Start();
     m_camera.Kill();
     const auto start = std::chrono::steady_clock::now();
@@ -477,8 +416,8 @@ TEST_F(GigECamera, cameraThatComesBackIsFoundAndOpensAgain)
 {
     std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
     const GenICam::gcstring fullName = pDevice->GetDeviceInfo().GetFullName();
-    CRemovalCounter removals;
-    pDevice->SetRemovalCallback([&removals] { removals.Add(); });
+    CSignal removals;
+    pDevice->SetRemovalCallback([&removals] { removals.Raise(); });
     m_camera.Kill();
     ASSERT_TRUE(removals.Wait(10s));
     EXPECT_THROW(pDevice->Open(EDeviceAccess::Control), GenICam::GenericException);
@@ -495,8 +434,8 @@ TEST_F(GigECamera, cameraThatComesBackIsFoundAndOpensAgain)
 TEST_F(GigECamera, restartThatIsTooQuickForTheProbeIsALossOfControl)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    CRemovalCounter removals;
-    pDevice->SetRemovalCallback([&removals] { removals.Add(); });
+    CSignal removals;
+    pDevice->SetRemovalCallback([&removals] { removals.Raise(); });
     m_camera.Restart();
     EXPECT_TRUE(removals.Wait(5s));
 }
@@ -504,8 +443,8 @@ TEST_F(GigECamera, restartThatIsTooQuickForTheProbeIsALossOfControl)
 TEST_F(GigECamera, callbackTakenAwayIsNotCalled)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    CRemovalCounter never;
-    pDevice->SetRemovalCallback([&never] { never.Add(); });
+    CSignal never;
+    pDevice->SetRemovalCallback([&never] { never.Raise(); });
     pDevice->SetRemovalCallback(nullptr);
     m_camera.Kill();
     const auto deadline = std::chrono::steady_clock::now() + 10s;
@@ -520,12 +459,12 @@ TEST_F(GigECamera, callbackTakenAwayIsNotCalled)
 TEST_F(GigECamera, deviceMayBeClosedInItsRemovalCallback)
 {
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    CRemovalCounter removals;
+    CSignal removals;
     pDevice->SetRemovalCallback(
         [&]
         {
             pDevice->Close();
-            removals.Add();
+            removals.Raise();
         });
     m_camera.Kill();
     EXPECT_TRUE(removals.Wait(10s));
@@ -542,8 +481,8 @@ TEST_F(GigECamera, adapterOpensAsAnInterfaceWithItsAddresses)
     EXPECT_EQ(pInterface->GetNodeMap(), nullptr);
     pInterface->Open();
     ASSERT_NE(pInterface->GetNodeMap(), nullptr);
-    EXPECT_EQ(Integer(pInterface->GetNodeMap(), "GevInterfaceSubnetIPAddress"), 0x7F000001);
-    EXPECT_EQ(Integer(pInterface->GetNodeMap(), "GevInterfaceSubnetMask"), 0xFF000000);
+    EXPECT_EQ(GetInteger(*pInterface->GetNodeMap(), "GevInterfaceSubnetIPAddress"), 0x7F000001);
+    EXPECT_EQ(GetInteger(*pInterface->GetNodeMap(), "GevInterfaceSubnetMask"), 0xFF000000);
     pInterface->Close();
     EXPECT_FALSE(pInterface->IsOpen());
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "cameraprogram.h"
+#include "support/cameraprogram.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

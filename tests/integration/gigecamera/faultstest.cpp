@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "cameraprogram.h"
-#include "gvcppeer.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
+#include "support/cameraprogram.h"
+#include "support/gvcppeer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,21 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "cameraprogram.h"
 #include "genapi/inodemap.h"
-#include "gvcppeer.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
+#include "support/cameraprogram.h"
+#include "support/gigemonitor.h"
+#include "support/gvcppeer.h"
 #include "transports/gige/gigetransport.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <condition_variable>
-#include <mutex>
-
 using namespace Velmo;
 using Test::CCameraProgram;
+using Test::CGigEMonitor;
 using Test::CGvcpPeer;
 using Test::WriteConfig;
 using ::testing::HasSubstr;
@@ -30,7 +29,6 @@ constexpr std::uint32_t Camera = 0x7F000001;
 constexpr std::uint32_t Group = 0xEFFF0A0A;      // 239.255.10.10
 constexpr std::uint32_t OtherGroup = 0xEFFF0A0B; // 239.255.10.11
 constexpr std::uint32_t PacketBytes = 1500;
-constexpr unsigned int WaitMs = 5000;
 
 void StartAcquisition(CGvcpPeer& controller)
 {
@@ -46,91 +44,6 @@ void OpenStream(CGvcpPeer& controller)
     EXPECT_EQ(controller.Write(Gvbs::HeartbeatTimeout, longMs), Gvcp::EStatus::Success);
 }
 
-/** A monitor of its own transport, as another program has it, with a started stream. */
-class CMonitor
-{
-public:
-    CMonitor() : m_pTransport(GigE::CreateTransport())
-    {
-        DeviceInfoList list;
-        m_pTransport->EnumerateDevices(list, Transport::EDiscoveryScope::All);
-        m_pDevice = m_pTransport->CreateDevice(list.at(0));
-        m_pDevice->SetRemovalCallback(
-            [this]
-            {
-                const std::lock_guard<std::mutex> lock(m_mutex);
-                m_isRemoved = true;
-                m_changed.notify_all();
-            });
-        m_pDevice->Open(EDeviceAccess::Monitor);
-    }
-    ~CMonitor()
-    {
-        m_pDevice->SetRemovalCallback(nullptr);
-        if (!m_memory.empty())
-        {
-            Stream().Stop();
-            for (auto& memory : m_memory)
-            {
-                Stream().RevokeBuffer(&memory);
-            }
-            Stream().Close();
-        }
-    }
-    CMonitor(const CMonitor&) = delete;
-    CMonitor& operator=(const CMonitor&) = delete;
-
-    IVelmoDevice& Device() { return *m_pDevice; }
-    Transport::IStream& Stream() { return *m_pDevice->GetStream(0); }
-    void Start(std::size_t buffers = 20)
-    {
-        Stream().Open();
-        m_memory.assign(buffers, std::vector<std::uint8_t>(Stream().GetPayloadBytes()));
-        for (auto& memory : m_memory)
-        {
-            Stream().AnnounceBuffer(memory.data(), memory.size(), &memory);
-            Stream().QueueBuffer(&memory);
-        }
-        Stream().Start();
-    }
-    /** The next result with its image; the buffer is queued again. */
-    SStreamResult Next(std::vector<std::uint8_t>* pImage = nullptr)
-    {
-        SStreamResult result;
-        if (!Stream().RetrieveResult(result, WaitMs))
-        {
-            throw std::runtime_error("no image came");
-        }
-        const auto& memory = *static_cast<std::vector<std::uint8_t>*>(result.pContext);
-        if (pImage != nullptr)
-        {
-            pImage->assign(memory.begin(), memory.begin() + static_cast<std::ptrdiff_t>(result.payloadBytes));
-        }
-        if (!m_pDevice->IsRemoved())
-        {
-            Stream().QueueBuffer(result.pContext);
-        }
-        return result;
-    }
-    std::int64_t Statistic(const char* name)
-    {
-        return GenApi::CIntegerPtr(Stream().GetNodeMap()->GetNode(name))->GetValue();
-    }
-    bool WaitForRemoval(std::chrono::milliseconds limit)
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        return m_changed.wait_for(lock, limit, [this] { return m_isRemoved; });
-    }
-
-private:
-    std::shared_ptr<Transport::ITransport> m_pTransport;
-    std::unique_ptr<IVelmoDevice> m_pDevice;
-    std::vector<std::vector<std::uint8_t>> m_memory;
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_isRemoved = false;
-};
-
 class Monitor : public ::testing::Test
 {
 protected:
@@ -145,8 +58,8 @@ TEST_F(Monitor, twoOfThemSeeEveryImageThatTheControllerStreamsByMulticast)
     const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50")});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
-    CMonitor first;
-    CMonitor second;
+    CGigEMonitor first;
+    CGigEMonitor second;
     first.Start();
     second.Start();
     StartAcquisition(controller);
@@ -176,7 +89,7 @@ TEST_F(Monitor, seesTheSameBytesAsTheController)
     const CCameraProgram cameras({"--config", WriteConfig("\"AcquisitionMode\": \"SingleFrame\"")});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
-    CMonitor monitor;
+    CGigEMonitor monitor;
     monitor.Start();
     for (int grab = 0; grab < 3; ++grab) // each begins with block id 1 again
     {
@@ -219,7 +132,7 @@ TEST_F(Monitor, looksButCannotTouch)
     const CCameraProgram cameras({"--config", WriteConfig("")});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
-    CMonitor monitor;
+    CGigEMonitor monitor;
     const GenApi::CIntegerPtr width(monitor.Device().GetNodeMap()->GetNode("Width"));
     EXPECT_EQ(width->GetValue(), 640);
     EXPECT_EQ(width->GetAccessMode(), GenApi::EAccessMode::RO);
@@ -233,7 +146,7 @@ TEST_F(Monitor, looksButCannotTouch)
 TEST_F(Monitor, takesTheStreamAsTheControllerConfiguredIt)
 {
     const CCameraProgram cameras({"--config", WriteConfig("")});
-    CMonitor monitor;
+    CGigEMonitor monitor;
     monitor.Stream().Open();
     const GenApi::CEnumerationPtr type(monitor.Stream().GetNodeMap()->GetNode("TransmissionType"));
     EXPECT_NO_THROW(type->FromString("UseCameraConfig"));
@@ -244,7 +157,7 @@ TEST_F(Monitor, takesTheStreamAsTheControllerConfiguredIt)
 TEST_F(Monitor, aStreamThatIsNotMulticastIsRefusedInWords)
 {
     const CCameraProgram cameras({"--config", WriteConfig("")});
-    CMonitor monitor;
+    CGigEMonitor monitor;
     try
     {
         monitor.Start();
@@ -279,7 +192,7 @@ TEST_F(Monitor, aCameraThatSomebodyHasForHimselfAloneIsRefused)
     const CCameraProgram cameras({"--config", WriteConfig("")});
     CGvcpPeer controller;
     ASSERT_EQ(controller.Write(Gvbs::ControlChannelPrivilege, Gvbs::CcpExclusiveAccess), Gvcp::EStatus::Success);
-    EXPECT_THROW(CMonitor(), GenICam::AccessException);
+    EXPECT_THROW(CGigEMonitor(), GenICam::AccessException);
 }
 
 TEST_F(Monitor, lossIsAFailedImageWithItsReasonAndTheNextImagesCome)
@@ -287,7 +200,7 @@ TEST_F(Monitor, lossIsAFailedImageWithItsReasonAndTheNextImagesCome)
     const CCameraProgram cameras({"--config", WriteConfig(""), "--fault", "lost=2"});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
-    CMonitor monitor;
+    CGigEMonitor monitor;
     monitor.Start(60);
     StartAcquisition(controller);
     int good = 0;
@@ -317,7 +230,7 @@ TEST_F(Monitor, disorderAndDuplicatesDoNotHurt)
     const CCameraProgram cameras({"--config", WriteConfig(""), "--fault", "reordered=50", "--fault", "duplicated=50"});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
-    CMonitor monitor;
+    CGigEMonitor monitor;
     monitor.Start();
     StartAcquisition(controller);
     for (std::uint64_t image = 1; image <= 100; ++image)
@@ -331,7 +244,7 @@ TEST_F(Monitor, disorderAndDuplicatesDoNotHurt)
 TEST_F(Monitor, followsTheControllerToAnotherGroup)
 {
     const CCameraProgram cameras({"--config", WriteConfig("\"AcquisitionMode\": \"SingleFrame\"")});
-    CMonitor monitor;
+    CGigEMonitor monitor;
     {
         CGvcpPeer controller(Camera, Group);
         OpenStream(controller);
@@ -359,7 +272,7 @@ TEST_F(Monitor, theLossOfTheCameraIsNoticed)
     CCameraProgram cameras({"--config", WriteConfig("")});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
-    CMonitor monitor;
+    CGigEMonitor monitor;
     monitor.Start(4);
     cameras.Kill();
     EXPECT_TRUE(monitor.WaitForRemoval(3s));

@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "gigeclient.h"
-
 #include "support/fakecamera.h"
+#include "support/gigeclient.h"
 #include "support/warnings.h"
 #include "transports/gige/gigetransport.h"
 #include "transports/gige/internal/socketbuffer.h"

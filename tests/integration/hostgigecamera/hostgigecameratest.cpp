@@ -10,12 +10,12 @@
 #include "camerapool/iimagedecompressorservice.h"
 #include "hostkit/cameranames.h"
 #include "hostkit/host.h"
-#include "integration/gigecamera/cameraprogram.h"
-#include "integration/gigecamera/gvcppeer.h"
 #include "parametercollection/iparametercollection.h"
 #include "parametercollection/parameterpath.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
+#include "support/cameraprogram.h"
+#include "support/gvcppeer.h"
 
 #include <gtest/gtest.h>
 

@@ -363,7 +363,7 @@ void CFrameAssembler::Judge(const SFrame& frame, Transport::SStreamResult& resul
         m_counters.missing += missing;
         Fail(result, ARV_BUFFER_STATUS_MISSING_PACKETS,
              "The image is incomplete: at least " + std::to_string(missing) +
-                 " packets are missing, and what only receives cannot ask for them again.");
+                 " packets are missing, and those of a multicast stream are not asked for again.");
     }
     else if (isCut)
     {

@@ -180,7 +180,7 @@ void CGigEDevice::OpenMonitor()
     try
     {
         m_pMonitor = OpenMonitorCamera(Name(), m_adapterIp, m_deviceIp, m_pRemoval);
-        m_monitorStream.Attach(m_pMonitor.get());
+        m_monitorStream.Attach(*m_pMonitor);
         Watch([this] { m_monitorStream.OnRemoved(); });
     }
     catch (...)
@@ -201,7 +201,7 @@ void CGigEDevice::OpenControl()
     {
         m_pCamera = OpenCamera();
         m_pParameters = MakeParameters();
-        m_stream.Attach(m_pCamera.get());
+        m_stream.Attach(*m_pCamera);
         Watch([this] { m_stream.OnRemoved(); });
         m_lostHandler =
             g_signal_connect_data(m_pCamera->pEngine.get(), "control-lost", G_CALLBACK(&OnControlLost),

@@ -5,13 +5,14 @@
 
 #include "protocols/gvbsregisters.h"
 #include "transport/log.h"
+#include "transports/gige/internal/enginereception.h"
+#include "transports/gige/internal/multicastreception.h"
 #include "transports/gige/internal/opencamera.h"
 #include "transports/gige/internal/reaper.h"
 #include "transports/gige/internal/socketbuffer.h"
-#include "transports/gige/internal/streamresult.h"
 
-#include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace Velmo::GigE::Internal
 {
@@ -19,132 +20,97 @@ namespace Velmo::GigE::Internal
 namespace
 {
 constexpr std::uint32_t LoopbackPacketBytes = 9000;
+
+/** So that the camera sends nothing more to the group. */
+void CloseChannel(const SOpenCamera& camera)
+{
+    if (camera.pRemoval->IsRemoved() || !camera.isAnswering())
+    {
+        return; // the engine would wait for its answer for seconds
+    }
+    try
+    {
+        camera.pPort->WriteRegister(Gvbs::StreamChannelPort, 0);
+    }
+    catch (const GenICam::GenericException& e)
+    {
+        Log(ELogLevel::Info, "velmo.gige",
+            "Camera " + camera.name + " may go on sending to its multicast group: " + e.GetDescription());
+    }
+}
+
 } // namespace
 
-CGigEStream::CGigEStream(CReaper& reaper) : m_reaper(reaper) {}
+CGigEStream::CGigEStream(CReaper& reaper) : ACameraStream("GigEStreamGrabber"), m_reaper(reaper) {}
 
-CGigEStream::~CGigEStream()
+CGigEStream::~CGigEStream() = default;
+
+void CGigEStream::Attach(SOpenCamera& camera)
 {
-    Stop();
+    AttachTo(camera);
 }
 
-SOpenCamera& CGigEStream::Camera() const
+SOpenCamera& CGigEStream::Controlled() const
 {
-    if (m_pCamera == nullptr)
-    {
-        GENICAM_THROW(RuntimeException, "The stream cannot be used: its camera is not open.");
-    }
-    return *m_pCamera;
+    return static_cast<SOpenCamera&>(Camera()); // see Attach
 }
 
-void CGigEStream::Attach(SOpenCamera* pCamera)
+GenApi::INodeMap& CGigEStream::Features()
 {
-    m_pCamera = pCamera;
+    return *Controlled().pNodeMap;
 }
 
-void CGigEStream::Detach()
+std::unique_ptr<IReception> CGigEStream::MakeReception(Deliver deliver)
 {
-    Close();
-    m_pCamera = nullptr;
-}
-
-void CGigEStream::Open()
-{
-    Camera();
-    if (!IsOpen())
-    {
-        BuildParameters();
-    }
-}
-
-void CGigEStream::Close()
-{
-    Stop();
-    m_pParameters.reset();
-}
-
-GenApi::INodeMap* CGigEStream::GetNodeMap()
-{
-    return IsOpen() ? m_pParameters->Get() : nullptr;
-}
-
-std::size_t CGigEStream::GetPayloadBytes()
-{
-    const SOpenCamera& camera = Camera();
-    const GenApi::CIntegerPtr pPayloadSize(camera.pNodeMap->GetNode("PayloadSize"));
-    if (!pPayloadSize)
-    {
-        GENICAM_THROW(RuntimeException, "The description of camera " + camera.name + " has no PayloadSize.");
-    }
-    return static_cast<std::size_t>(std::max<std::int64_t>(0, pPayloadSize->GetValue()));
-}
-
-void CGigEStream::AnnounceBuffer(void* pMemory, std::size_t bytes, void* pContext)
-{
-    if (pMemory == nullptr || bytes == 0)
-    {
-        GENICAM_THROW(InvalidArgumentException, "A buffer needs memory.");
-    }
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_announced.count(pContext) != 0)
-    {
-        GENICAM_THROW(InvalidArgumentException, "The buffer is announced already.");
-    }
-    m_announced[pContext] = {ObjectPtr<ArvBuffer>(arv_buffer_new_full(bytes, pMemory, pContext, nullptr)), bytes};
-}
-
-void CGigEStream::RevokeBuffer(void* pContext)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (std::find(m_queued.begin(), m_queued.end(), pContext) != m_queued.end())
-    {
-        GENICAM_THROW(LogicalErrorException, "The buffer is still queued; stop the stream before revoking it.");
-    }
-    m_announced.erase(pContext);
-}
-
-void CGigEStream::QueueBuffer(void* pContext)
-{
-    if (Camera().pRemoval->IsRemoved())
-    {
-        GENICAM_THROW(RuntimeException, "The camera " + Camera().name + " was removed.");
-    }
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const auto found = m_announced.find(pContext);
-    if (found == m_announced.end())
-    {
-        GENICAM_THROW(InvalidArgumentException, "The buffer was not announced.");
-    }
-    if (std::find(m_queued.begin(), m_queued.end(), pContext) != m_queued.end())
-    {
-        GENICAM_THROW(LogicalErrorException, "The buffer is queued already.");
-    }
-    m_queued.push_back(pContext);
-    if (m_pStream != nullptr)
-    {
-        arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(found->second.pBuffer.get())));
-    }
-}
-
-void CGigEStream::Start()
-{
-    const std::lock_guard<std::mutex> engineLock(m_engineMutex);
-    if (Camera().pRemoval->IsRemoved())
-    {
-        GENICAM_THROW(RuntimeException, "The camera " + Camera().name + " was removed.");
-    }
-    if (m_pStream != nullptr)
-    {
-        GENICAM_THROW(LogicalErrorException, "The stream of camera " + Camera().name + " is started already.");
-    }
     ChoosePacketSize();
     AskForGeometry();
-    CreateEngineStream();
+    return m_transmissionType == TransmissionType::Multicast ? MakeMulticast(std::move(deliver))
+                                                             : MakeUnicast(std::move(deliver));
+}
+
+std::unique_ptr<IReception> CGigEStream::MakeUnicast(Deliver deliver)
+{
+    CEngineReception::SSettings settings;
+    settings.isResending = m_isResending;
+    settings.packetTimeoutUs = m_packetTimeoutUs;
+    settings.frameRetentionUs = m_frameRetentionUs;
+    settings.payloadBytes = GetPayloadBytes();
+    return std::make_unique<CEngineReception>(Controlled(), m_reaper, settings, std::move(deliver));
+}
+
+std::unique_ptr<IReception> CGigEStream::MakeMulticast(Deliver deliver)
+{
+    SOpenCamera& camera = Controlled();
+    CGvspReceiver::SConfig config;
+    config.group.ip = static_cast<std::uint32_t>(m_groupIp);
+    config.group.port = static_cast<std::uint16_t>(m_groupPort);
+    config.adapterIp = camera.adapterIp;
+    config.cameraIp = camera.deviceIp;
+    config.cameraName = camera.name;
+    config.packetBytes = camera.pPort->ReadRegister(Gvbs::StreamChannelPacketSize) & Gvbs::ScpsPacketSizeMask;
+    config.socketBufferBytes = SizeMulticastSocketBuffer(camera.name, GetPayloadBytes());
+    CMulticastReception::SHooks hooks;
+    hooks.joined = [&camera](const SMulticastGroup& group)
+    {
+        // The port last: it opens the channel.
+        camera.pPort->WriteRegister(Gvbs::StreamChannelDestination, group.ip);
+        camera.pPort->WriteRegister(Gvbs::StreamChannelPort, group.port);
+    };
+    hooks.lookAgain = []
+    {
+        return std::nullopt; // it is this application that says where the stream goes
+    };
+    hooks.left = [&camera]
+    {
+        CloseChannel(camera);
+    };
+    return std::make_unique<CMulticastReception>(std::move(config), std::chrono::microseconds(m_frameRetentionUs),
+                                                 std::move(hooks), std::move(deliver));
 }
 
 void CGigEStream::ChoosePacketSize()
 {
-    SOpenCamera& camera = Camera();
+    SOpenCamera& camera = Controlled();
     const bool isWanted = m_isChoosingPacketSize && !camera.isPacketSizeChosen;
     camera.isPacketSizeChosen = true;
     if (!isWanted)
@@ -185,7 +151,7 @@ void CGigEStream::AskForGeometry()
 {
     // Payloads with chunks tell the image's geometry only to an application that said that it understands it. Cameras
     // before version 2 of the standard do not have the register.
-    SOpenCamera& camera = Camera();
+    SOpenCamera& camera = Controlled();
     constexpr std::uint32_t firstVersion = 0x00020000;
     try
     {
@@ -206,152 +172,6 @@ void CGigEStream::AskForGeometry()
         Log(ELogLevel::Info, "velmo.gige",
             "Camera " + camera.name + ": images with chunks may come without their geometry: " + e.GetDescription());
     }
-}
-
-void CGigEStream::CreateEngineStream()
-{
-    SOpenCamera& camera = Camera();
-    const std::size_t payloadBytes = GetPayloadBytes();
-    CEngineError error;
-    ObjectPtr<ArvStream> pStream(
-        arv_device_create_stream(camera.pEngine.get(), &CGigEStream::OnEngineEvent, this, error.Receive()));
-    if (pStream == nullptr)
-    {
-        error.Throw("The stream of camera " + camera.name + " cannot be started");
-    }
-    g_object_set(pStream.get(), "packet-resend",
-                 m_isResending ? ARV_GV_STREAM_PACKET_RESEND_ALWAYS : ARV_GV_STREAM_PACKET_RESEND_NEVER,
-                 "packet-timeout", static_cast<guint>(m_packetTimeoutUs), "frame-retention",
-                 static_cast<guint>(m_frameRetentionUs), nullptr);
-    SizeSocketBuffer(pStream.get(), payloadBytes);
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_blockCounter = CBlockCounter();
-    m_statistics = SStatistics();
-    m_pStream = pStream.release();
-    for (void* pContext : m_queued)
-    {
-        arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(m_announced[pContext].pBuffer.get())));
-    }
-}
-
-void CGigEStream::SizeSocketBuffer(ArvStream* pStream, std::size_t payloadBytes)
-{
-    const std::size_t bytes = Internal::SizeSocketBuffer(Camera().name, payloadBytes);
-    g_object_set(pStream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size",
-                 static_cast<gint>(bytes), nullptr);
-    // The engine applies that with the first packet only, which is too late for the first image.
-    if (!ApplySocketBuffer(Camera().adapterIp, arv_gv_stream_get_port(ARV_GV_STREAM(pStream)), bytes))
-    {
-        Log(ELogLevel::Warning, "velmo.gige",
-            "Camera " + Camera().name + ": the receive buffer could not be sized before the first image, which may " +
-                "arrive incompletely.");
-    }
-}
-
-void CGigEStream::OnEngineEvent(void* pUser, ArvStreamCallbackType type, ArvBuffer*)
-{
-    if (type != ARV_STREAM_CALLBACK_TYPE_BUFFER_DONE)
-    {
-        return;
-    }
-    // Not before: the thread of a stream that is only waiting for its destruction has no stream object behind it.
-    auto* pThis = static_cast<CGigEStream*>(pUser);
-    const std::lock_guard<std::mutex> lock(pThis->m_mutex);
-    if (pThis->m_pStream != nullptr)
-    {
-        pThis->TakeResults(pThis->m_pStream);
-    }
-}
-
-void CGigEStream::TakeResults(ArvStream* pStream)
-{
-    while (ArvBuffer* pBuffer = arv_stream_try_pop_buffer(pStream))
-    {
-        const ObjectPtr<ArvBuffer> reference(pBuffer);
-        const auto announced = m_announced.find(const_cast<void*>(arv_buffer_get_user_data(pBuffer)));
-        m_results.push_back(MakeStreamResult(pBuffer, announced == m_announced.end() ? 0 : announced->second.bytes));
-        m_results.back().blockId = m_blockCounter.Extend(m_results.back().blockId);
-        m_statistics.lost = m_blockCounter.CountSkipped();
-        const auto queued = std::find(m_queued.begin(), m_queued.end(), m_results.back().pContext);
-        if (queued != m_queued.end())
-        {
-            m_queued.erase(queued);
-        }
-    }
-    m_changed.notify_all();
-}
-
-void CGigEStream::Stop()
-{
-    EndEngineStream();
-    CancelQueued();
-}
-
-void CGigEStream::OnRemoved()
-{
-    EndEngineStream();
-    CancelQueued();
-}
-
-void CGigEStream::EndEngineStream()
-{
-    const std::lock_guard<std::mutex> engineLock(m_engineMutex);
-    ReadStatistics();
-    ArvStream* pStream = nullptr;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        std::swap(pStream, m_pStream);
-    }
-    if (pStream == nullptr)
-    {
-        return;
-    }
-    if (m_pCamera->pRemoval->IsRemoved() || !m_pCamera->isAnswering())
-    {
-        // The engine would wait for the camera's answers for seconds. Only its thread ends now, and gives up the
-        // buffers; destroying the stream ends the thread once more, for which it must run.
-        arv_stream_stop_thread(pStream, TRUE);
-        m_reaper.Add(m_pCamera->deviceIp,
-                     [pStream]
-                     {
-                         arv_stream_start_thread(pStream);
-                         g_object_unref(pStream);
-                     });
-        return;
-    }
-    g_object_unref(pStream);
-}
-
-void CGigEStream::CancelQueued()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    for (void* pContext : m_queued)
-    {
-        m_results.push_back(MakeCanceledResult(pContext));
-    }
-    m_queued.clear();
-    m_changed.notify_all();
-}
-
-bool CGigEStream::RetrieveResult(Transport::SStreamResult& result, unsigned int timeoutMs)
-{
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_changed.wait_for(lock, std::chrono::milliseconds(timeoutMs), [this] { return m_isWakeUp || !m_results.empty(); });
-    m_isWakeUp = false;
-    if (m_results.empty())
-    {
-        return false;
-    }
-    result = std::move(m_results.front());
-    m_results.pop_front();
-    return true;
-}
-
-void CGigEStream::WakeUp()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_isWakeUp = true;
-    m_changed.notify_all();
 }
 
 } // namespace Velmo::GigE::Internal

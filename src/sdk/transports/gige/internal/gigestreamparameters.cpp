@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "transports/gige/internal/gigestream.h"
-#include "transports/gige/internal/streamparameters.h"
+#include "transports/gige/internal/opencamera.h"
+
+#include <utility>
 
 namespace Velmo::GigE::Internal
 {
@@ -10,7 +12,26 @@ namespace Velmo::GigE::Internal
 namespace
 {
 
-void AddSwitch(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, bool& member)
+// RFC 5771: the groups below are the network's own.
+constexpr std::int64_t LowestGroup = 0xE0000100;  // 224.0.1.0
+constexpr std::int64_t HighestGroup = 0xEFFFFFFF; // 239.255.255.255
+
+Transport::SSoftwareParameter MakeNumber(const char* name, const char* toolTip, std::atomic<std::int64_t>& member)
+{
+    Transport::SSoftwareParameter parameter;
+    parameter.name = name;
+    parameter.toolTip = toolTip;
+    parameter.isCustom = true;
+    parameter.value = member;
+    parameter.setter = [&member](std::int64_t value)
+    {
+        member = value;
+    };
+    return parameter;
+}
+
+void AddSwitch(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
+               std::atomic<bool>& member)
 {
     Transport::SSoftwareParameter parameter;
     parameter.name = name;
@@ -26,92 +47,58 @@ void AddSwitch(Transport::CSoftwareNodeMap& parameters, const char* name, const 
 
 } // namespace
 
-void AddTime(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip, std::int64_t& member)
+void AddTime(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
+             std::atomic<std::int64_t>& member)
 {
-    constexpr std::int64_t leastUs = 1000;
-    constexpr std::int64_t mostUs = 10000000;
-    Transport::SSoftwareParameter parameter;
-    parameter.name = name;
-    parameter.toolTip = toolTip;
-    parameter.isCustom = true;
+    Transport::SSoftwareParameter parameter = MakeNumber(name, toolTip, member);
     parameter.unit = "us";
-    parameter.min = leastUs;
-    parameter.max = mostUs;
-    parameter.value = member;
-    parameter.setter = [&member](std::int64_t value)
-    {
-        member = value;
-    };
+    parameter.min = 1000;
+    parameter.max = 10000000;
     parameters.AddInteger(std::move(parameter));
 }
 
-void CGigEStream::BuildParameters()
+void CGigEStream::AddTransmission(Transport::CSoftwareNodeMap& parameters)
 {
-    auto pParameters = std::make_unique<Transport::CSoftwareNodeMap>("GigEStreamGrabber");
-    Transport::SSoftwareParameter payload;
-    payload.name = "PayloadSize";
-    payload.toolTip = "Bytes a buffer must hold.";
-    payload.unit = "B";
-    payload.getter = [this]
+    Transport::SSoftwareParameter type =
+        MakeNumber("TransmissionType",
+                   "Where the camera streams to: this application alone, or a multicast group that others can listen "
+                   "to; used from the next start on.",
+                   m_transmissionType);
+    type.entries = {{"Unicast", TransmissionType::Unicast}, {"Multicast", TransmissionType::Multicast}};
+    parameters.AddEnumeration(std::move(type));
+    if (m_groupIp == 0)
     {
-        return static_cast<std::int64_t>(GetPayloadBytes());
-    };
-    pParameters->AddInteger(std::move(payload));
-    AddTime(*pParameters, "PacketTimeout", "Time after which a missing packet is asked for again.", m_packetTimeoutUs);
-    AddTime(*pParameters, "FrameRetention", "Time after the last packet until an incomplete image is given up.",
+        // Cameras of one network differ in the end of their address: each has a group of its own.
+        constexpr std::uint32_t siteLocal = 0xEFFF0000; // 239.255.0.0/16, RFC 2365
+        constexpr std::uint32_t hostMask = 0xFFFF;
+        m_groupIp = siteLocal | (Camera().deviceIp & hostMask);
+    }
+    Transport::SSoftwareParameter address = MakeNumber(
+        "DestinationAddr", "The group of a multicast; used from the next start with multicast on.", m_groupIp);
+    address.min = LowestGroup;
+    address.max = HighestGroup;
+    address.representation = "IPV4Address";
+    parameters.AddInteger(std::move(address));
+    Transport::SSoftwareParameter port =
+        MakeNumber("DestinationPort",
+                   "The UDP port of a multicast, 0 for any that is free; used from the next start with multicast on.",
+                   m_groupPort);
+    port.max = 65535;
+    parameters.AddInteger(std::move(port));
+}
+
+void CGigEStream::AddSettings(Transport::CSoftwareNodeMap& parameters)
+{
+    AddTransmission(parameters);
+    AddTime(parameters, "PacketTimeout", "Time after which a missing packet is asked for again; not with multicast.",
+            m_packetTimeoutUs);
+    AddTime(parameters, "FrameRetention", "Time after the last packet until an incomplete image is given up.",
             m_frameRetentionUs);
-    AddSwitch(*pParameters, "EnableResend", "Ask the camera for missing packets; used from the next start on.",
-              m_isResending);
-    AddSwitch(*pParameters, "AutoPacketSize",
+    AddSwitch(parameters, "EnableResend",
+              "Ask the camera for missing packets; used from the next start on, not with multicast.", m_isResending);
+    AddSwitch(parameters, "AutoPacketSize",
               "Choose the largest packet size that gets through, unless the camera's was changed.",
               m_isChoosingPacketSize);
-    constexpr bool isCustom = true; // GenTL SFNC has the first two only; the others are named after them
-    AddStatistic(*pParameters, "StreamDeliveredFrameCount", "Images received completely.", &SStatistics::delivered,
-                 !isCustom);
-    AddStatistic(*pParameters, "StreamLostFrameCount",
-                 "Images of which nothing was received, by the gaps in the camera's numbers.", &SStatistics::lost,
-                 !isCustom);
-    AddStatistic(*pParameters, "StreamIncompleteFrameCount", "Images received incompletely.", &SStatistics::incomplete,
-                 isCustom);
-    AddStatistic(*pParameters, "StreamPacketResendRequestCount", "Packets that the camera was asked for again.",
-                 &SStatistics::askedFor, isCustom);
-    AddStatistic(*pParameters, "StreamPacketResendCount", "Packets that came after they were asked for again.",
-                 &SStatistics::resent, isCustom);
-    AddStatistic(*pParameters, "StreamPacketMissingCount", "Packets that never came.", &SStatistics::missing, isCustom);
-    pParameters->Build();
-    m_pParameters = std::move(pParameters);
-}
-
-void CGigEStream::AddStatistic(Transport::CSoftwareNodeMap& parameters, const char* name, const char* toolTip,
-                               std::uint64_t SStatistics::*pMember, bool isCustom)
-{
-    Transport::SSoftwareParameter parameter;
-    parameter.name = name;
-    parameter.toolTip = toolTip;
-    parameter.isCustom = isCustom;
-    parameter.getter = [this, pMember]
-    {
-        return static_cast<std::int64_t>(ReadStatistics().*pMember);
-    };
-    parameters.AddInteger(std::move(parameter));
-}
-
-CGigEStream::SStatistics CGigEStream::ReadStatistics()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_pStream != nullptr)
-    {
-        const auto count = [this](const char* name)
-        {
-            return arv_stream_get_info_uint64_by_name(m_pStream, name);
-        };
-        m_statistics.delivered = count("n_completed_buffers");
-        m_statistics.incomplete = count("n_failures");
-        m_statistics.askedFor = count("n_resend_requests");
-        m_statistics.resent = count("n_resent_packets");
-        m_statistics.missing = count("n_missing_packets");
-    }
-    return m_statistics;
 }
 
 } // namespace Velmo::GigE::Internal

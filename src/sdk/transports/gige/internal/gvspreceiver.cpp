@@ -70,10 +70,18 @@ int JoinGroup(const CGvspReceiver::SConfig& config)
     return socket;
 }
 
+SMulticastGroup GroupOf(int socket)
+{
+    sockaddr_in address{};
+    socklen_t bytes = sizeof address;
+    getsockname(socket, reinterpret_cast<sockaddr*>(&address), &bytes);
+    return {ntohl(address.sin_addr.s_addr), ntohs(address.sin_port)};
+}
+
 } // namespace
 
 CGvspReceiver::CGvspReceiver(SConfig config, SSink sink)
-    : m_config(std::move(config)), m_sink(std::move(sink)), m_socket(JoinGroup(m_config)),
+    : m_config(std::move(config)), m_sink(std::move(sink)), m_socket(JoinGroup(m_config)), m_joined(GroupOf(m_socket)),
       m_stopDescriptor(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
       m_slotBytes(std::min(DatagramBytes, std::max(JumboBytes, m_config.packetBytes)))
 {

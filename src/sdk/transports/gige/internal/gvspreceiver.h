@@ -59,7 +59,7 @@ public:
     };
     struct SConfig
     {
-        SMulticastGroup group;
+        SMulticastGroup group; // port 0: one that is free
         std::uint32_t adapterIp = 0;
         std::uint32_t cameraIp = 0;  // datagrams of others are dropped
         std::size_t packetBytes = 0; // expected at most; larger ones are learnt, at the price of the first of them
@@ -73,6 +73,9 @@ public:
     CGvspReceiver(const CGvspReceiver&) = delete;
     CGvspReceiver& operator=(const CGvspReceiver&) = delete;
 
+    /** The group as it was joined at first, with the port that the system chose where none was given. */
+    const SMulticastGroup& GetJoined() const { return m_joined; }
+
 private:
     void Run();
     void Wait(Time deadline) const;
@@ -82,6 +85,7 @@ private:
     SConfig m_config;
     const SSink m_sink;
     int m_socket = -1;
+    const SMulticastGroup m_joined;
     int m_stopDescriptor = -1;
     std::size_t m_slotBytes = 0; // of one datagram
     std::vector<std::uint8_t> m_memory;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "transports/gige/internal/camera.h"
 #include "transports/gige/internal/monitorport.h"
 
 #include "genapi/inodemap.h"
@@ -14,13 +15,9 @@
 namespace Velmo::GigE::Internal
 {
 
-/** A camera that is watched, from Open to Close; held by its device, used by its monitor stream. */
-struct SMonitorCamera
+/** A camera that is watched. */
+struct SMonitorCamera : SCamera
 {
-    std::string name;            // for texts
-    std::uint32_t deviceIp = 0;  // host byte order
-    std::uint32_t adapterIp = 0; // host byte order
-    std::shared_ptr<CRemoval> pRemoval;
     std::unique_ptr<CMonitorPort> pPort;
     std::unique_ptr<GenApi::INodeMap> pNodeMap; // before the port in destruction
     // The same features once more, for the stream: it must read what the controlling application may have changed

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "transports/gige/internal/camera.h"
 #include "transports/gige/internal/deviceport.h"
 
 #include "genapi/inodemap.h"
@@ -10,20 +11,15 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace Velmo::GigE::Internal
 {
 
-/** What belongs to a camera from Open to Close; held by its device, used by its stream. */
-struct SOpenCamera
+/** A camera that is controlled. */
+struct SOpenCamera : SCamera
 {
-    std::string name;            // for texts
-    std::uint32_t deviceIp = 0;  // host byte order
-    std::uint32_t adapterIp = 0; // host byte order
     bool isLoopback = false;
     ObjectPtr<ArvDevice> pEngine;
-    std::shared_ptr<CRemoval> pRemoval;
     std::unique_ptr<CDevicePort> pPort;
     std::unique_ptr<GenApi::INodeMap> pNodeMap; // before the port in destruction
     std::uint32_t packetSettingAtOpen = 0;      // to see whether the user chose another

@@ -80,7 +80,7 @@ std::size_t SizeSocketBuffer(const std::string& cameraName, std::size_t payloadB
     return size.bytes;
 }
 
-std::size_t SizeMonitorSocketBuffer(const std::string& cameraName, std::size_t payloadBytes)
+std::size_t SizeMulticastSocketBuffer(const std::string& cameraName, std::size_t payloadBytes)
 {
     constexpr std::size_t plenty = std::size_t{32} << 20;
     const std::size_t least = SizeSocketBuffer(cameraName, payloadBytes);

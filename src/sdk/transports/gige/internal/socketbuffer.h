@@ -29,7 +29,7 @@ GIGE_TEST_EXPORT SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes, std:
 /** What the stream of that camera gets, in bytes; a warning is logged when the system allows too little. */
 std::size_t SizeSocketBuffer(const std::string& cameraName, std::size_t payloadBytes);
 /** The same for a stream whose missing packets cannot be asked for again: what the system allows, within reason. */
-std::size_t SizeMonitorSocketBuffer(const std::string& cameraName, std::size_t payloadBytes);
+std::size_t SizeMulticastSocketBuffer(const std::string& cameraName, std::size_t payloadBytes);
 
 /** Sizes the receive buffer of this process's UDP socket at that address (host byte order); false when there is none.
  */

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "gvcppeer.h"
+#include "support/gvcppeer.h"
 
 #include "protocols/gvbsregisters.h"
 

@@ -23,13 +23,16 @@ class CSignal
 public:
     void Raise();
     bool Wait(std::chrono::milliseconds timeout);
+    /** How often it was raised. */
+    int Count();
 
 private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    bool m_isRaised = false;
+    int m_count = 0;
 };
 
+void Execute(Velmo::IVelmoDevice& device, const char* command);
 void SetFloat(Velmo::IVelmoDevice& device, const char* name, double value);
 std::int64_t GetInteger(GenApi::INodeMap& nodeMap, const char* name);
 
@@ -40,8 +43,11 @@ public:
     CGigEClient();
     Velmo::Transport::ITransport& Transport() { return *m_pTransport; }
     Velmo::DeviceInfoList Find(Velmo::Transport::EDiscoveryScope scope);
-    /** Discovers and opens; throws std::runtime_error when no camera has that serial number. */
-    std::unique_ptr<Velmo::IVelmoDevice> Open(const std::string& serial);
+    /** Discovers; throws std::runtime_error when no camera has that serial number. */
+    std::unique_ptr<Velmo::IVelmoDevice> Create(const std::string& serial);
+    /** The same, opened. */
+    std::unique_ptr<Velmo::IVelmoDevice> Open(const std::string& serial,
+                                              Velmo::EDeviceAccess access = Velmo::EDeviceAccess::Control);
     /** Discovers until the camera can be opened. */
     bool WaitForUsable(const std::string& serial, std::chrono::seconds timeout);
 
@@ -49,23 +55,40 @@ private:
     std::shared_ptr<Velmo::Transport::ITransport> m_pTransport;
 };
 
+/** A stream, opened, with announced and queued buffers; it is stopped and closed with the object. */
+class CStreamBuffers
+{
+public:
+    CStreamBuffers(Velmo::Transport::IStream& stream, std::size_t count);
+    ~CStreamBuffers();
+    CStreamBuffers(const CStreamBuffers&) = delete;
+    CStreamBuffers& operator=(const CStreamBuffers&) = delete;
+
+    /** The next result, whose buffer is queued again if it can be; throws std::runtime_error when none comes within
+     *  5 s. Its bytes go to the image, if there is one. */
+    Velmo::Transport::SStreamResult Next(std::vector<std::uint8_t>* pImage = nullptr);
+
+private:
+    Velmo::Transport::IStream& m_stream;
+    std::vector<std::vector<std::uint8_t>> m_memory;
+};
+
 /** A camera's first stream, started with buffers of its own, and its acquisition; both end with the object. */
 class CRunningStream
 {
 public:
-    CRunningStream(Velmo::IVelmoDevice& device, std::size_t buffers);
+    explicit CRunningStream(Velmo::IVelmoDevice& device, std::size_t buffers = 10);
     ~CRunningStream();
     CRunningStream(const CRunningStream&) = delete;
     CRunningStream& operator=(const CRunningStream&) = delete;
 
-    /** The next result, whose buffer is queued again; throws std::runtime_error when none comes within 5 s. */
-    Velmo::Transport::SStreamResult Next();
+    Velmo::Transport::SStreamResult Next(std::vector<std::uint8_t>* pImage = nullptr) { return m_buffers.Next(pImage); }
     std::int64_t Statistic(const char* name) { return GetInteger(*m_stream.GetNodeMap(), name); }
 
 private:
     Velmo::IVelmoDevice& m_device;
     Velmo::Transport::IStream& m_stream;
-    std::vector<std::vector<std::uint8_t>> m_memory;
+    CStreamBuffers m_buffers;
 };
 
 } // namespace Test
