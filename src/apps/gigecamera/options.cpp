@@ -26,7 +26,9 @@ constexpr double MostMegabits = 1.0e6;
 constexpr std::uint32_t LoopbackNetwork = 127;
 constexpr const char* FaultHelp =
     "What goes wrong, as often as needed: lost=N, reordered=N, duplicated=N (stream packets per thousand), delay=MS "
-    "(of images), slow=MS (of commands), die=N (silent for good in the N-th image), silent (answers nothing)";
+    "(of images), slow=MS (of commands), die=N (silent for good in the N-th image), silent (answers nothing), mtu=N "
+    "(larger "
+    "datagrams vanish on the way), nostream (no stream packet arrives), notest (sends no test packets)";
 
 std::uint32_t FaultValue(const std::string& fault, std::size_t equals, std::uint32_t most)
 {
@@ -45,6 +47,7 @@ SNetworkFaults ReadFaults(const std::vector<std::string>& texts)
 {
     constexpr std::uint32_t thousand = 1000;
     constexpr std::uint32_t mostMs = 60'000;
+    constexpr std::uint32_t mostMtu = 0xFFFF;
     SNetworkFaults faults;
     for (const std::string& text : texts)
     {
@@ -74,9 +77,21 @@ SNetworkFaults ReadFaults(const std::vector<std::string>& texts)
         {
             faults.dieInFrame = FaultValue(text, equals, std::numeric_limits<std::uint32_t>::max());
         }
+        else if (name == "mtu")
+        {
+            faults.pathMtu = FaultValue(text, equals, mostMtu);
+        }
         else if (text == "silent")
         {
             faults.isSilent = true;
+        }
+        else if (text == "nostream")
+        {
+            faults.isStreamBlocked = true;
+        }
+        else if (text == "notest")
+        {
+            faults.hasNoTestPackets = true;
         }
         else
         {

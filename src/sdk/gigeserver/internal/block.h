@@ -21,7 +21,7 @@ struct STarget
     std::uint32_t ip = 0;
     std::uint16_t port = 0;         // 0: nowhere
     std::size_t packetBytes = 0;    // with the headers of IP and UDP
-    std::int64_t delayNs = 0;       // between the begins of packets
+    std::int64_t delayNs = 0;       // pause after a packet
     bool isExtended = false;        // 64-bit block and 32-bit packet identifiers
     bool hasExtendedChunks = false; // payloads with chunks describe their image's geometry
     bool isFragmented = true;       // packets beyond the network's limit are cut up instead of lost

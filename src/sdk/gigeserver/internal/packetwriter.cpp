@@ -43,10 +43,16 @@ CPacketWriter::CPacketWriter(int socket, const SNetworkFaults& faults, std::uint
 
 CPacketWriter::~CPacketWriter() = default;
 
+bool CPacketWriter::Arrives(const CBlock::SPacket& packet) const
+{
+    const std::size_t datagramBytes = Gvsp::IpAndUdpBytes + packet.header.bytes + packet.bytes;
+    return !m_faults.isStreamBlocked && (m_faults.pathMtu == 0 || datagramBytes <= m_faults.pathMtu);
+}
+
 void CPacketWriter::Add(const CBlock::SPacket& packet)
 {
     SBatch& batch = *m_pBatch;
-    if (batch.Happens(m_faults.lostPerThousand))
+    if (!Arrives(packet) || batch.Happens(m_faults.lostPerThousand))
     {
         ++m_counters.lostPackets;
         return;
@@ -93,7 +99,10 @@ void CPacketWriter::WriteUnavailable(const STarget& target, std::uint64_t blockI
     m_pBatch->count = 0;
     CBlock::SPacket packet;
     packet.header = EncodeHeader(header);
-    m_pBatch->packets[m_pBatch->count++] = packet;
+    if (Arrives(packet))
+    {
+        m_pBatch->packets[m_pBatch->count++] = packet;
+    }
     Send(target);
 }
 
@@ -109,6 +118,11 @@ void CPacketWriter::WriteTestPacket(const STarget& target)
     packet.header = EncodeHeader(header);
     packet.pData = zeros.data();
     packet.bytes = zeros.size();
+    if (!Arrives(packet))
+    {
+        ++m_counters.lostPackets;
+        return;
+    }
     m_pBatch->packets[m_pBatch->count++] = packet;
     Send(target);
 }

@@ -167,7 +167,7 @@ void CStreamSender::SendBlock(CBlock& block, std::uint32_t packets)
     const double wireNs = m_camera.linkBitsPerSecond == 0 ? 0.0
                                                           : bits * static_cast<double>(target.packetBytes) /
                                                                 static_cast<double>(m_camera.linkBitsPerSecond);
-    const auto packetNs = std::max(target.delayNs, static_cast<std::int64_t>(wireNs));
+    const std::int64_t packetNs = target.delayNs + static_cast<std::int64_t>(wireNs);
     const std::int64_t most = CPacketWriter::MostPackets;
     const auto together =
         static_cast<std::uint32_t>(packetNs == 0 ? most : std::clamp<std::int64_t>(BatchNs / packetNs, 1, most));
@@ -205,7 +205,7 @@ void CStreamSender::SendTestPacket()
         const std::lock_guard<std::mutex> lock(m_mutex);
         target = m_target;
     }
-    if (target.port != 0)
+    if (target.port != 0 && !m_camera.faults.hasNoTestPackets)
     {
         SetFragmentation(target.isFragmented);
         m_pControlWriter->WriteTestPacket(target);

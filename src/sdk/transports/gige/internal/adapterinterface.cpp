@@ -7,6 +7,7 @@
 #include "protocols/gvcp.h"
 #include "transports/gige/internal/adapterlink.h"
 #include "transports/gige/internal/records.h"
+#include "transports/gige/internal/socketbuffer.h"
 
 #include <algorithm>
 
@@ -160,6 +161,15 @@ void CAdapterInterface::AddLink(Transport::CSoftwareNodeMap& parameters)
                         [this] { return ReadLinkSpeedMbps(Adapter()); });
     speed.unit = "Mbps";
     AddIfKnown(parameters, std::move(speed));
+    auto limit = Number("GevInterfaceReceiveBufferLimit",
+                        "The largest receive buffer that the system allows a socket (net.core.rmem_max).",
+                        []
+                        {
+                            const std::size_t bytes = ReceiveBufferLimit();
+                            return bytes == 0 ? UnknownLinkValue : static_cast<std::int64_t>(bytes);
+                        });
+    limit.unit = "B";
+    AddIfKnown(parameters, std::move(limit));
 }
 
 void CAdapterInterface::AddAddresses(Transport::CSoftwareNodeMap& parameters)

@@ -131,6 +131,17 @@ void ACameraStream::Start()
     Begin(MakeReception([this](Transport::SStreamResult result) { TakeResult(std::move(result)); }));
 }
 
+void ACameraStream::RunWhileStopped(const std::function<void()>& function)
+{
+    const std::unique_lock<std::mutex> runLock(m_runMutex, std::try_to_lock);
+    if (!runLock.owns_lock() || m_pReception != nullptr)
+    {
+        GENICAM_THROW(LogicalErrorException, "Not while the camera " + Camera().name + " takes images.");
+    }
+    CheckNotRemoved();
+    function();
+}
+
 void ACameraStream::Begin(std::unique_ptr<IReception> pReception)
 {
     IReception& reception = *pReception;

@@ -10,6 +10,7 @@
 
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -56,6 +57,9 @@ protected:
     virtual GenApi::INodeMap& Features() = 0;
     /** The parameters between the payload size and the statistics. */
     virtual void AddSettings(Transport::CSoftwareNodeMap& parameters) = 0;
+    /** Calls that while no start can begin. Throws LogicalErrorException at once when the stream is started, or a start
+     *  or an end is under way, which may wait for the caller's locks. */
+    void RunWhileStopped(const std::function<void()>& function);
     /** Prepares the camera for the run that begins. */
     virtual std::unique_ptr<IReception> MakeReception(Deliver deliver) = 0;
 

@@ -3,6 +3,8 @@
 
 #include "transports/gige/internal/deviceport.h"
 
+#include "protocols/gvbsregisters.h"
+
 #include <cstdio>
 #include <cstring>
 #include <endian.h>
@@ -67,6 +69,16 @@ void CDevicePort::Read(void* buffer, std::int64_t address, std::int64_t length)
 }
 
 void CDevicePort::Write(const void* buffer, std::int64_t address, std::int64_t length)
+{
+    WriteWords(buffer, address, length);
+    constexpr std::int64_t setting{Gvbs::StreamChannelPacketSize};
+    if (address < setting + Word && address + length > setting)
+    {
+        m_isPacketSizeWritten = true;
+    }
+}
+
+void CDevicePort::WriteWords(const void* buffer, std::int64_t address, std::int64_t length)
 {
     Check("Writing", address, length);
     if (length == 0)
@@ -139,7 +151,7 @@ std::uint32_t CDevicePort::ReadRegister(std::uint32_t address)
 void CDevicePort::WriteRegister(std::uint32_t address, std::uint32_t value)
 {
     const std::uint32_t bytes = htobe32(value);
-    Write(&bytes, address, Word);
+    WriteWords(&bytes, address, Word);
 }
 
 } // namespace Velmo::GigE::Internal

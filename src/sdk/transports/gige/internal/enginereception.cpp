@@ -41,6 +41,8 @@ CEngineReception::~CEngineReception()
 void CEngineReception::SizeSocketBuffer(std::size_t payloadBytes)
 {
     const std::size_t bytes = Internal::SizeSocketBuffer(m_camera.name, payloadBytes);
+    m_camera.receiveBufferBytes = bytes;
+    m_camera.receiveBufferWanted = ChooseSocketBuffer(payloadBytes, 0).wantedBytes;
     g_object_set(m_pStream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size",
                  static_cast<gint>(bytes), nullptr);
     // The engine applies that with the first packet only, which is too late for the first image.

@@ -8,6 +8,7 @@
 #include "transport/log.h"
 #include "transports/gige/internal/gvcpclient.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Velmo::GigE::Internal
@@ -32,6 +33,45 @@ void OnControlLost(ArvGvDevice*, gpointer pUser)
 void DeleteHandlerData(gpointer pUser, GClosure*)
 {
     delete static_cast<std::shared_ptr<CRemoval>*>(pUser);
+}
+
+struct SRegisterTexts
+{
+    const char* name;
+    const char* toolTip;
+    const char* unit;
+};
+
+/** What a bootstrap register of that many words says; 0 when the camera does not have it. */
+void AddRegister(Transport::CSoftwareNodeMap& parameters, CDevicePort* pPort, std::uint32_t address,
+                 std::uint32_t words, const SRegisterTexts& texts)
+{
+    Transport::SSoftwareParameter parameter;
+    parameter.name = texts.name;
+    parameter.toolTip = texts.toolTip;
+    parameter.unit = texts.unit;
+    parameter.isCustom = true;
+    parameter.getter = [pPort, address, words]
+    {
+        std::uint64_t value = 0;
+        try
+        {
+            for (std::uint32_t i = 0; i < words; ++i)
+            {
+                value = value << 32 | pPort->ReadRegister(address + 4 * i);
+            }
+        }
+        catch (const GenICam::TimeoutException&)
+        {
+            throw;
+        }
+        catch (const GenICam::GenericException&)
+        {
+            return std::int64_t{0};
+        }
+        return static_cast<std::int64_t>(std::min<std::uint64_t>(value, INT64_MAX));
+    };
+    parameters.AddInteger(std::move(parameter));
 }
 
 } // namespace
@@ -237,6 +277,11 @@ std::unique_ptr<Transport::CSoftwareNodeMap> CGigEDevice::MakeParameters()
     };
     heartbeat.isCustom = true;
     pParameters->AddInteger(std::move(heartbeat));
+    AddRegister(
+        *pParameters, pPort, Gvbs::TimestampTickFrequencyHigh, 2,
+        {"TimestampTickFrequency", "Ticks of the camera's clock, in which GevSCPD is counted; 0: not told.", "Hz"});
+    AddRegister(*pParameters, pPort, Gvbs::LinkSpeed, 1,
+                {"LinkSpeed", "Speed of the camera's link; 0: not told.", "Mbps"});
     pParameters->Build();
     return pParameters;
 }

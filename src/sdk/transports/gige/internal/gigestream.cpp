@@ -19,7 +19,6 @@ namespace Velmo::GigE::Internal
 
 namespace
 {
-constexpr std::uint32_t LoopbackPacketBytes = 9000;
 
 /** So that the camera sends nothing more to the group. */
 void CloseChannel(const SOpenCamera& camera)
@@ -62,7 +61,7 @@ GenApi::INodeMap& CGigEStream::Features()
 
 std::unique_ptr<IReception> CGigEStream::MakeReception(Deliver deliver)
 {
-    ChoosePacketSize();
+    Controlled().packetSize.ChooseForGrab(Controlled(), m_isChoosingPacketSize);
     AskForGeometry();
     return m_transmissionType == TransmissionType::Multicast ? MakeMulticast(std::move(deliver))
                                                              : MakeUnicast(std::move(deliver));
@@ -89,6 +88,9 @@ std::unique_ptr<IReception> CGigEStream::MakeMulticast(Deliver deliver)
     config.cameraName = camera.name;
     config.packetBytes = camera.pPort->ReadRegister(Gvbs::StreamChannelPacketSize) & Gvbs::ScpsPacketSizeMask;
     config.socketBufferBytes = SizeMulticastSocketBuffer(camera.name, GetPayloadBytes());
+    camera.receiveBufferBytes = config.socketBufferBytes;
+    camera.receiveBufferWanted =
+        std::max(config.socketBufferBytes, ChooseSocketBuffer(GetPayloadBytes(), 0).wantedBytes);
     CMulticastReception::SHooks hooks;
     hooks.joined = [&camera](const SMulticastGroup& group)
     {
@@ -106,45 +108,6 @@ std::unique_ptr<IReception> CGigEStream::MakeMulticast(Deliver deliver)
     };
     return std::make_unique<CMulticastReception>(std::move(config), std::chrono::microseconds(m_frameRetentionUs),
                                                  std::move(hooks), std::move(deliver));
-}
-
-void CGigEStream::ChoosePacketSize()
-{
-    SOpenCamera& camera = Controlled();
-    const bool isWanted = m_isChoosingPacketSize && !camera.isPacketSizeChosen;
-    camera.isPacketSizeChosen = true;
-    if (!isWanted)
-    {
-        return;
-    }
-    try
-    {
-        const std::uint32_t setting = camera.pPort->ReadRegister(Gvbs::StreamChannelPacketSize);
-        if (setting != camera.packetSettingAtOpen)
-        {
-            return; // the user's choice stands
-        }
-        CEngineError error;
-        if (camera.isLoopback)
-        {
-            camera.pPort->WriteRegister(Gvbs::StreamChannelPacketSize,
-                                        (setting & ~Gvbs::ScpsPacketSizeMask) | LoopbackPacketBytes);
-        }
-        else
-        {
-            arv_gv_device_auto_packet_size(ARV_GV_DEVICE(camera.pEngine.get()), error.Receive());
-        }
-        const std::uint32_t chosen = camera.pPort->ReadRegister(Gvbs::StreamChannelPacketSize);
-        camera.pNodeMap->InvalidateNodes();
-        Log(ELogLevel::Info, "velmo.gige",
-            "Camera " + camera.name + ": packets of " + std::to_string(chosen & Gvbs::ScpsPacketSizeMask) + " bytes" +
-                (error.IsSet() ? ", for choosing failed: " + error.Text() : std::string()));
-    }
-    catch (const GenICam::GenericException& e)
-    {
-        Log(ELogLevel::Warning, "velmo.gige",
-            "Camera " + camera.name + ": the packet size stays as it is: " + e.GetDescription());
-    }
 }
 
 void CGigEStream::AskForGeometry()

@@ -33,7 +33,8 @@ private:
     std::unique_ptr<IReception> MakeReception(Deliver deliver) override;
     std::unique_ptr<IReception> MakeUnicast(Deliver deliver);
     std::unique_ptr<IReception> MakeMulticast(Deliver deliver);
-    void ChoosePacketSize();
+    void AddPacketSize(Transport::CSoftwareNodeMap& parameters);
+    void AddReceiveBuffer(Transport::CSoftwareNodeMap& parameters);
     void AskForGeometry();
 
     CReaper& m_reaper;

@@ -99,6 +99,8 @@ void CGigEStream::AddSettings(Transport::CSoftwareNodeMap& parameters)
     AddSwitch(parameters, "AutoPacketSize",
               "Choose the largest packet size that gets through, unless the camera's was changed.",
               m_isChoosingPacketSize);
+    AddPacketSize(parameters);
+    AddReceiveBuffer(parameters);
 }
 
 } // namespace Velmo::GigE::Internal

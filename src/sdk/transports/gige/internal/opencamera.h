@@ -5,9 +5,12 @@
 
 #include "transports/gige/internal/camera.h"
 #include "transports/gige/internal/deviceport.h"
+#include "transports/gige/internal/packetsize.h"
 
 #include "genapi/inodemap.h"
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -23,8 +26,10 @@ struct SOpenCamera : SCamera
     std::unique_ptr<CDevicePort> pPort;
     std::unique_ptr<GenApi::INodeMap> pNodeMap; // before the port in destruction
     std::uint32_t packetSettingAtOpen = 0;      // to see whether the user chose another
-    bool isPacketSizeChosen = false;
-    std::function<bool()> isAnswering; // asks the camera
+    CPacketSize packetSize;
+    std::atomic<std::size_t> receiveBufferBytes{0};  // of the present or last stream's socket
+    std::atomic<std::size_t> receiveBufferWanted{0}; // what it would have without the system's limit
+    std::function<bool()> isAnswering;               // asks the camera
 };
 
 } // namespace Velmo::GigE::Internal
