@@ -7,8 +7,11 @@
 #include "simulator/internal/actions.h"
 #include "simulator/internal/compression.h"
 #include "simulator/internal/description.h"
+#include "simulator/internal/faultregisters.h"
+#include "simulator/internal/fileaccess.h"
 #include "simulator/internal/framecomposer.h"
 #include "simulator/internal/frameschedule.h"
+#include "simulator/internal/hash.h"
 #include "simulator/internal/settings.h"
 #include "simulator/internal/testimage.h"
 #include "simulator/registers.h"
@@ -35,16 +38,6 @@ constexpr std::int64_t MaxPhaseNs = 200'000'000; // slow cameras still send thei
 constexpr std::uint64_t ModeSingleFrame = 0;
 constexpr std::uint64_t ModeMultiFrame = 1;
 
-std::uint32_t HashOf(const std::string& text)
-{
-    std::uint32_t hash = 2166136261U; // FNV-1a
-    for (const char c : text)
-    {
-        hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619U;
-    }
-    return hash;
-}
-
 /** What is left to do once the lock is released. */
 struct SFollowUp
 {
@@ -59,13 +52,23 @@ struct CCameraModel::SPrivate
 {
     SPrivate(const SCameraConfig& config_, std::shared_ptr<SFlash> flash_, const IClock& clock_)
         : config(config_), flash(flash_ == nullptr ? std::make_shared<SFlash>() : std::move(flash_)), clock(clock_),
-          hash(HashOf(config_.serialNumber)), settings(config, flash),
+          hash(Internal::HashOf(config_.serialNumber)), settings(config, flash),
           cameraClock(clock_.NowNs(), config_.clockOffsetNs, config_.clockDriftPpm), faults(config_.faults)
     {
         actions.Synchronise(Integer(Register::PtpEnable) != 0, clock.NowNs()); // as the data say
     }
 
     bool IsLocked() const { return isTransportLocked || isLockedByWrite || schedule.IsRunning(); }
+    SFaults FaultsNow() const
+    {
+        SFaults now = faults;
+        Internal::GetFaults(settings.GetMemory(), now);
+        return now;
+    }
+    [[noreturn]] void ThrowPowerLoss() const
+    {
+        GENICAM_THROW(RuntimeException, "The camera '" + config.serialNumber + "' lost its power.");
+    }
     std::uint64_t Integer(std::int64_t address) const { return settings.GetMemory().GetInteger(address); }
     void Count(std::int64_t address, std::uint64_t& counter) { settings.GetMemory().SetInteger(address, ++counter, 8); }
 
@@ -94,6 +97,7 @@ struct CCameraModel::SPrivate
 
     mutable std::mutex mutex; // guards all below; taken last, never held while calling out
     CSettings settings;
+    Internal::CFileAccess files{settings, flash, config};
     CCameraClock cameraClock;
     SFaults faults; // texts; numbers live in registers
     CFrameSchedule schedule;
@@ -105,6 +109,7 @@ struct CCameraModel::SPrivate
     bool isTransportLocked = false;
     bool isLockedByWrite = false;
     bool isRemoved = false;
+    bool hasLostPower = false;
     std::function<void()> wakeHandler;
     std::function<void(EEvent)> eventHandler;
 };
@@ -114,6 +119,10 @@ void CCameraModel::SPrivate::CheckAccess(const std::string& error) const
     if (isRemoved)
     {
         GENICAM_THROW(RuntimeException, "The camera '" + config.serialNumber + "' was removed.");
+    }
+    if (hasLostPower)
+    {
+        ThrowPowerLoss();
     }
     if (!error.empty())
     {
@@ -125,6 +134,7 @@ void CCameraModel::SPrivate::RefreshRegisters()
 {
     settings.GetMemory().SetInteger(Register::TLParamsLocked, IsLocked() ? 1 : 0);
     settings.GetMemory().SetInteger(Register::AcquisitionStatus, schedule.IsRunning() ? 1 : 0);
+    files.Refresh();
 }
 
 void CCameraModel::SPrivate::WriteRegister(const SFeature& feature, std::int64_t address, const std::uint8_t* data,
@@ -190,6 +200,13 @@ void CCameraModel::SPrivate::Execute(std::int64_t address, SFollowUp& followUp)
     case Register::UserSetSave:
         settings.SaveUserSet();
         break;
+    case Register::FileOperationExecute:
+        hasLostPower = files.Execute();
+        followUp.reset = hasLostPower;
+        break;
+    case Register::FirmwareActivate:
+        files.Activate();
+        break;
     case Register::DeviceReset:
         followUp.reset = true;
         break;
@@ -230,21 +247,7 @@ void CCameraModel::SPrivate::PrepareImage()
     {
         return;
     }
-    Internal::SImageKey key;
-    key.pfnc = settings.GetFormat().pfnc;
-    key.width = settings.GetWidth();
-    key.height = settings.GetHeight();
-    key.offsetX = static_cast<std::uint32_t>(Integer(Register::OffsetX));
-    key.offsetY = static_cast<std::uint32_t>(Integer(Register::OffsetY));
-    key.sensorWidth = config.sensorWidth;
-    key.pattern = static_cast<std::uint32_t>(Integer(Register::TestPattern));
-    key.isReversedX = Integer(Register::ReverseX) != 0;
-    if (key.pattern == 0) // test patterns do not pass the lens and the amplifier
-    {
-        key.amplification = settings.GetAmplification();
-        key.blackLevel = settings.GetMemory().GetFloat(Register::BlackLevel) / 100.0;
-    }
-    image = CTestImage::Get(key);
+    image = CTestImage::Get(Internal::MakeImageKey(settings, config.sensorWidth));
 }
 
 bool CCameraModel::SPrivate::PrepareFrame(std::int64_t frameNs, SFrame& frame)
@@ -351,27 +354,36 @@ void CCameraModel::Read(void* buffer, std::int64_t address, std::int64_t length)
 void CCameraModel::Write(const void* buffer, std::int64_t address, std::int64_t length)
 {
     SFollowUp followUp;
+    bool losesPower = false;
     {
         const std::lock_guard<std::mutex> lock(m_p->mutex);
         m_p->CheckAccess(m_p->faults.writeError);
         Internal::CRegisterMemory::Check(address, length);
         const auto* data = static_cast<const std::uint8_t*>(buffer);
-        while (length > 0)
+        m_p->hasLostPower = m_p->files.CountWrite();
+        followUp.reset = m_p->hasLostPower;
+        while (length > 0 && !m_p->hasLostPower)
         {
             const SFeature* feature = m_p->settings.FindFeatureAt(address);
-            if (feature == nullptr || (address - feature->address) % feature->bytes != 0)
+            if (feature == nullptr ||
+                ((address - feature->address) % feature->bytes != 0 && feature->kind != Internal::EKind::Bytes))
             {
                 GENICAM_THROW(AccessException,
                               "The camera has no register to write at address " + std::to_string(address) + ".");
             }
-            const std::int64_t bytes = std::min(length, feature->bytes);
+            const std::int64_t bytes = std::min(length, feature->bytes - (address - feature->address) % feature->bytes);
             m_p->WriteRegister(*feature, address, data, bytes, followUp);
             data += bytes;
             address += bytes;
             length -= bytes;
         }
+        losesPower = m_p->hasLostPower;
     }
     m_p->FollowUp(followUp, *this);
+    if (losesPower)
+    {
+        m_p->ThrowPowerLoss();
+    }
 }
 
 std::string CCameraModel::GetFeature(const std::string& name) const
@@ -421,26 +433,39 @@ std::optional<Velmo::Gvcp::EStatus> CCameraModel::Action(const Velmo::Gvcp::SAct
 SFaults CCameraModel::GetFaults() const
 {
     const std::lock_guard<std::mutex> lock(m_p->mutex);
-    SFaults faults = m_p->faults;
-    faults.dropFrames = static_cast<std::uint32_t>(m_p->Integer(Register::FaultDropFrames));
-    faults.failEveryNth = static_cast<std::uint32_t>(m_p->Integer(Register::FaultFailEveryNth));
-    faults.stall = m_p->Integer(Register::FaultStall) != 0;
-    faults.chunkLies = m_p->Integer(Register::FaultChunkLies) != 0;
-    faults.chunkMissing = m_p->Integer(Register::FaultChunkMissing) != 0;
-    faults.removalReports = static_cast<std::uint32_t>(m_p->Integer(Register::FaultRemovalReports));
-    return faults;
+    return m_p->FaultsNow();
 }
 
 void CCameraModel::SetFaults(const SFaults& faults)
 {
     const std::lock_guard<std::mutex> lock(m_p->mutex);
     m_p->faults = faults;
-    m_p->settings.GetMemory().SetInteger(Register::FaultDropFrames, faults.dropFrames);
-    m_p->settings.GetMemory().SetInteger(Register::FaultFailEveryNth, faults.failEveryNth);
-    m_p->settings.GetMemory().SetInteger(Register::FaultStall, faults.stall ? 1 : 0);
-    m_p->settings.GetMemory().SetInteger(Register::FaultRemovalReports, faults.removalReports);
-    m_p->settings.GetMemory().SetInteger(Register::FaultChunkLies, faults.chunkLies ? 1 : 0);
-    m_p->settings.GetMemory().SetInteger(Register::FaultChunkMissing, faults.chunkMissing ? 1 : 0);
+    Internal::SetFaults(m_p->settings.GetMemory(), faults);
+}
+
+SAfterReset CCameraModel::GetAfterReset() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    const SFaults faults = m_p->FaultsNow();
+    const std::uint32_t bootTimeMs = m_p->config.bootTimeMs;
+    return {faults.afterReset,
+            m_p->files.IsActivationPending() ? m_p->config.firmwareBootTimeMs.value_or(bootTimeMs) : bootTimeMs,
+            Internal::MakeConfigAfterReset(m_p->config, faults)};
+}
+
+bool CCameraModel::HasLostPower() const
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    return m_p->hasLostPower;
+}
+
+void CCameraModel::AbandonFiles()
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    if (!m_p->isRemoved && !m_p->hasLostPower) // the flash is the next model's then
+    {
+        m_p->files.Abandon();
+    }
 }
 
 std::size_t CCameraModel::GetPayloadBytes() const

@@ -17,6 +17,14 @@
 namespace Simulator
 {
 
+/** What a reset leads to. */
+struct SAfterReset
+{
+    EAfterReset what = EAfterReset::Same;
+    std::uint32_t bootTimeMs = 0; // until then it is away
+    SCameraConfig config;         // of the next model, which gets this one's flash
+};
+
 /**
  * One camera: registers, description, acquisition, faults.
  *
@@ -32,7 +40,7 @@ public:
     enum class EEvent
     {
         Removed, // unplugged or died
-        Reset    // goes away for config.bootTimeMs
+        Reset    // goes away, also for lack of power; GetAfterReset tells what comes back and when
     };
 
     /** Throws InvalidArgumentException or OutOfRangeException on configured features that do not fit. */
@@ -58,6 +66,13 @@ public:
     /** The faults as they are now: counted-down drops, settings made through features. */
     SFaults GetFaults() const;
     void SetFaults(const SFaults& faults);
+
+    /** As it is now; to be asked after EEvent::Reset. */
+    SAfterReset GetAfterReset() const;
+    /** Whether a fault took its power: the write that did it is not to be answered. */
+    bool HasLostPower() const;
+    /** The application that had control is gone: its files are closed, a firmware upload becomes Invalid. */
+    void AbandonFiles();
 
     std::size_t GetPayloadBytes() const;
     std::string GetUserDefinedName() const;

@@ -162,10 +162,25 @@ void ReadFeatures(const CObject& object, std::map<std::string, std::string>& fea
     }
 }
 
+void ReadAfterReset(const CObject& object, EAfterReset& afterReset)
+{
+    constexpr auto Key = "afterReset";
+    std::string text = "same";
+    object.Get(Key, text);
+    const std::optional<EAfterReset> found = FindAfterReset(text);
+    if (!found.has_value())
+    {
+        object.Refuse(Key, "must be \"same\", \"never\", \"twice\" or \"otherSerial\"");
+    }
+    afterReset = *found;
+}
+
 void ReadFaults(const CObject& object, Simulator::SFaults& faults)
 {
     object.AllowOnly({"dropFrames", "failEveryNth", "stall", "refuseOpenOwner", "readError", "writeError",
-                      "brokenDescription", "discoveryDelayMs", "chunkLies", "chunkMissing", "removalReports"});
+                      "brokenDescription", "discoveryDelayMs", "chunkLies", "chunkMissing", "removalReports",
+                      "powerLossAtFileOperation", "powerLossAtWrite", "fileFailure", "fileShortWrite", "fileDelayMs",
+                      "afterReset"});
     object.Get("dropFrames", faults.dropFrames);
     object.Get("failEveryNth", faults.failEveryNth);
     object.Get("stall", faults.stall);
@@ -177,13 +192,19 @@ void ReadFaults(const CObject& object, Simulator::SFaults& faults)
     object.Get("chunkLies", faults.chunkLies);
     object.Get("chunkMissing", faults.chunkMissing);
     object.Get("removalReports", faults.removalReports);
+    object.Get("powerLossAtFileOperation", faults.powerLossAtFileOperation);
+    object.Get("powerLossAtWrite", faults.powerLossAtWrite);
+    object.Get("fileFailure", faults.fileFailure);
+    object.Get("fileShortWrite", faults.fileShortWrite);
+    object.Get("fileDelayMs", faults.fileDelayMs);
+    ReadAfterReset(object, faults.afterReset);
 }
 
 SCameraConfig ReadCamera(const CObject& object)
 {
     object.AllowOnly({"count", "vendor", "model", "serial", "userName", "version", "firmware", "interface", "sensor",
                       "pixelFormats", "frameRate", "maxBytesPerSecond", "clockOffsetNs", "clockDriftPpm", "bootTimeMs",
-                      "features", "faults"});
+                      "firmwareBootTimeMs", "features", "faults"});
     if (!object.Has("serial"))
     {
         object.Refuse("serial", "is missing");
@@ -202,6 +223,10 @@ SCameraConfig ReadCamera(const CObject& object)
     object.Get("clockOffsetNs", camera.clockOffsetNs);
     object.Get("clockDriftPpm", camera.clockDriftPpm);
     object.Get("bootTimeMs", camera.bootTimeMs);
+    if (object.Has("firmwareBootTimeMs"))
+    {
+        object.Get("firmwareBootTimeMs", camera.firmwareBootTimeMs.emplace());
+    }
     if (object.Has("sensor"))
     {
         const CObject sensor(object.At("sensor"), object.Place("sensor"));

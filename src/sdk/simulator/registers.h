@@ -105,6 +105,27 @@ constexpr std::int64_t ImageCompressionDescriptorHashLength = 0x20998;
 constexpr std::int64_t ImageCompressionDescriptor = 0x209A0;     // 48 bytes
 constexpr std::int64_t ImageCompressionDescriptorHash = 0x209E0; // 16 bytes
 
-constexpr std::int64_t End = 0x20A00;
+// File access and firmware.
+constexpr std::int64_t FileSelector = 0x20C00;
+constexpr std::int64_t FileOperationSelector = 0x20C04;
+constexpr std::int64_t FileOperationExecute = 0x20C08;
+constexpr std::int64_t FileAccessOffset = 0x20C0C;
+constexpr std::int64_t FileAccessLength = 0x20C10;
+constexpr std::int64_t FileOperationStatus = 0x20C14;
+constexpr std::int64_t FileOperationResult = 0x20C18;
+constexpr std::int64_t FileSize = 0x20C1C;
+constexpr std::int64_t FileOpenMode = 0x20C20; // one for each value of FileSelector; room for 8
+constexpr std::int64_t FirmwareActivate = 0x20C40;
+constexpr std::int64_t FirmwareStatus = 0x20C44;
+constexpr std::int64_t FaultPowerLossAtFileOperation = 0x20C60;
+constexpr std::int64_t FaultPowerLossAtWrite = 0x20C64;
+constexpr std::int64_t FaultFileFailure = 0x20C68;
+constexpr std::int64_t FaultFileShortWrite = 0x20C6C;
+constexpr std::int64_t FaultFileDelay = 0x20C70;
+constexpr std::int64_t FaultAfterReset = 0x20C74;
+constexpr std::int64_t FileAccessBuffer = 0x20D00;  // FileAccessBufferBytes
+constexpr std::int64_t FileAccessBufferBytes = 512; // GVCP WRITEMEM carries at most 536
+
+constexpr std::int64_t End = 0x21000;
 
 } // namespace Simulator::Register

@@ -152,6 +152,16 @@ std::string EnumerationBody(const SFeature& feature)
     return xml + Element("pValue", feature.name + "Reg");
 }
 
+std::string Selected(const SFeature& feature)
+{
+    std::string xml = Optional("pSelected", feature.selected);
+    for (const std::string& name : feature.alsoSelected)
+    {
+        xml += Element("pSelected", name);
+    }
+    return xml;
+}
+
 std::string FeatureNode(const SFeature& feature)
 {
     switch (feature.kind)
@@ -172,7 +182,7 @@ std::string FeatureNode(const SFeature& feature)
                "</Boolean>\n" + RegisterNode(feature);
     case EKind::Enumeration:
         return Open("Enumeration", feature.name, feature.isCustom) + Common(feature) + EnumerationBody(feature) +
-               Optional("pSelected", feature.selected) + "</Enumeration>\n" + RegisterNode(feature);
+               Selected(feature) + "</Enumeration>\n" + RegisterNode(feature);
     case EKind::Float:
         return Open("Float", feature.name, feature.isCustom) + Common(feature) + NumberBody(feature) + "</Float>\n" +
                RegisterNode(feature);

@@ -22,7 +22,7 @@ enum class EKind
     Enumeration,
     Command,
     Text,
-    Bytes // read as they are, never written
+    Bytes // as they are; any part of them can be written
 };
 enum class EAccess
 {
@@ -54,8 +54,9 @@ struct SFeature
     bool isVolatile = false; // changes by itself
     bool isInUserSet = false;
     bool isCustom = false;
-    std::string selected; // the feature that this one selects
-    std::string selector; // the feature that selects which of several registers this one is
+    std::string selected;                  // the feature that this one selects
+    std::vector<std::string> alsoSelected; // others that it selects
+    std::string selector;                  // the feature that selects which of several registers this one is
     std::int64_t selectorAddress = 0;
     std::int64_t banks = 1;    // so many registers in a row, by the selector's value
     std::string lengthFeature; // of Bytes: tells how many of them count now

@@ -6,6 +6,7 @@
 #include "genapi/exceptions.h"
 #include "simulator/internal/actions.h"
 #include "simulator/internal/compression.h"
+#include "simulator/internal/faultregisters.h"
 #include "simulator/internal/framecomposer.h"
 #include "simulator/internal/limits.h"
 #include "simulator/registers.h"
@@ -139,12 +140,7 @@ void CSettings::SetFactoryValues()
     m_memory.SetInteger(Register::AcquisitionFrameRateEnable, 1);
     m_memory.SetFloat(Register::AcquisitionFrameRate, std::min(m_config.frameRate, MaxFrameRate()));
     m_memory.SetFloat(Register::ExposureTime, m_referenceExposureUs);
-    m_memory.SetInteger(Register::FaultDropFrames, m_config.faults.dropFrames);
-    m_memory.SetInteger(Register::FaultFailEveryNth, m_config.faults.failEveryNth);
-    m_memory.SetInteger(Register::FaultStall, m_config.faults.stall ? 1 : 0);
-    m_memory.SetInteger(Register::FaultRemovalReports, m_config.faults.removalReports);
-    m_memory.SetInteger(Register::FaultChunkLies, m_config.faults.chunkLies ? 1 : 0);
-    m_memory.SetInteger(Register::FaultChunkMissing, m_config.faults.chunkMissing ? 1 : 0);
+    SetFaults(m_memory, m_config.faults);
     m_memory.SetInteger(Register::ChunkEnable, 1); // the image
     m_memory.SetInteger(Register::ActionSelector, FirstActionSignal);
     m_memory.SetInteger(Register::PtpStatus, PtpDisabled);
@@ -222,6 +218,10 @@ void CSettings::Write(const SFeature& feature, std::int64_t address, const std::
     if (feature.kind == EKind::Text)
     {
         m_memory.SetText(feature.address, std::string(data, std::find(data, data + length, std::uint8_t{0})));
+    }
+    else if (feature.kind == EKind::Bytes)
+    {
+        m_memory.Set(data, address, length);
     }
     else
     {
@@ -387,7 +387,10 @@ std::string CSettings::Decode(const SFeature& feature) const
     {
         std::vector<std::uint8_t> bytes(static_cast<std::size_t>(feature.bytes));
         m_memory.Get(bytes.data(), feature.address, feature.bytes);
-        bytes.resize(static_cast<std::size_t>(std::stoull(Decode(*FindFeature(feature.lengthFeature)))));
+        if (!feature.lengthFeature.empty())
+        {
+            bytes.resize(static_cast<std::size_t>(std::stoull(Decode(*FindFeature(feature.lengthFeature)))));
+        }
         return {bytes.begin(), bytes.end()};
     }
     if (feature.kind == EKind::Float)

@@ -3,6 +3,9 @@
 
 #include "simulator/internal/testimage.h"
 
+#include "simulator/internal/settings.h"
+#include "simulator/registers.h"
+
 #include <algorithm>
 #include <cstring>
 #include <map>
@@ -188,6 +191,26 @@ const std::uint8_t* CTestImage::GetFrame(std::uint64_t frame, std::uint32_t phas
 {
     const std::uint64_t line = m_linesPerFrame == 0 ? 0 : (frame * m_linesPerFrame + phase) % LinePeriod;
     return m_bytes.data() + line * m_lineBytes;
+}
+
+SImageKey MakeImageKey(const CSettings& settings, std::uint32_t sensorWidth)
+{
+    const CRegisterMemory& memory = settings.GetMemory();
+    SImageKey key;
+    key.pfnc = settings.GetFormat().pfnc;
+    key.width = settings.GetWidth();
+    key.height = settings.GetHeight();
+    key.offsetX = static_cast<std::uint32_t>(memory.GetInteger(Register::OffsetX));
+    key.offsetY = static_cast<std::uint32_t>(memory.GetInteger(Register::OffsetY));
+    key.sensorWidth = sensorWidth;
+    key.pattern = static_cast<std::uint32_t>(memory.GetInteger(Register::TestPattern));
+    key.isReversedX = memory.GetInteger(Register::ReverseX) != 0;
+    if (key.pattern == Scene) // test patterns do not pass the lens and the amplifier
+    {
+        key.amplification = settings.GetAmplification();
+        key.blackLevel = memory.GetFloat(Register::BlackLevel) / 100.0;
+    }
+    return key;
 }
 
 } // namespace Simulator::Internal

@@ -30,6 +30,10 @@ struct SIMULATOR_TEST_EXPORT SImageKey
     bool operator<(const SImageKey& other) const;
 };
 
+class CSettings;
+/** What the camera sees under its present settings. */
+SImageKey MakeImageKey(const CSettings& settings, std::uint32_t sensorWidth);
+
 /**
  * A prepared test image, from which the images of a moving scene are cut by lines: every pattern repeats after
  * LinePeriod lines, so a frame is one contiguous piece of memory that begins at a line below LinePeriod.
