@@ -105,6 +105,30 @@ void CActionResponder::Run()
     }
 }
 
+std::vector<Velmo::Gvcp::Bytes> CActionResponder::MakeAnswers(std::uint16_t requestId) const
+{
+    using namespace Velmo::Gvcp;
+    const Bytes answer = EncodePlainAck(requestId, ECommand::ActionAck, m_status);
+    switch (m_way)
+    {
+    case EWay::Silent:
+        return {};
+    case EWay::Twice:
+        return {answer, answer};
+    case EWay::OnceAndRefused:
+        return {answer, EncodePlainAck(requestId, ECommand::ActionAck, EStatus::Busy)};
+    case EWay::WrongRequest:
+        return {EncodePlainAck(static_cast<std::uint16_t>(requestId + 1), ECommand::ActionAck, m_status)};
+    case EWay::Truncated:
+        return {Bytes(answer.begin(), answer.end() - 1)};
+    case EWay::Once:
+    case EWay::FromAnotherPort:
+    case EWay::Late:
+        break;
+    }
+    return {answer};
+}
+
 void CActionResponder::Receive(int descriptor)
 {
     using namespace Velmo::Gvcp;
@@ -121,30 +145,20 @@ void CActionResponder::Receive(int descriptor)
         return;
     }
     const bool isAsked = (command.flags & Flag::AckRequired) != 0;
-    const bool isWrong = m_way == EWay::WrongRequest;
-    Bytes answer = EncodePlainAck(static_cast<std::uint16_t>(command.requestId + (isWrong ? 1 : 0)),
-                                  ECommand::ActionAck, m_status);
+    const std::vector<Bytes> answers = isAsked ? MakeAnswers(command.requestId) : std::vector<Bytes>();
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_commands.push_back({command.flags, command.requestId, action});
-        if (m_way == EWay::Late)
+        for (std::size_t i = 0; m_way == EWay::Late && i < answers.size(); ++i)
         {
-            m_late.push_back({sender.sin_addr.s_addr, sender.sin_port, answer});
+            m_late.push_back({sender.sin_addr.s_addr, sender.sin_port, answers[i]});
         }
     }
     m_arrived.notify_all();
-    if (!isAsked || m_way == EWay::Silent || m_way == EWay::Late)
-    {
-        return;
-    }
-    if (m_way == EWay::Truncated)
-    {
-        answer.pop_back();
-    }
     const int from = m_way == EWay::FromAnotherPort ? m_other : m_own;
-    for (int i = 0; i < (m_way == EWay::Twice ? 2 : 1); ++i)
+    for (std::size_t i = 0; m_way != EWay::Late && i < answers.size(); ++i)
     {
-        Send(from, answer, sender.sin_addr.s_addr, sender.sin_port);
+        Send(from, answers[i], sender.sin_addr.s_addr, sender.sin_port);
     }
 }
 

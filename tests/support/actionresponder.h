@@ -27,6 +27,7 @@ public:
         Once,
         Silent,
         Twice,
+        OnceAndRefused,  // then once more, as if a camera of the same address were busy
         WrongRequest,    // with another command's request identifier
         Truncated,       // all but the last byte
         FromAnotherPort, // than GVCP's
@@ -62,6 +63,8 @@ private:
 
     void Run();
     void Receive(int descriptor);
+    /** To a command that asks for answers. */
+    std::vector<Velmo::Gvcp::Bytes> MakeAnswers(std::uint16_t requestId) const;
     void Send(int descriptor, const Velmo::Gvcp::Bytes& data, std::uint32_t ip, std::uint16_t port) const;
 
     const Velmo::Gvcp::EStatus m_status;

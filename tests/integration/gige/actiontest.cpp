@@ -63,6 +63,24 @@ protected:
         return "";
     }
 
+    /** Keeps what is logged from now on. */
+    void Watch()
+    {
+        SetLogSink(
+            [this](const SLogRecord& record)
+            {
+                const std::lock_guard<std::mutex> lock(m_mutex);
+                m_lines.push_back(record.category + " " + record.text);
+            });
+    }
+    std::vector<std::string> Lines()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_lines;
+    }
+
+    std::mutex m_mutex; // guards m_lines
+    std::vector<std::string> m_lines;
     std::shared_ptr<Transport::ITransport> m_pTransport = GigE::CreateTransport();
 };
 
@@ -195,19 +213,38 @@ TEST_F(GigEAction, withoutAdapterItSaysThatNoneLeadsThere)
     EXPECT_THAT(RefusalOf(far), ::testing::StartsWith("RuntimeException: The scheduled action for 203.0.113.7 cannot"));
 }
 
+TEST_F(GigEAction, zeroKeysAreKeysLikeOthers)
+{
+    const CActionResponder camera("127.0.0.21");
+    SActionCommand command = Command("127.0.0.21", 1);
+    command.deviceKey = 0;
+    command.groupKey = 0;
+    command.time = 0;
+    EXPECT_THAT(Issue(command), ::testing::ElementsAre("127.0.0.21=0"));
+    ASSERT_EQ(camera.GetCommands().size(), 1U);
+    const Gvcp::SAction action = camera.GetCommands().front().action;
+    EXPECT_EQ(action.deviceKey, 0U);
+    EXPECT_EQ(action.groupKey, 0U);
+    EXPECT_TRUE(action.isScheduled);
+    EXPECT_EQ(action.time, 0U);
+}
+
+TEST_F(GigEAction, twoCamerasBehindOneAddressCountOnceAndTheLogTellsOfBoth)
+{
+    const CActionResponder twin("127.0.0.21", Gvcp::EStatus::Success, CActionResponder::EWay::OnceAndRefused);
+    Watch();
+    EXPECT_THAT(Issue(Command("127.255.255.255", 2, ShortMs)), ::testing::ElementsAre("127.0.0.21=0"));
+    EXPECT_THAT(Lines(), ::testing::Contains(::testing::AllOf(
+                             ::testing::HasSubstr("refused by 127.0.0.21: " + Gvcp::StatusText(0x8007)),
+                             ::testing::HasSubstr("two cameras may have that address"))));
+}
+
 TEST_F(GigEAction, reasonsOfRefusalsAndSilenceAreInTheDebugLog)
 {
-    std::mutex mutex;
-    std::vector<std::string> lines;
-    SetLogSink(
-        [&](const SLogRecord& record)
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            lines.push_back(record.category + " " + record.text);
-        });
+    Watch();
     const CActionResponder refusing("127.0.0.21", Gvcp::EStatus::NoReferenceTime);
     Issue(Command("127.0.0.21", 2, ShortMs));
-    const std::lock_guard<std::mutex> lock(mutex);
+    const std::vector<std::string> lines = Lines();
     EXPECT_THAT(lines, ::testing::Contains(::testing::AllOf(
                            ::testing::StartsWith("velmo.gige The action for"),
                            ::testing::HasSubstr("refused by 127.0.0.21: " + Gvcp::StatusText(0x8013)))));

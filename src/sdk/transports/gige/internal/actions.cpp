@@ -130,6 +130,7 @@ public:
         }
         return m_answers.Get();
     }
+    const std::vector<Transport::SActionAnswer>& GetContradictions() const { return m_answers.GetContradictions(); }
 
 private:
     static constexpr milliseconds::rep LongestPollMs = 3600 * 1000;
@@ -201,14 +202,23 @@ std::uint32_t CheckedTarget(const Transport::SActionCommand& command)
     return target;
 }
 
-void LogAnswers(const Transport::SActionCommand& command, const std::vector<Transport::SActionAnswer>& answers)
+void LogAnswers(const Transport::SActionCommand& command, const std::vector<Transport::SActionAnswer>& answers,
+                const std::vector<Transport::SActionAnswer>& contradictions)
 {
-    for (const Transport::SActionAnswer& answer : answers)
+    const auto log = [&command](const Transport::SActionAnswer& answer, const std::string& end)
     {
         const std::string how = answer.status == 0 ? "was taken by " + answer.address
                                                    : "was refused by " + answer.address + ": " +
                                                          Gvcp::StatusText(static_cast<std::uint16_t>(answer.status));
-        Log(ELogLevel::Debug, LogCategory, Describe(command, how.c_str()) + ".");
+        Log(ELogLevel::Debug, LogCategory, Describe(command, how.c_str()) + end);
+    };
+    for (const Transport::SActionAnswer& answer : answers)
+    {
+        log(answer, ".");
+    }
+    for (const Transport::SActionAnswer& answer : contradictions)
+    {
+        log(answer, ", which had answered otherwise before: two cameras may have that address.");
     }
     if (command.timeoutMs != 0 && answers.size() < command.expectedAnswers)
     {
@@ -272,12 +282,26 @@ void CActionAnswers::Take(const std::uint8_t* data, std::size_t bytes, std::uint
     }
     const bool isFromThere = route.isBroadcast ? route.target == LimitedBroadcast || route.adapter.IsInSubnet(senderIp)
                                                : senderIp == route.target;
+    if (!isFromThere)
+    {
+        return;
+    }
     const std::string address = Gvcp::IpText(senderIp);
-    const bool isKnown = std::any_of(m_answers.begin(), m_answers.end(),
-                                     [&](const Transport::SActionAnswer& known) { return known.address == address; });
-    if (isFromThere && !isKnown)
+    const auto first = std::find_if(m_answers.begin(), m_answers.end(),
+                                    [&](const Transport::SActionAnswer& known) { return known.address == address; });
+    if (first == m_answers.end())
     {
         m_answers.push_back({address, ack.status});
+        return;
+    }
+    constexpr std::size_t mostContradictions = 64;
+    const bool isTold =
+        first->status == ack.status || std::any_of(m_contradictions.begin(), m_contradictions.end(),
+                                                   [&](const Transport::SActionAnswer& known)
+                                                   { return known.address == address && known.status == ack.status; });
+    if (!isTold && m_contradictions.size() < mostContradictions)
+    {
+        m_contradictions.push_back({address, ack.status});
     }
 }
 
@@ -295,7 +319,7 @@ std::vector<Transport::SActionAnswer> IssueAction(const std::vector<SAdapter>& a
     CActionCall call(command);
     call.Send(routes);
     std::vector<Transport::SActionAnswer> answers = call.Wait();
-    LogAnswers(command, answers);
+    LogAnswers(command, answers, call.GetContradictions());
     return answers;
 }
 

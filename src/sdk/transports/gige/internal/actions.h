@@ -43,11 +43,14 @@ public:
               const SActionRoute& route);
     bool IsComplete() const { return m_answers.size() >= m_expected; }
     const std::vector<Transport::SActionAnswer>& Get() const { return m_answers; }
+    /** Further answers with another status than the first of the same address had; each once, the first few. */
+    const std::vector<Transport::SActionAnswer>& GetContradictions() const { return m_contradictions; }
 
 private:
     std::uint16_t m_requestId;
     std::size_t m_expected;
     std::vector<Transport::SActionAnswer> m_answers;
+    std::vector<Transport::SActionAnswer> m_contradictions;
 };
 
 /** IGigEExtension::IssueAction by these adapters. */

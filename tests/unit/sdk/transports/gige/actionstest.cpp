@@ -52,10 +52,10 @@ std::vector<std::string> Route(const char* target, const char* source = "0.0.0.0
     return texts;
 }
 
-std::string Texts(const CActionAnswers& answers)
+std::string Texts(const std::vector<Transport::SActionAnswer>& answers)
 {
     std::string text;
-    for (const Transport::SActionAnswer& answer : answers.Get())
+    for (const Transport::SActionAnswer& answer : answers)
     {
         text += answer.address + "=" + std::to_string(answer.status) + " ";
     }
@@ -122,7 +122,7 @@ TEST_F(ActionAnswers, areKeptWithTheirStatusInTheOrderOfArrival)
 {
     Take(Ack(Gvcp::EStatus::ActionLate), "192.168.1.21");
     Take(Ack(), "192.168.1.20");
-    EXPECT_EQ(Texts(m_answers), "192.168.1.21=32790 192.168.1.20=0 ");
+    EXPECT_EQ(Texts(m_answers.Get()), "192.168.1.21=32790 192.168.1.20=0 ");
     EXPECT_FALSE(m_answers.IsComplete());
 }
 
@@ -131,7 +131,32 @@ TEST_F(ActionAnswers, ofOneCameraCountOnceAndTheFirstHolds)
     Take(Ack(Gvcp::EStatus::Busy), "192.168.1.20");
     Take(Ack(), "192.168.1.20");
     Take(Ack(), "192.168.1.20", Everywhere());
-    EXPECT_EQ(Texts(m_answers), "192.168.1.20=32775 ");
+    EXPECT_EQ(Texts(m_answers.Get()), "192.168.1.20=32775 ");
+}
+
+TEST_F(ActionAnswers, ofOneAddressThatContradictEachOtherAreKeptApart)
+{
+    Take(Ack(), "192.168.1.20");
+    Take(Ack(Gvcp::EStatus::Busy), "192.168.1.21");
+    for (int i = 0; i < 3; ++i)
+    {
+        Take(Ack(Gvcp::EStatus::ActionLate), "192.168.1.20");
+        Take(Ack(Gvcp::EStatus::Busy), "192.168.1.21");
+        Take(Ack(Gvcp::EStatus::Busy), "192.168.1.22", Network(), 40000);
+    }
+    EXPECT_EQ(Texts(m_answers.Get()), "192.168.1.20=0 192.168.1.21=32775 ");
+    EXPECT_EQ(Texts(m_answers.GetContradictions()), "192.168.1.20=32790 ");
+}
+
+TEST_F(ActionAnswers, thatContradictEachOtherAreBounded)
+{
+    Take(Ack(), "192.168.1.20");
+    for (std::uint16_t status = 1; status < 1000; ++status)
+    {
+        Take(Ack(static_cast<Gvcp::EStatus>(status)), "192.168.1.20");
+    }
+    EXPECT_LE(m_answers.GetContradictions().size(), 64U);
+    EXPECT_EQ(m_answers.Get().size(), 1U);
 }
 
 TEST_F(ActionAnswers, beyondTheExpectedAreIgnored)
@@ -149,7 +174,7 @@ TEST_F(ActionAnswers, toOtherCommandsAreIgnored)
     Take(Ack(Gvcp::EStatus::Success, Request + 1), "192.168.1.20");
     Take(Gvcp::EncodeWriteRegAck(Request, Gvcp::EStatus::Success, 0), "192.168.1.20");
     Take(Gvcp::EncodePendingAck(Request, 100), "192.168.1.20");
-    EXPECT_EQ(Texts(m_answers), "");
+    EXPECT_EQ(Texts(m_answers.Get()), "");
 }
 
 TEST_F(ActionAnswers, thatAreCutOffOrLieAboutTheirLengthAreIgnored)
@@ -162,7 +187,7 @@ TEST_F(ActionAnswers, thatAreCutOffOrLieAboutTheirLengthAreIgnored)
     Gvcp::Bytes lying = whole;
     lying[5] = 4; // the header's length
     Take(lying, "192.168.1.20");
-    EXPECT_EQ(Texts(m_answers), "");
+    EXPECT_EQ(Texts(m_answers.Get()), "");
 }
 
 TEST_F(ActionAnswers, fromElsewhereAreIgnored)
@@ -170,8 +195,8 @@ TEST_F(ActionAnswers, fromElsewhereAreIgnored)
     Take(Ack(), "192.168.1.20", Network(), 40000);
     Take(Ack(), "192.168.2.20", Network());
     Take(Ack(), "192.168.1.21", OneCamera());
-    EXPECT_EQ(Texts(m_answers), "");
+    EXPECT_EQ(Texts(m_answers.Get()), "");
     Take(Ack(), "192.168.2.20", Everywhere());
     Take(Ack(), "192.168.1.20", OneCamera());
-    EXPECT_EQ(Texts(m_answers), "192.168.2.20=0 192.168.1.20=0 ");
+    EXPECT_EQ(Texts(m_answers.Get()), "192.168.2.20=0 192.168.1.20=0 ");
 }
