@@ -12,24 +12,32 @@
 #include "hostkit/cameranames.h"
 #include "hostkit/host.h"
 #include "parametercollection/parameters.h"
+#include "support/actionresponder.h"
 #include "support/networknamespace.h"
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <map>
 
 namespace
 {
 
 using HostKit::CameraInfoPtr;
+using ParameterCollection::CBooleanParameter;
+using ParameterCollection::CCommandParameter;
+using ParameterCollection::CEnumParameter;
+using ParameterCollection::CIntegerParameter;
 using Plugin::CameraPool::ICameraEnumerationService;
 using Plugin::CameraPool::ICameraStatusService;
 using Plugin::CameraPool::SGigEActionCommandResult;
 
 constexpr int limitMs = 20000;
+constexpr unsigned int shortMs = 300; // for answers that do not come
 constexpr int cameraCount = 8;
 constexpr unsigned int deviceKey = 0x11223344;
 constexpr unsigned int groupKey = 7;
@@ -43,17 +51,19 @@ public:
 
 const auto* const pEnvironment = ::testing::AddGlobalTestEnvironment(new CNetworkEnvironment);
 
-/** A whole host with the real plugins, and eight GigE Vision cameras that wait for the action signal 1; the mask of
- * each has a bit of its own. */
+/** A whole host with the real plugins, and eight GigE Vision cameras, or a few less, that wait for the action signal 1;
+ * the mask of each has a bit of its own. */
 class HostActions : public testing::Test
 {
 protected:
+    explicit HostActions(int served = cameraCount) : m_served(served) {}
+
     static std::string address(int camera) { return "127.0.0." + std::to_string(21 + camera); }
 
-    static std::vector<GigEServer::SServedCamera> cameras()
+    std::vector<GigEServer::SServedCamera> cameras() const
     {
-        std::vector<GigEServer::SServedCamera> all(cameraCount);
-        for (int i = 0; i < cameraCount; ++i)
+        std::vector<GigEServer::SServedCamera> all(static_cast<std::size_t>(m_served));
+        for (int i = 0; i < m_served; ++i)
         {
             auto& camera = all[static_cast<std::size_t>(i)];
             camera.address = GigEServer::FindAddress(address(i));
@@ -93,7 +103,7 @@ protected:
     {
         QSignalSpy changed(&m_pHost->enumeration(), &ICameraEnumerationService::enumerationChanged);
         constexpr int passes = 40;
-        for (int pass = 0; pass < passes && m_cameras.size() != cameraCount; ++pass)
+        for (int pass = 0; pass < passes && m_cameras.size() != m_served; ++pass)
         {
             m_pHost->enumeration().triggerEnumeration();
             changed.wait(limitMs / passes);
@@ -108,7 +118,7 @@ protected:
                 }
             }
         }
-        return m_cameras.size() == cameraCount;
+        return m_cameras.size() == m_served;
     }
 
     /** Until so many cameras have sent so many images each. */
@@ -127,11 +137,64 @@ protected:
             limitMs);
     }
 
+    CameraInfoPtr camera(int number) const
+    {
+        const QString serial = QStringLiteral("ACT-%1").arg(number);
+        const auto found = std::find_if(m_cameras.cbegin(), m_cameras.cend(),
+                                        [&serial](const auto& info) { return info->getSerialNumber() == serial; });
+        return found == m_cameras.cend() ? CameraInfoPtr() : *found;
+    }
+    /** Lets the clocks of the cameras with these numbers follow the one that all of them share. */
+    void synchronise(int from, int to)
+    {
+        for (int i = from; i < to; ++i)
+        {
+            parameter<CBooleanParameter>(camera(i), "PtpEnable").setValue(true);
+        }
+        for (int i = from; i < to; ++i)
+        {
+            EXPECT_TRUE(QTest::qWaitFor(
+                [&]
+                {
+                    parameter<CCommandParameter>(camera(i), "PtpDataSetLatch").execute();
+                    return parameter<CEnumParameter>(camera(i), "PtpStatus").value() == QLatin1String("Slave");
+                },
+                limitMs));
+        }
+    }
+    /** A time of the shared clock that is a second away. */
+    unsigned long long soon() const
+    {
+        constexpr unsigned long long aheadNs = 1'000'000'000;
+        parameter<CCommandParameter>(camera(0), "TimestampLatch").execute();
+        const auto now = parameter<CIntegerParameter>(camera(0), "TimestampLatchValue").value();
+        return static_cast<unsigned long long>(now) + aheadNs;
+    }
+    /** "address=accepted|refused" of each answer, sorted. */
+    QStringList answers() const
+    {
+        QStringList texts;
+        for (const auto& result : m_results)
+        {
+            texts.append(QStringLiteral("%1=%2").arg(QString::fromLatin1(result.deviceAddress),
+                                                     result.hasError ? "refused" : "accepted"));
+        }
+        texts.sort();
+        return texts;
+    }
+    /** Room and number as at the beginning. */
+    void expect(int number)
+    {
+        m_results.resize(number);
+        m_count = static_cast<unsigned int>(number);
+    }
+
     template <class Parameter> Parameter parameter(const CameraInfoPtr& camera, const char* name) const
     {
         return Parameter(m_pHost->parameters().getParameterCollection(camera), QString::fromLatin1(name));
     }
 
+    const int m_served;
     std::unique_ptr<GigEServer::CServer> m_pServer;
     std::unique_ptr<HostKit::CHost> m_pHost;
     QVector<CameraInfoPtr> m_cameras;
@@ -176,39 +239,130 @@ TEST_F(HostActions, maskChoosesTheCameras)
     EXPECT_EQ(m_images.count(QStringLiteral("ACT-2")), 1U);
 }
 
+TEST_F(HostActions, otherKeysAndMasksAreMetWithSilence)
+{
+    auto& actions = m_pHost->actions();
+    EXPECT_FALSE(actions.issue(deviceKey + 1, groupKey, 0xFF, m_results, everywhere, shortMs, &m_count));
+    EXPECT_TRUE(m_results.isEmpty());
+    EXPECT_EQ(m_count, 0U);
+    expect(cameraCount);
+    EXPECT_FALSE(actions.issue(deviceKey, groupKey + 1, 0xFF, m_results, everywhere, shortMs, &m_count));
+    EXPECT_TRUE(m_results.isEmpty());
+    expect(cameraCount);
+    EXPECT_FALSE(actions.issue(deviceKey, groupKey, 0x100, m_results, everywhere, shortMs, &m_count));
+    EXPECT_TRUE(m_results.isEmpty());
+    expect(cameraCount);
+    EXPECT_FALSE(actions.issue(0, 0, 0xFF, m_results, everywhere, shortMs, &m_count)) << "keys like others";
+    EXPECT_TRUE(m_results.isEmpty());
+    expect(cameraCount);
+    EXPECT_TRUE(actions.issue(deviceKey, groupKey, 0xFF, m_results, everywhere, limitMs, &m_count));
+    EXPECT_TRUE(waitForImages(cameraCount, 1));
+    for (const auto& [serial, timestamps] : m_images)
+    {
+        EXPECT_EQ(timestamps.size(), 1) << serial.toStdString();
+    }
+}
+
+TEST_F(HostActions, commandsThatCannotBeSentAreFalseAndTriggerNothing)
+{
+    auto& actions = m_pHost->actions();
+    EXPECT_FALSE(actions.issue(deviceKey, groupKey, 0, m_results, everywhere, shortMs, &m_count)) << "no mask";
+    for (const char* address : {"", "everybody", "0.0.0.0", "239.1.1.1", "127.0.0.256", "255.255.255.255 "})
+    {
+        expect(cameraCount);
+        EXPECT_FALSE(actions.issue(deviceKey, groupKey, 0xFF, m_results, QString::fromLatin1(address), 0, nullptr))
+            << address;
+    }
+    m_results.clear();
+    EXPECT_TRUE(actions.issue(deviceKey, groupKey, 0xFF, m_results, everywhere, limitMs, nullptr));
+    EXPECT_TRUE(waitForImages(cameraCount, 1));
+    for (const auto& [serial, timestamps] : m_images)
+    {
+        EXPECT_EQ(timestamps.size(), 1) << serial.toStdString();
+    }
+}
+
+TEST_F(HostActions, withoutRoomOrNumberAllActAndNobodyIsAsked)
+{
+    auto& actions = m_pHost->actions();
+    QElapsedTimer timer;
+    timer.start();
+    m_results.clear();
+    EXPECT_TRUE(actions.issue(deviceKey, groupKey, 0xFF, m_results, everywhere, limitMs, &m_count));
+    EXPECT_TRUE(m_results.isEmpty());
+    EXPECT_EQ(m_count, 0U);
+    EXPECT_TRUE(waitForImages(cameraCount, 1));
+    m_results.resize(cameraCount);
+    EXPECT_TRUE(actions.issue(deviceKey, groupKey, 0xFF, m_results, everywhere, limitMs, nullptr));
+    EXPECT_TRUE(m_results.isEmpty());
+    EXPECT_TRUE(waitForImages(cameraCount, 2));
+    EXPECT_LT(timer.elapsed(), limitMs) << "no answer was waited for";
+}
+
+TEST_F(HostActions, oneAddressReachesOneCamera)
+{
+    expect(1);
+    EXPECT_TRUE(m_pHost->actions().issue(deviceKey, groupKey, 0xFF, m_results, QString::fromStdString(address(4)),
+                                         limitMs, &m_count));
+    EXPECT_EQ(answers(), QStringList{"127.0.0.25=accepted"});
+    EXPECT_TRUE(waitForImages(1, 1));
+    EXPECT_EQ(m_images.count(QStringLiteral("ACT-4")), 1U);
+    EXPECT_EQ(m_images.size(), 1U);
+}
+
 TEST_F(HostActions, scheduledCommandGivesEightImagesOfOneTime)
 {
-    using ParameterCollection::CBooleanParameter;
-    using ParameterCollection::CCommandParameter;
-    using ParameterCollection::CEnumParameter;
-    using ParameterCollection::CIntegerParameter;
     EXPECT_TRUE(m_pHost->actions().schedule(deviceKey, groupKey, 0xFF, 1, m_results, everywhere, limitMs, &m_count));
     ASSERT_EQ(m_results.size(), cameraCount);
     EXPECT_TRUE(m_results.constFirst().hasError) << "no clock is synchronised yet";
-    for (const auto& camera : qAsConst(m_cameras))
-    {
-        parameter<CBooleanParameter>(camera, "PtpEnable").setValue(true);
-    }
-    for (const auto& camera : qAsConst(m_cameras))
-    {
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&]
-            {
-                parameter<CCommandParameter>(camera, "PtpDataSetLatch").execute();
-                return parameter<CEnumParameter>(camera, "PtpStatus").value() == QLatin1String("Slave");
-            },
-            limitMs));
-    }
-    parameter<CCommandParameter>(m_cameras.constFirst(), "TimestampLatch").execute();
-    const auto now = parameter<CIntegerParameter>(m_cameras.constFirst(), "TimestampLatchValue").value();
-    constexpr unsigned long long aheadNs = 500'000'000;
-    const unsigned long long due = static_cast<unsigned long long>(now) + aheadNs;
+    synchronise(0, cameraCount);
+    const unsigned long long due = soon();
     EXPECT_TRUE(m_pHost->actions().schedule(deviceKey, groupKey, 0xFF, due, m_results, everywhere, limitMs, &m_count));
     EXPECT_TRUE(waitForImages(cameraCount, 1));
     for (const auto& [serial, timestamps] : m_images)
     {
         EXPECT_EQ(timestamps, QVector<quint64>{due}) << serial.toStdString();
     }
+}
+
+TEST_F(HostActions, timeThatHasPassedIsRefusedByAll)
+{
+    synchronise(0, cameraCount);
+    EXPECT_TRUE(m_pHost->actions().schedule(deviceKey, groupKey, 0xFF, 1, m_results, everywhere, limitMs, &m_count));
+    EXPECT_EQ(answers().filter(QStringLiteral("refused")).size(), cameraCount);
+}
+
+/** Seven of the eight, and one that answers when it is too late. */
+class MixedHostActions : public HostActions
+{
+protected:
+    MixedHostActions() : HostActions(cameraCount - 1) {}
+
+    ::Test::CActionResponder m_late{address(cameraCount - 1), Velmo::Gvcp::EStatus::Success,
+                                    ::Test::CActionResponder::EWay::Late};
+};
+
+TEST_F(MixedHostActions, oneRefusesOneIsSilentOneIsLateAndFiveExposeAtOnce)
+{
+    synchronise(0, 5); // and the clock of 5 stays its own
+    parameter<CIntegerParameter>(camera(6), "ActionDeviceKey").setValue(deviceKey + 1);
+    const unsigned long long due = soon();
+    EXPECT_FALSE(m_pHost->actions().schedule(deviceKey, groupKey, 0xFF, due, m_results, everywhere, shortMs, &m_count));
+    EXPECT_EQ(answers(), (QStringList{"127.0.0.21=accepted", "127.0.0.22=accepted", "127.0.0.23=accepted",
+                                      "127.0.0.24=accepted", "127.0.0.25=accepted", "127.0.0.26=refused"}));
+    EXPECT_EQ(m_count, 6U);
+    EXPECT_TRUE(waitForImages(5, 1));
+    EXPECT_EQ(m_images.size(), 5U);
+    for (const auto& [serial, timestamps] : m_images)
+    {
+        EXPECT_EQ(timestamps, QVector<quint64>{due}) << serial.toStdString();
+    }
+    ASSERT_TRUE(m_late.WaitForCommands(1));
+    m_late.SendLate(); // the next command must not take it for an answer of its own
+    expect(cameraCount);
+    EXPECT_FALSE(m_pHost->actions().issue(deviceKey, groupKey, 0xFF, m_results, everywhere, shortMs, &m_count));
+    EXPECT_EQ(answers().filter(QStringLiteral("accepted")).size(), 6);
+    EXPECT_TRUE(answers().filter(QStringLiteral("127.0.0.28")).isEmpty());
 }
 
 } // namespace
