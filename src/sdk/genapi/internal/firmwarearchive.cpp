@@ -88,16 +88,21 @@ void CFirmwareArchive::SDeleter::operator()(zip* archive) const
 CFirmwareArchive::CFirmwareArchive(std::string name, std::string_view bytes, const SFirmwareLimits& limits)
     : m_name(std::move(name)), m_limits(limits)
 {
+    if (bytes.empty())
+    {
+        Throw("it is empty");
+    }
     zip_error_t error;
     zip_error_init(&error);
     zip_source_t* const source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
     m_archive.reset(source == nullptr ? nullptr : zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error));
     if (!m_archive)
     {
+        const bool hasDuplicates = zip_error_code_zip(&error) == ZIP_ER_EXISTS;
         const std::string reason = zip_error_strerror(&error);
         zip_source_free(source);
         zip_error_fini(&error);
-        Throw("it is no sound ZIP archive: " + reason);
+        Throw(hasDuplicates ? "it holds more than one file of the same name" : "it is no sound ZIP archive: " + reason);
     }
     zip_error_fini(&error);
     ReadDirectory();

@@ -28,7 +28,8 @@ struct SFirmwareLimits
     std::size_t procedures = 256;
     std::size_t conditions = 64; // of one update; also the preconditions of one procedure
     std::size_t steps = 1000;    // of one procedure
-    std::size_t infos = 64;      // of one update; also the languages of one text
+    std::size_t infos = 64;      // of one update
+    std::size_t languages = 200; // of one text
     std::size_t textBytes = std::size_t{64} << 10;
     std::size_t nameBytes = 200; // of ids, features, keys and languages
     std::size_t patternBytes = 1000;

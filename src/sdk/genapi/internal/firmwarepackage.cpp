@@ -6,12 +6,9 @@
 #include "genapi/internal/firmwarearchive.h"
 #include "genapi/internal/firmwarechecksum.h"
 #include "genapi/internal/firmwarecontrolreader.h"
+#include "genapi/internal/firmwarefileio.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 
 namespace GenApi
 {
@@ -118,40 +115,7 @@ std::string LoadFirmwareFile(const std::string& fileName, const SFirmwareLimits&
     {
         GENICAM_THROW(InvalidArgumentException, "No file name of a firmware package was given");
     }
-    const std::string title = "The firmware package '" + fileName + "'";
-    std::error_code error;
-    const std::filesystem::path path(fileName);
-    if (!std::filesystem::exists(path, error))
-    {
-        GENICAM_THROW(FileNotFoundException, title + " does not exist");
-    }
-    if (!std::filesystem::is_regular_file(path, error))
-    {
-        GENICAM_THROW(FileIOException, title + " is no regular file");
-    }
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-    {
-        GENICAM_THROW(FileIOException, title + " cannot be opened: " + std::strerror(errno));
-    }
-    std::string bytes;
-    std::string part(std::size_t{1} << 20, '\0');
-    while (file)
-    {
-        file.read(part.data(), static_cast<std::streamsize>(part.size()));
-        bytes.append(part, 0, static_cast<std::size_t>(file.gcount()));
-        if (bytes.size() > limits.packageBytes)
-        {
-            GENICAM_THROW(OutOfRangeException,
-                          title + " is larger than " + std::to_string(limits.packageBytes) + " bytes");
-        }
-    }
-    if (file.bad())
-    {
-        GENICAM_THROW(FileIOException, title + " cannot be read: " + std::strerror(errno));
-    }
-    return bytes;
+    return LoadWholeFile("The firmware package '" + fileName + "'", fileName, limits.packageBytes);
 }
 
 std::vector<std::shared_ptr<const SFirmwareUpdate>> MakeFirmwareUpdates(const std::string& fileName,

@@ -184,9 +184,9 @@ FirmwareText ReadFirmwareText(const CFirmwareElement& element)
             one.Throw(language.empty() ? "there is more than one text without a language"
                                        : "there is more than one text in the language '" + language + "'");
         }
-        if (text.size() > element.Limits().infos)
+        if (text.size() > element.Limits().languages)
         {
-            element.ThrowTooMany("languages", element.Limits().infos);
+            element.ThrowTooMany("languages", element.Limits().languages);
         }
         first = first.empty() ? content : first;
     }
