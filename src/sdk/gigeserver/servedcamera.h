@@ -20,12 +20,12 @@ struct SNetworkFaults
     std::uint32_t reorderedPerThousand = 0;  // stream packets that change places with the next
     std::uint32_t duplicatedPerThousand = 0; // stream packets that arrive twice
     std::uint32_t delayMs = 0;               // each image leaves that much later
-    std::uint32_t commandMs = 0;             // commands take that long; a pending acknowledge says so at once
-    std::uint64_t dieInFrame = 0;            // falls silent for good in the middle of that image; 0: never
-    std::uint32_t pathMtu = 0;               // larger datagrams vanish, as in a switch without jumbo frames; 0: none
-    bool isSilent = false;                   // hears commands, but neither answers nor obeys
-    bool isStreamBlocked = false;            // no stream packet arrives, as behind a firewall
-    bool hasNoTestPackets = false;           // sends no test packets when it is asked for them
+    std::uint32_t commandMs = 0;   // commands take that long; a pending acknowledge says so where it is enabled
+    std::uint64_t dieInFrame = 0;  // falls silent for good in the middle of that image; 0: never
+    std::uint32_t pathMtu = 0;     // larger datagrams vanish, as in a switch without jumbo frames; 0: none
+    bool isSilent = false;         // hears commands, but neither answers nor obeys
+    bool isStreamBlocked = false;  // no stream packet arrives, as behind a firewall
+    bool hasNoTestPackets = false; // sends no test packets when it is asked for them
 };
 
 /** Where a camera is reached. Addresses in host byte order. */

@@ -3,6 +3,7 @@
 
 #include "protocols/gvbsregisters.h"
 #include "protocols/gvcp.h"
+#include "protocols/internal/bigendian.h"
 
 #include <algorithm>
 #include <limits>
@@ -13,20 +14,9 @@ namespace Velmo::Gvcp
 namespace
 {
 
-std::uint16_t U16(const std::uint8_t* p)
-{
-    return static_cast<std::uint16_t>(p[0] << 8 | p[1]);
-}
-
-std::uint32_t U32(const std::uint8_t* p)
-{
-    return static_cast<std::uint32_t>(U16(p)) << 16 | U16(p + 2);
-}
-
-std::uint64_t U64(const std::uint8_t* p)
-{
-    return static_cast<std::uint64_t>(U32(p)) << 32 | U32(p + 4);
-}
+using Internal::U16;
+using Internal::U32;
+using Internal::U64;
 
 /** Up to the first NUL, or the whole field when a careless device filled it. */
 std::string Text(const std::uint8_t* p, std::size_t fieldBytes)

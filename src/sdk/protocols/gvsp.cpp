@@ -3,11 +3,17 @@
 
 #include "protocols/gvsp.h"
 
+#include "protocols/internal/bigendian.h"
+
 namespace Velmo::Gvsp
 {
 
 namespace
 {
+
+using Internal::U16;
+using Internal::U32;
+using Internal::U64;
 
 constexpr std::uint8_t ExtendedIdFlag = 0x80; // GVSP header, EI: bit 0 of the byte that holds packet_format
 constexpr std::uint8_t FormatMask = 0x0F;
@@ -21,21 +27,6 @@ constexpr std::size_t ExtendedChunkTrailerBytes = 16; // image trailer, chunk_da
 std::uint16_t BaseType(std::uint16_t payloadType)
 {
     return static_cast<std::uint16_t>(payloadType & ~ExtendedChunkFlag);
-}
-
-std::uint16_t U16(const std::uint8_t* p)
-{
-    return static_cast<std::uint16_t>(p[0] << 8 | p[1]);
-}
-
-std::uint32_t U32(const std::uint8_t* p)
-{
-    return static_cast<std::uint32_t>(U16(p)) << 16 | U16(p + 2);
-}
-
-std::uint64_t U64(const std::uint8_t* p)
-{
-    return static_cast<std::uint64_t>(U32(p)) << 32 | U32(p + 4);
 }
 
 /** The value's lowest bytes, big-endian. */

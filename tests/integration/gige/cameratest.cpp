@@ -16,6 +16,7 @@
 
 using namespace Velmo;
 using Test::CFakeCamera;
+using Test::CGigEClient;
 using Test::CGvcpResponder;
 using Test::CSignal;
 using Test::CStreamBuffers;
@@ -519,6 +520,41 @@ TEST(GigEBusyCamera, errorNamesTheOwnerWhereTheCameraTellsIt)
     catch (const GenICam::AccessException& e)
     {
         EXPECT_THAT(e.GetDescription(), ::testing::HasSubstr("in use by the application at 10.1.2.3"));
+    }
+    GigE::SetAdapters({});
+}
+
+TEST(GigEBusyCamera, oneThatAsksForMoreTimeForEverIsGivenUpInWords)
+{
+    GigE::SetAdapters({"127.0.0.1"});
+    const CGvcpResponder pending("127.0.0.1",
+                                 [](const Gvcp::SCommand& command) -> std::vector<Gvcp::Bytes>
+                                 {
+                                     if (command.command == static_cast<std::uint16_t>(Gvcp::ECommand::DiscoveryCmd))
+                                     {
+                                         Gvcp::SDiscoveryAck ack;
+                                         ack.serialNumber = "pending";
+                                         ack.currentIp = 0x7F000001;
+                                         return {Gvcp::EncodeDiscoveryAck(command.requestId, ack)};
+                                     }
+                                     return {Gvcp::EncodePendingAck(command.requestId, 0xFFFF)};
+                                 });
+    CGigEClient client;
+    for (const EDeviceAccess access : {EDeviceAccess::Control, EDeviceAccess::Monitor})
+    {
+        const auto pDevice = client.Create("pending");
+        const auto start = std::chrono::steady_clock::now();
+        try
+        {
+            pDevice->Open(access);
+            FAIL() << "opened";
+        }
+        catch (const GenICam::GenericException& e)
+        {
+            EXPECT_THAT(e.GetDescription(), ::testing::HasSubstr("keeps asking for more time"));
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 7s);
+        EXPECT_FALSE(pDevice->IsOpen());
     }
     GigE::SetAdapters({});
 }

@@ -15,7 +15,6 @@ using namespace Test;
 using namespace std::chrono_literals;
 namespace Gvbs = Velmo::Gvbs;
 namespace Gvcp = Velmo::Gvcp;
-namespace Gvsp = Velmo::Gvsp;
 namespace Register = Simulator::Register;
 using Gvcp::EStatus;
 
@@ -92,10 +91,21 @@ TEST(Faults, silentCameraAnswersNothing)
     EXPECT_FALSE(peer.Receive(500ms).has_value());
 }
 
-TEST(Faults, slowCameraSaysThatItsAnswerIsPending)
+TEST(Faults, slowCameraSaysThatItsAnswerIsPendingWhenThatWasEnabled)
 {
     const CCameraProgram cameras({"--fault", "slow=300"});
     CGvcpPeer peer;
+    ASSERT_EQ(peer.Write(Gvbs::ControlChannelPrivilege, Gvbs::CcpControlAccess), EStatus::Success);
+    const auto unasked = peer.Ask(Gvcp::EncodeReadRegCmd(peer.NextId(), {Gvbs::Version}));
+    ASSERT_TRUE(unasked.has_value());
+    EXPECT_EQ(unasked->command, static_cast<std::uint16_t>(Gvcp::ECommand::ReadRegAck)) << "nobody asked for more";
+    peer.Send(Gvcp::EncodeWriteRegCmd(peer.NextId(), {{Gvbs::GvcpConfiguration, Gvbs::GvcpConfigurationPendingAck}}));
+    for (const Gvcp::ECommand expected : {Gvcp::ECommand::PendingAck, Gvcp::ECommand::WriteRegAck})
+    {
+        const auto ack = peer.Receive(5s);
+        ASSERT_TRUE(ack.has_value());
+        EXPECT_EQ(ack->command, static_cast<std::uint16_t>(expected));
+    }
     const auto start = std::chrono::steady_clock::now();
     const auto pending = peer.Ask(Gvcp::EncodeReadRegCmd(peer.NextId(), {Gvbs::Version}));
     ASSERT_TRUE(pending.has_value());

@@ -223,7 +223,8 @@ TEST_F(GigETransport, isRefusedWithTheNameOfTheOwner)
 
 TEST_F(GigETransport, controlsACameraThatAnswersLate)
 {
-    const CCameraProgram cameras({"--config", WriteConfig(""), "--fault", "slow=20"});
+    // Later than the first repetition of a request comes
+    const CCameraProgram cameras({"--config", WriteConfig(""), "--fault", "slow=250"});
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
     const GenApi::CIntegerPtr pWidth(pDevice->GetNodeMap()->GetNode("Width"));
     pWidth->SetValue(320);

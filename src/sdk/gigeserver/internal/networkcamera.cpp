@@ -202,10 +202,14 @@ void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const S
         Send(answer, peer);
         return;
     }
-    constexpr std::uint32_t most = 0xFFFF;
-    Send(Gvcp::EncodePendingAck(RequestIdOf(data),
-                                static_cast<std::uint16_t>(std::min(m_camera.faults.commandMs, most))),
-         peer);
+    // By the standard only where the controlling application has asked for it.
+    if ((m_pRegisters->GetBootstrap().Get(Gvbs::GvcpConfiguration) & Gvbs::GvcpConfigurationPendingAck) != 0)
+    {
+        constexpr std::uint32_t most = 0xFFFF;
+        Send(Gvcp::EncodePendingAck(RequestIdOf(data),
+                                    static_cast<std::uint16_t>(std::min(m_camera.faults.commandMs, most))),
+             peer);
+    }
     m_lateAnswers.push_back({now + milliseconds(m_camera.faults.commandMs), peer, answer});
 }
 

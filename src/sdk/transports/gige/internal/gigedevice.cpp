@@ -122,6 +122,12 @@ void CGigEDevice::CheckFree() const
     {
         GENICAM_THROW(RuntimeException, "The camera " + Name() + " cannot be opened: it does not answer.");
     }
+    if (privilege.result == ERequest::Pending)
+    {
+        GENICAM_THROW(RuntimeException, "The camera " + Name() +
+                                            " cannot be opened: it keeps asking for more time and does not say whether "
+                                            "it is free. Restart it if that does not end.");
+    }
     constexpr std::uint32_t held = Gvbs::CcpExclusiveAccess | Gvbs::CcpControlAccess;
     if (privilege.result == ERequest::Answered && (privilege.value & held) == 0)
     {

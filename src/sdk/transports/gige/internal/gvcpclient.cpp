@@ -63,24 +63,26 @@ SMemoryAnswer CGvcpClient::ReadMemory(std::uint32_t address, std::size_t bytes, 
 ERequest CGvcpClient::Ask(const SRequest& request, std::chrono::milliseconds timeout, int attempts,
                           std::uint16_t& status)
 {
-    for (int attempt = 0; attempt < attempts; ++attempt)
+    // One identifier for all attempts, by the standard: the answer to the first may come after the second was sent.
+    m_requestId = m_requestId == 0xFFFF ? 1 : static_cast<std::uint16_t>(m_requestId + 1); // 0 is not allowed
+    const Gvcp::Bytes command = request.encode(m_requestId);
+    ERequest result = ERequest::Silent;
+    for (int attempt = 0; attempt < attempts && result == ERequest::Silent; ++attempt)
     {
-        m_requestId = m_requestId == 0xFFFF ? 1 : static_cast<std::uint16_t>(m_requestId + 1); // 0 is not allowed
-        if (!m_socket.Send(request.encode(m_requestId), m_deviceIp, Gvcp::Port))
+        if (!m_socket.Send(command, m_deviceIp, Gvcp::Port))
         {
             return ERequest::NotSent;
         }
-        if (Await(request, timeout, status))
-        {
-            return status == 0 ? ERequest::Answered : ERequest::Refused;
-        }
+        result = Await(request, timeout, status);
     }
-    return ERequest::Silent;
+    return result;
 }
 
-bool CGvcpClient::Await(const SRequest& request, std::chrono::milliseconds timeout, std::uint16_t& status)
+ERequest CGvcpClient::Await(const SRequest& request, std::chrono::milliseconds timeout, std::uint16_t& status)
 {
     Clock::time_point deadline = Clock::now() + timeout;
+    const Clock::time_point last = deadline + MostPatience;
+    ERequest result = ERequest::Silent; // when the deadline has passed
     std::uint8_t data[Gvcp::HeaderBytes + Gvcp::MaxPayloadBytes];
     for (;;)
     {
@@ -88,13 +90,13 @@ bool CGvcpClient::Await(const SRequest& request, std::chrono::milliseconds timeo
         pollfd entry{m_socket.GetDescriptor(), POLLIN, 0};
         if (left.count() <= 0 || poll(&entry, 1, static_cast<int>(left.count())) == 0)
         {
-            return false;
+            return result;
         }
         std::uint32_t senderIp = 0;
         std::uint16_t senderPort = 0;
         const std::size_t bytes = m_socket.Receive(data, sizeof data, senderIp, senderPort);
         Gvcp::SAcknowledge ack;
-        if (bytes == 0 || senderIp != m_deviceIp ||
+        if (bytes == 0 || senderIp != m_deviceIp || senderPort != Gvcp::Port ||
             Gvcp::ParseAcknowledge(data, bytes, ack) != Gvcp::EParseResult::Ok || ack.ackId != m_requestId)
         {
             continue;
@@ -103,9 +105,9 @@ bool CGvcpClient::Await(const SRequest& request, std::chrono::milliseconds timeo
         if (ack.command == static_cast<std::uint16_t>(Gvcp::ECommand::PendingAck) &&
             Gvcp::ParsePendingAck(ack, pendingMs) == Gvcp::EParseResult::Ok)
         {
-            // It works on it and says how long; a camera may say so again, but not for ever.
-            constexpr std::uint16_t longestMs = 5000;
-            deadline = Clock::now() + timeout + std::chrono::milliseconds(std::min(pendingMs, longestMs));
+            // It works on it and says how long; it may say so again, but not for ever.
+            deadline = std::min(last, Clock::now() + timeout + std::chrono::milliseconds(pendingMs));
+            result = ERequest::Pending;
             continue;
         }
         if (ack.command != static_cast<std::uint16_t>(request.answer))
@@ -113,9 +115,13 @@ bool CGvcpClient::Await(const SRequest& request, std::chrono::milliseconds timeo
             continue;
         }
         status = ack.status;
-        if (status != 0 || request.parse(ack))
+        if (status != 0)
         {
-            return true;
+            return ERequest::Refused;
+        }
+        if (request.parse(ack))
+        {
+            return ERequest::Answered;
         }
     }
 }

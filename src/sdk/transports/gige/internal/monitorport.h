@@ -3,12 +3,10 @@
 
 #pragma once
 
-#include "genapi/inodes.h"
+#include "transports/gige/internal/cameraport.h"
 #include "transports/gige/internal/gvcpclient.h"
-#include "transports/gige/internal/removal.h"
 
 #include <memory>
-#include <mutex>
 #include <string>
 
 namespace Velmo::GigE::Internal
@@ -23,7 +21,7 @@ namespace Velmo::GigE::Internal
  * RuntimeException; each text names camera, address and length.
  * Threads: any; accesses come one after the other.
  */
-class GIGE_TEST_EXPORT CMonitorPort : public GenApi::IPort
+class GIGE_TEST_EXPORT CMonitorPort : public ACameraPort
 {
 public:
     /** Throws RuntimeException when the adapter's address cannot be used. Addresses in host byte order. */
@@ -32,20 +30,15 @@ public:
     ~CMonitorPort() override;
 
     GenApi::EAccessMode GetAccessMode() const override { return GenApi::EAccessMode::RO; }
-    void Read(void* buffer, std::int64_t address, std::int64_t length) override;
     void Write(const void* buffer, std::int64_t address, std::int64_t length) override;
     GenICam::gcstring GetWriteRefusal() const override;
-    std::uint32_t ReadRegister(std::uint32_t address);
 
 private:
-    std::string Describe(const char* access, std::int64_t address, std::int64_t length) const;
-    void Check(std::int64_t address, std::int64_t length) const;
-    void ReadWords(std::uint8_t* data, std::int64_t address, std::int64_t length);
+    void CheckRead(std::int64_t address, std::int64_t length) const override;
+    void ReadWords(std::uint8_t* data, std::int64_t address, std::int64_t length) override;
+    void WriteWords(const std::uint8_t* data, std::int64_t address, std::int64_t length) override;
     [[noreturn]] void Throw(const std::string& what, ERequest result, std::uint16_t status) const;
 
-    const std::string m_cameraName;
-    const std::shared_ptr<CRemoval> m_pRemoval;
-    std::mutex m_mutex; // one access at a time
     CGvcpClient m_client;
 };
 
