@@ -24,7 +24,7 @@ public:
 };
 
 /** The steady clock. */
-class CFirmwareClock : public IFirmwareClock
+class GENAPI_TEST_EXPORT CFirmwareClock : public IFirmwareClock
 {
 public:
     ~CFirmwareClock() override;
