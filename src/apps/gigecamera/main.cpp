@@ -71,7 +71,7 @@ int main(int argc, char** argv)
     }
     try
     {
-        Run(options);
+        options.firmware.empty() ? Run(options) : GigECamera::WriteFirmware(options);
         return EXIT_SUCCESS;
     }
     catch (const GenICam::GenericException& error)

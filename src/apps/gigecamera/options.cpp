@@ -4,18 +4,21 @@
 #include "gigecamera/options.h"
 
 #include "genapi/exceptions.h"
+#include "gigecamera/faults.h"
 #include "simulator/datareader.h"
+#include "simulator/firmware.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cerrno>
 #include <cmath>
-#include <limits>
+#include <cstring>
+#include <fstream>
 
 namespace GigECamera
 {
 
 using GigEServer::SAddress;
-using GigEServer::SNetworkFaults;
 using GigEServer::SServedCamera;
 
 namespace
@@ -23,84 +26,8 @@ namespace
 
 constexpr std::size_t MostCameras = 250;
 constexpr double MostMegabits = 1.0e6;
+constexpr std::size_t MostFirmwareBytes = 64 * 1024 * 1024; // more than a camera takes, to see that it refuses
 constexpr std::uint32_t LoopbackNetwork = 127;
-constexpr const char* FaultHelp =
-    "What goes wrong, as often as needed: lost=N, reordered=N, duplicated=N (stream packets per thousand), delay=MS "
-    "(of images), slow=MS (of commands), die=N (silent for good in the N-th image), silent (answers nothing), mtu=N "
-    "(larger "
-    "datagrams vanish on the way), nostream (no stream packet arrives), notest (sends no test packets)";
-
-std::uint32_t FaultValue(const std::string& fault, std::size_t equals, std::uint32_t most)
-{
-    const std::string text = equals == std::string::npos ? "" : fault.substr(equals + 1);
-    const bool isNumber = !text.empty() && text.size() <= 10 && text.find_first_not_of("0123456789") == text.npos;
-    const unsigned long long value = isNumber ? std::stoull(text) : 0;
-    if (!isNumber || value > most)
-    {
-        GENICAM_THROW(InvalidArgumentException,
-                      "The fault '" + fault + "' needs a number from 0 to " + std::to_string(most) + ".");
-    }
-    return static_cast<std::uint32_t>(value);
-}
-
-SNetworkFaults ReadFaults(const std::vector<std::string>& texts)
-{
-    constexpr std::uint32_t thousand = 1000;
-    constexpr std::uint32_t mostMs = 60'000;
-    constexpr std::uint32_t mostMtu = 0xFFFF;
-    SNetworkFaults faults;
-    for (const std::string& text : texts)
-    {
-        const std::size_t equals = text.find('=');
-        const std::string name = text.substr(0, equals);
-        if (name == "lost")
-        {
-            faults.lostPerThousand = FaultValue(text, equals, thousand);
-        }
-        else if (name == "reordered")
-        {
-            faults.reorderedPerThousand = FaultValue(text, equals, thousand);
-        }
-        else if (name == "duplicated")
-        {
-            faults.duplicatedPerThousand = FaultValue(text, equals, thousand);
-        }
-        else if (name == "delay")
-        {
-            faults.delayMs = FaultValue(text, equals, mostMs);
-        }
-        else if (name == "slow")
-        {
-            faults.commandMs = FaultValue(text, equals, mostMs);
-        }
-        else if (name == "die")
-        {
-            faults.dieInFrame = FaultValue(text, equals, std::numeric_limits<std::uint32_t>::max());
-        }
-        else if (name == "mtu")
-        {
-            faults.pathMtu = FaultValue(text, equals, mostMtu);
-        }
-        else if (text == "silent")
-        {
-            faults.isSilent = true;
-        }
-        else if (text == "nostream")
-        {
-            faults.isStreamBlocked = true;
-        }
-        else if (text == "notest")
-        {
-            faults.hasNoTestPackets = true;
-        }
-        else
-        {
-            GENICAM_THROW(InvalidArgumentException, "There is no fault '" + text + "'. " + FaultHelp + ".");
-        }
-    }
-    return faults;
-}
-
 std::vector<SAddress> ReadAddresses(const SOptions& options)
 {
     std::vector<SAddress> addresses;
@@ -162,10 +89,22 @@ bool ParseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
         ->check(CLI::Range(std::size_t{1}, MostCameras));
     app.add_option("-c,--config", options.configFile, "Cameras as data, in the emulation's JSON format")
         ->check(CLI::ExistingFile);
-    app.add_option("-f,--fault", options.faults, FaultHelp)->allow_extra_args(false);
+    app.add_option("-f,--fault", options.faults, GetFaultHelp())->allow_extra_args(false);
     app.add_option("-l,--link-speed", options.linkMegabits, "Mbit/s at which a camera sends; 0: as fast as it can")
         ->check(CLI::Range(0.0, MostMegabits))
         ->capture_default_str();
+    app.add_option("--boot-time", options.bootTimeMs, "Milliseconds that a reset takes");
+    app.add_option("--firmware-boot-time", options.firmwareBootTimeMs,
+                   "Milliseconds that a reset takes which starts other firmware");
+    CLI::Option* maker = app.add_option("--make-firmware", options.firmware,
+                                        "Write a firmware image for simulated cameras to FILE, and end")
+                             ->type_name("VERSION MODEL FILE")
+                             ->expected(3);
+    app.add_option("--firmware-size", options.firmwareBytes, "Bytes of the image's payload")
+        ->check(CLI::Range(std::size_t{0}, MostFirmwareBytes))
+        ->capture_default_str()
+        ->needs(maker);
+    app.add_flag("--firmware-fails", options.firmwareFails, "The image is one that does not boot")->needs(maker);
     try
     {
         app.parse(argc, argv);
@@ -198,7 +137,6 @@ std::vector<SServedCamera> MakeCameras(const SOptions& options)
         configs.resize(options.count.value_or(configs.size()));
     }
     Continue(addresses, configs.size());
-    const SNetworkFaults faults = ReadFaults(options.faults);
     constexpr double bitsPerMegabit = 1.0e6;
     std::vector<SServedCamera> cameras;
     for (std::size_t i = 0; i < configs.size(); ++i)
@@ -206,11 +144,32 @@ std::vector<SServedCamera> MakeCameras(const SOptions& options)
         SServedCamera camera;
         camera.config = configs[i];
         camera.address = addresses[i];
-        camera.faults = faults;
+        ReadFaults(options.faults, camera.faults, camera.config.faults);
+        camera.config.bootTimeMs = options.bootTimeMs.value_or(camera.config.bootTimeMs);
+        if (options.firmwareBootTimeMs.has_value())
+        {
+            camera.config.firmwareBootTimeMs = options.firmwareBootTimeMs;
+        }
         camera.linkBitsPerSecond = static_cast<std::uint64_t>(std::llround(options.linkMegabits * bitsPerMegabit));
         cameras.push_back(camera);
     }
     return cameras;
+}
+
+void WriteFirmware(const SOptions& options)
+{
+    const std::string& version = options.firmware.at(0);
+    const std::string& model = options.firmware.at(1);
+    const std::string& fileName = options.firmware.at(2);
+    const std::vector<std::uint8_t> image =
+        Simulator::MakeFirmware(version, model, options.firmwareBytes, options.firmwareFails);
+    std::ofstream file(fileName, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(image.data()), static_cast<std::streamsize>(image.size()));
+    file.close();
+    if (!file)
+    {
+        GENICAM_THROW(FileIOException, "Cannot write '" + fileName + "': " + std::strerror(errno) + ".");
+    }
 }
 
 } // namespace GigECamera

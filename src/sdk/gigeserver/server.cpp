@@ -11,6 +11,7 @@
 #include <arpa/inet.h>
 #include <atomic>
 #include <cstring>
+#include <mutex>
 #include <netinet/in.h>
 #include <poll.h>
 #include <set>
@@ -44,11 +45,14 @@ struct CServer::SPrivate
     void OpenShared(std::uint32_t ip, bool isShared);
     void Receive(int socket, Time now);
     void ReceiveOf(CNetworkCamera& camera, Time now);
+    void AddTwins();
     int GetTimeoutMs(Time now) const;
     void Run();
 
     const int wakeDescriptor = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    std::mutex growthMutex; // guards cameras against those who count while the control thread adds one
     std::vector<std::unique_ptr<CNetworkCamera>> cameras;
+    std::set<std::string> twins;    // serial numbers of those that have one
     std::vector<int> sharedSockets; // their datagrams are for all cameras of the adapter they came in by
     std::atomic<bool> isStopping{false};
     std::thread thread; // the control thread; the cameras are its own while it runs
@@ -173,6 +177,39 @@ void CServer::SPrivate::ReceiveOf(CNetworkCamera& camera, Time now)
                    });
 }
 
+/** Cameras that faults want at the addresses after others'. Only loopback has addresses that nobody set up. */
+void CServer::SPrivate::AddTwins()
+{
+    constexpr int mostAttempts = 256; // addresses that are taken
+    std::vector<SServedCamera> wanted;
+    for (const auto& pCamera : cameras)
+    {
+        std::optional<SServedCamera> twin = pCamera->TakeTwin();
+        if (twin.has_value() && twin->address.ip >> 24 == LoopbackNetwork &&
+            twins.insert(twin->config.serialNumber).second)
+        {
+            wanted.push_back(*twin);
+        }
+    }
+    for (SServedCamera& twin : wanted)
+    {
+        for (int attempt = 0; attempt < mostAttempts; ++attempt, ++twin.address.ip)
+        {
+            try
+            {
+                auto pTwin = std::make_unique<CNetworkCamera>(twin, [this] { Wake(); });
+                const std::lock_guard<std::mutex> lock(growthMutex);
+                cameras.push_back(std::move(pTwin));
+                break;
+            }
+            catch (const GenICam::RuntimeException&)
+            {
+                continue; // the address is taken
+            }
+        }
+    }
+}
+
 int CServer::SPrivate::GetTimeoutMs(Time now) const
 {
     std::optional<Time> next;
@@ -226,6 +263,7 @@ void CServer::SPrivate::Run()
             }
             cameras[i]->OnTime(now);
         }
+        AddTwins();
     }
 }
 
@@ -243,6 +281,7 @@ CServer::~CServer() = default;
 
 SCounters CServer::GetCounters(std::size_t camera) const
 {
+    const std::lock_guard<std::mutex> lock(m_p->growthMutex);
     return m_p->cameras.at(camera)->GetCounters();
 }
 

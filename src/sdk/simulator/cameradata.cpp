@@ -19,6 +19,7 @@ namespace
 
 constexpr std::uint32_t MaxSensorPixels = 16384; // per direction
 constexpr std::uint32_t MinSensorPixels = 16;
+constexpr std::uint32_t MaxFileDelayMs = 60000;
 constexpr std::size_t MaxTextBytes = 63; // of a text register, without its end
 
 [[noreturn]] void Refuse(const Simulator::SCameraConfig& camera, const std::string& what)
@@ -80,6 +81,10 @@ void CheckCamera(const Simulator::SCameraConfig& camera)
     if (!(std::abs(camera.clockDriftPpm) <= 1000.0))
     {
         Refuse(camera, "the clock's drift must be within 1000 ppm");
+    }
+    if (camera.faults.fileDelayMs > MaxFileDelayMs)
+    {
+        Refuse(camera, "a file operation must take at most " + std::to_string(MaxFileDelayMs) + " ms longer");
     }
 }
 

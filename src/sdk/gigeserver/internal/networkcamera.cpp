@@ -6,12 +6,14 @@
 #include "genapi/exceptions.h"
 #include "gigeserver/internal/sockets.h"
 #include "protocols/gvbsregisters.h"
+#include "simulator/registers.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace GigEServer::Internal
 {
@@ -37,6 +39,27 @@ bool TakesTime(const std::uint8_t* data, std::size_t bytes)
     return IsCommand(data, bytes,
                      {Gvcp::ECommand::ReadRegCmd, Gvcp::ECommand::WriteRegCmd, Gvcp::ECommand::ReadMemCmd,
                       Gvcp::ECommand::WriteMemCmd});
+}
+
+/** Whether it starts an operation with the camera's files. */
+bool IsFileOperation(const std::uint8_t* data, std::size_t bytes)
+{
+    constexpr auto Execute = static_cast<std::uint32_t>(Simulator::Register::FileOperationExecute);
+    Gvcp::SCommand command;
+    if (Gvcp::ParseCommand(data, bytes, command) != Gvcp::EParseResult::Ok)
+    {
+        return false;
+    }
+    Gvcp::RegisterValues values;
+    if (command.command == static_cast<std::uint16_t>(Gvcp::ECommand::WriteRegCmd) &&
+        Gvcp::ParseWriteRegCmd(command, values) == Gvcp::EParseResult::Ok)
+    {
+        return std::any_of(values.begin(), values.end(), [](const auto& value) { return value.first == Execute; });
+    }
+    Gvcp::SMemory memory;
+    return command.command == static_cast<std::uint16_t>(Gvcp::ECommand::WriteMemCmd) &&
+           Gvcp::ParseWriteMemCmd(command, memory) == Gvcp::EParseResult::Ok && memory.address <= Execute &&
+           Execute - memory.address < memory.bytes;
 }
 
 std::uint16_t RequestIdOf(const std::uint8_t* data)
@@ -109,6 +132,18 @@ void CNetworkCamera::ShutDown()
         m_pModel->SetEventHandler(nullptr);
         m_pModel.reset();
     }
+}
+
+std::optional<SServedCamera> CNetworkCamera::TakeTwin()
+{
+    if (!std::exchange(m_isTwinMissing, false))
+    {
+        return std::nullopt;
+    }
+    SServedCamera twin = m_camera;
+    twin.config.faults.afterReset = Simulator::EAfterReset::Same;
+    ++twin.address.ip;
+    return twin;
 }
 
 void CNetworkCamera::UpdateStream()
@@ -191,13 +226,18 @@ void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const S
     {
         return;
     }
+    if (m_pModel->HasLostPower())
+    {
+        return; // in the middle of the command
+    }
     const std::uint32_t discoveryMs = m_camera.config.faults.discoveryDelayMs;
     if (discoveryMs != 0 && IsCommand(data, bytes, {Gvcp::ECommand::DiscoveryCmd}))
     {
         m_lateAnswers.push_back({now + milliseconds(discoveryMs), peer, answer});
         return;
     }
-    if (m_camera.faults.commandMs == 0 || !TakesTime(data, bytes))
+    const std::uint32_t commandMs = GetCommandMs(data, bytes);
+    if (commandMs == 0)
     {
         Send(answer, peer);
         return;
@@ -206,11 +246,15 @@ void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const S
     if ((m_pRegisters->GetBootstrap().Get(Gvbs::GvcpConfiguration) & Gvbs::GvcpConfigurationPendingAck) != 0)
     {
         constexpr std::uint32_t most = 0xFFFF;
-        Send(Gvcp::EncodePendingAck(RequestIdOf(data),
-                                    static_cast<std::uint16_t>(std::min(m_camera.faults.commandMs, most))),
-             peer);
+        Send(Gvcp::EncodePendingAck(RequestIdOf(data), static_cast<std::uint16_t>(std::min(commandMs, most))), peer);
     }
-    m_lateAnswers.push_back({now + milliseconds(m_camera.faults.commandMs), peer, answer});
+    m_lateAnswers.push_back({now + milliseconds(commandMs), peer, answer});
+}
+
+std::uint32_t CNetworkCamera::GetCommandMs(const std::uint8_t* data, std::size_t bytes) const
+{
+    const std::uint32_t commandMs = TakesTime(data, bytes) ? m_camera.faults.commandMs : 0;
+    return IsFileOperation(data, bytes) ? std::max(commandMs, m_pModel->GetFaults().fileDelayMs) : commandMs;
 }
 
 void CNetworkCamera::Send(const Gvcp::Bytes& answer, const SPeer& peer)
@@ -238,12 +282,19 @@ void CNetworkCamera::OnTime(Time now)
     }
     else if (m_isResetAsked.exchange(false))
     {
+        const Simulator::SAfterReset after = m_pModel->GetAfterReset();
         ShutDown();
-        m_bootEnd = now + milliseconds(m_camera.config.bootTimeMs);
+        m_camera.config = after.config;
+        m_bootsWithTwin = after.what == Simulator::EAfterReset::Twice;
+        if (after.what != Simulator::EAfterReset::Never)
+        {
+            m_bootEnd = now + milliseconds(after.bootTimeMs);
+        }
     }
     else if (m_bootEnd.has_value() && now >= *m_bootEnd)
     {
         Boot();
+        m_isTwinMissing = std::exchange(m_bootsWithTwin, false);
     }
     if (!IsRunning())
     {

@@ -44,6 +44,9 @@ public:
     void Handle(const std::uint8_t* data, std::size_t bytes, const SPeer& peer, Time now);
     /** Does what is due: late answers, the heartbeat, the end of a reset. */
     void OnTime(Time now);
+    /** The camera of the same serial number that a fault wants beside this one since it came back, at the next address;
+     *  told once. */
+    std::optional<SServedCamera> TakeTwin();
     /** When OnTime is to be called at the latest; nothing: when woken. */
     std::optional<Time> GetDeadline() const;
 
@@ -60,6 +63,8 @@ private:
     void Send(const Velmo::Gvcp::Bytes& answer, const SPeer& peer);
     bool MoveTo(const Velmo::Gvcp::SForceIp& forceIp);
     void UpdateStream();
+    /** How long the camera takes for that command. */
+    std::uint32_t GetCommandMs(const std::uint8_t* data, std::size_t bytes) const;
 
     SServedCamera m_camera;
     const std::function<void()> m_wake;
@@ -69,6 +74,8 @@ private:
     std::atomic<bool> m_isResetAsked{false};
     std::atomic<bool> m_isDead{false};
     std::optional<Time> m_bootEnd;
+    bool m_bootsWithTwin = false;
+    bool m_isTwinMissing = false;
     std::vector<SLateAnswer> m_lateAnswers;
     std::shared_ptr<Simulator::CCameraModel> m_pModel;
     std::unique_ptr<CRegisters> m_pRegisters;

@@ -337,6 +337,7 @@ void CRegisters::LatchTimestamp()
 void CRegisters::CloseChannels()
 {
     WriteModelWord(static_cast<std::uint32_t>(Simulator::Register::AcquisitionStop), 1);
+    m_pModel->AbandonFiles();
     m_bootstrap.Set(Gvbs::StreamChannelPort, 0);
     m_bootstrap.Set(Gvbs::StreamChannelDestination, 0);
     m_bootstrap.Set(Gvbs::GvcpConfiguration, 0);

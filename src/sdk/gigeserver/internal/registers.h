@@ -37,7 +37,7 @@ public:
 
     CBootstrap& GetBootstrap() { return m_bootstrap; }
     Simulator::CCameraModel& GetModel() { return *m_pModel; }
-    /** What a camera gives up with its control: the stream and the acquisition. */
+    /** What a camera gives up with its control: the stream, the acquisition, its open files. */
     void CloseChannels();
 
 private:

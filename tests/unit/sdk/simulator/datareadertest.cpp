@@ -224,6 +224,41 @@ TEST(EmulationData, unknownInterfaceIsRefused)
     EXPECT_THAT(Refusal(Camera(R"(, "interface": "none")")), HasSubstr("no interface 'none'"));
 }
 
+TEST(EmulationData, resetsAndFaultsOfFilesAreRead)
+{
+    const SRackData data =
+        ReadData(Camera(R"(, "bootTimeMs": 7, "firmwareBootTimeMs": 8, "faults": {"powerLossAtFileOperation": 1,
+          "powerLossAtWrite": 2, "fileFailure": 3, "fileShortWrite": 4, "fileDelayMs": 5, "afterReset": "twice"})"));
+    const Simulator::SCameraConfig& camera = data.cameras.at(0);
+    EXPECT_EQ(camera.bootTimeMs, 7U);
+    EXPECT_EQ(camera.firmwareBootTimeMs, 8U);
+    EXPECT_EQ(camera.faults.powerLossAtFileOperation, 1U);
+    EXPECT_EQ(camera.faults.powerLossAtWrite, 2U);
+    EXPECT_EQ(camera.faults.fileFailure, 3U);
+    EXPECT_EQ(camera.faults.fileShortWrite, 4U);
+    EXPECT_EQ(camera.faults.fileDelayMs, 5U);
+    EXPECT_EQ(camera.faults.afterReset, Simulator::EAfterReset::Twice);
+    EXPECT_EQ(ReadData(Camera("")).cameras.at(0).firmwareBootTimeMs, std::nullopt);
+}
+
+TEST(EmulationData, afterResetHasFourMeanings)
+{
+    const auto read = [](const std::string& name)
+    {
+        return ReadData(Camera(R"(, "faults": {"afterReset": ")" + name + "\"}")).cameras.at(0).faults.afterReset;
+    };
+    EXPECT_EQ(read("same"), Simulator::EAfterReset::Same);
+    EXPECT_EQ(read("never"), Simulator::EAfterReset::Never);
+    EXPECT_EQ(read("otherSerial"), Simulator::EAfterReset::OtherSerial);
+    EXPECT_EQ(Refusal(Camera(R"(, "faults": {"afterReset": "late"})")),
+              "'cameras[0].faults.afterReset' must be \"same\", \"never\", \"twice\" or \"otherSerial\".");
+}
+
+TEST(EmulationData, fileOperationsThatTakeTooLongAreRefused)
+{
+    EXPECT_NE(Refusal(Camera(R"(, "faults": {"fileDelayMs": 60001})")), "");
+}
+
 TEST(EmulationData, interfaceIdUsedTwiceIsRefused)
 {
     EXPECT_THAT(Refusal(R"({"interfaces": [{"id": "a"}, {"id": "a"}], "cameras": []})"), HasSubstr("'a'"));

@@ -15,6 +15,14 @@ namespace Velmo::Emulation::Internal
 using Simulator::CCameraModel;
 using Simulator::SCameraConfig;
 
+namespace
+{
+
+/** Tells a twin from its camera where serial numbers do not. */
+constexpr const char* TwinMark = "#2";
+
+} // namespace
+
 CCameraRack::CCameraRack(Simulator::SRackData data, std::string file)
     : m_file(std::move(file)), m_data(std::move(data)), m_isFileFollowed(!m_file.empty())
 {
@@ -23,29 +31,38 @@ CCameraRack::CCameraRack(Simulator::SRackData data, std::string file)
 
 CCameraRack::~CCameraRack() = default;
 
-std::shared_ptr<CEmulatedCamera> CCameraRack::Make(const SCameraConfig& config)
+std::shared_ptr<CEmulatedCamera> CCameraRack::Make(const SCameraConfig& config, const std::string& slotSerial,
+                                                   bool isTwin)
 {
-    std::shared_ptr<Simulator::SFlash>& flash = m_flashes[config.serialNumber];
+    std::shared_ptr<Simulator::SFlash>& flash = m_flashes[isTwin ? slotSerial + TwinMark : slotSerial];
     if (flash == nullptr)
     {
         flash = std::make_shared<Simulator::SFlash>();
     }
-    const auto handler = [weak = weak_from_this(), serial = config.serialNumber](CCameraModel::EEvent event)
+    const auto handler = [weak = weak_from_this(), slotSerial, isTwin](CCameraModel::EEvent event)
     {
         if (const auto alive = weak.lock())
         {
-            alive->OnEvent(serial, event);
+            alive->OnEvent(slotSerial, isTwin, event);
         }
     };
     try
     {
-        return CEmulatedCamera::Create(config, flash, handler);
+        return CEmulatedCamera::Create(config, flash, handler, isTwin ? TwinMark : "");
     }
     catch (const GenICam::GenericException& error)
     {
         GENICAM_THROW(InvalidArgumentException,
                       "Emulated camera '" + config.serialNumber + "': " + error.GetDescription());
     }
+}
+
+CCameraRack::SSlot CCameraRack::MakeSlot(const SCameraConfig& config)
+{
+    SSlot slot;
+    slot.config = config;
+    slot.camera = Make(config, config.serialNumber, false);
+    return slot;
 }
 
 void CCameraRack::Apply(const Simulator::SRackData& data)
@@ -59,15 +76,18 @@ void CCameraRack::Apply(const Simulator::SRackData& data)
         {
             const auto kept =
                 std::find_if(m_slots.begin(), m_slots.end(), [&](const SSlot& slot) { return slot.config == config; });
-            slots.push_back(kept == m_slots.end() ? SSlot{config, Make(config), false, {}} : *kept);
+            slots.push_back(kept == m_slots.end() ? MakeSlot(config) : *kept);
         }
         for (const SSlot& slot : m_slots)
         {
             const bool isKept = std::any_of(slots.begin(), slots.end(),
                                             [&](const SSlot& other) { return other.camera == slot.camera; });
-            if (slot.camera != nullptr && !isKept)
+            for (const auto& camera : {slot.camera, slot.twin})
             {
-                removed.push_back(slot.camera);
+                if (camera != nullptr && !isKept)
+                {
+                    removed.push_back(camera);
+                }
             }
         }
         m_slots = std::move(slots);
@@ -126,7 +146,11 @@ void CCameraRack::FinishBoots()
         if (slot.isBooting && Clock::now() >= slot.bootsUntil)
         {
             slot.isBooting = false;
-            slot.camera = Make(slot.config);
+            slot.camera = Make(slot.afterReset.config, slot.config.serialNumber, false);
+            if (slot.afterReset.what == Simulator::EAfterReset::Twice && slot.twin == nullptr)
+            {
+                slot.twin = Make(slot.afterReset.config, slot.config.serialNumber, true);
+            }
         }
     }
 }
@@ -165,9 +189,12 @@ std::vector<std::shared_ptr<CEmulatedCamera>> CCameraRack::GetCameras() const
     std::vector<std::shared_ptr<CEmulatedCamera>> cameras;
     for (const SSlot& slot : m_slots)
     {
-        if (slot.camera != nullptr)
+        for (const auto& camera : {slot.camera, slot.twin})
         {
-            cameras.push_back(slot.camera);
+            if (camera != nullptr)
+            {
+                cameras.push_back(camera);
+            }
         }
     }
     return cameras;
@@ -258,30 +285,37 @@ std::string CCameraRack::GetDataError() const
     return m_dataError;
 }
 
-void CCameraRack::OnEvent(const std::string& serialNumber, CCameraModel::EEvent event)
+std::shared_ptr<CEmulatedCamera> CCameraRack::TakeAway(SSlot& slot, bool isTwin, CCameraModel::EEvent event)
+{
+    if (isTwin)
+    {
+        return std::move(slot.twin); // whatever became of it: it was a fault
+    }
+    if (slot.camera == nullptr)
+    {
+        return nullptr;
+    }
+    const CCameraModel& model = *slot.camera->GetModel();
+    if (event == CCameraModel::EEvent::Reset)
+    {
+        slot.afterReset = model.GetAfterReset();
+        slot.isBooting = slot.afterReset.what != Simulator::EAfterReset::Never;
+        slot.bootsUntil = Clock::now() + std::chrono::milliseconds(slot.afterReset.bootTimeMs);
+        return std::move(slot.camera);
+    }
+    return model.IsRemoved() ? std::move(slot.camera) : nullptr; // died; the next plug brings it back
+}
+
+void CCameraRack::OnEvent(const std::string& slotSerial, bool isTwin, CCameraModel::EEvent event)
 {
     std::shared_ptr<CEmulatedCamera> camera;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         const auto slot = std::find_if(m_slots.begin(), m_slots.end(),
-                                       [&](const SSlot& s) { return s.config.serialNumber == serialNumber; });
-        if (slot == m_slots.end() || slot->camera == nullptr)
+                                       [&](const SSlot& s) { return s.config.serialNumber == slotSerial; });
+        if (slot != m_slots.end())
         {
-            return;
-        }
-        if (event == CCameraModel::EEvent::Reset)
-        {
-            slot->isBooting = true;
-            slot->bootsUntil = Clock::now() + std::chrono::milliseconds(slot->config.bootTimeMs);
-            camera = std::move(slot->camera);
-        }
-        else if (slot->camera->GetModel()->IsRemoved())
-        {
-            camera = std::move(slot->camera); // died; the next plug brings it back
-        }
-        if (camera != nullptr)
-        {
-            slot->camera.reset();
+            camera = TakeAway(*slot, isTwin, event);
         }
     }
     if (camera != nullptr)

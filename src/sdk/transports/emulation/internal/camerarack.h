@@ -45,8 +45,10 @@ private:
     {
         Simulator::SCameraConfig config;
         std::shared_ptr<CEmulatedCamera> camera; // null: died, or boots
+        std::shared_ptr<CEmulatedCamera> twin;   // of the same serial number; only where a fault made it
         bool isBooting = false;
         Clock::time_point bootsUntil;
+        Simulator::SAfterReset afterReset; // what boots
     };
     using Removed = std::vector<std::shared_ptr<CEmulatedCamera>>;
 
@@ -54,8 +56,13 @@ private:
     void ReadChangedFile();
     void Report(const std::string& error);
     void FinishBoots();
-    std::shared_ptr<CEmulatedCamera> Make(const Simulator::SCameraConfig& config);
-    void OnEvent(const std::string& serialNumber, Simulator::CCameraModel::EEvent event);
+    /** slotSerial: the data's serial number, from which a fault may have changed the config's. */
+    std::shared_ptr<CEmulatedCamera> Make(const Simulator::SCameraConfig& config, const std::string& slotSerial,
+                                          bool isTwin);
+    SSlot MakeSlot(const Simulator::SCameraConfig& config);
+    /** What is to be removed for the event; null for nothing. */
+    static std::shared_ptr<CEmulatedCamera> TakeAway(SSlot& slot, bool isTwin, Simulator::CCameraModel::EEvent event);
+    void OnEvent(const std::string& slotSerial, bool isTwin, Simulator::CCameraModel::EEvent event);
 
     const std::string m_file;
     std::mutex m_applyMutex;    // one change of the data at a time; taken before m_mutex

@@ -16,11 +16,13 @@ using Simulator::CCameraModel;
 CEmulatedCamera::CEmulatedCamera(std::shared_ptr<CCameraModel> model) : m_model(std::move(model)) {}
 
 std::shared_ptr<CEmulatedCamera> CEmulatedCamera::Create(const Simulator::SCameraConfig& config,
-                                                         std::shared_ptr<Simulator::SFlash> flash, EventHandler handler)
+                                                         std::shared_ptr<Simulator::SFlash> flash, EventHandler handler,
+                                                         const std::string& fullNameMark)
 {
     std::shared_ptr<CEmulatedCamera> camera(
         new CEmulatedCamera(std::make_shared<CCameraModel>(config, std::move(flash))));
     camera->m_handler = std::move(handler);
+    camera->m_fullNameMark = fullNameMark;
     camera->m_model->SetEventHandler(
         [weak = std::weak_ptr<CEmulatedCamera>(camera)](CCameraModel::EEvent event)
         {
@@ -35,6 +37,7 @@ std::shared_ptr<CEmulatedCamera> CEmulatedCamera::Create(const Simulator::SCamer
 CDeviceInfo CEmulatedCamera::GetInfo() const
 {
     CDeviceInfo info = MakeDeviceInfo(m_model->GetConfig(), m_model->GetUserDefinedName());
+    info.SetFullName(info.GetFullName().str() + m_fullNameMark);
     const bool isHeld = !m_model->GetFaults().refuseOpenOwner.empty();
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (isHeld || m_controller != nullptr)

@@ -24,8 +24,10 @@ public:
     /** Called on the thread that caused it, with no lock held. */
     using EventHandler = std::function<void(Simulator::CCameraModel::EEvent)>;
 
+    /** fullNameMark: tells its full name from another one's of the same serial number. */
     static std::shared_ptr<CEmulatedCamera> Create(const Simulator::SCameraConfig& config,
-                                                   std::shared_ptr<Simulator::SFlash> flash, EventHandler handler);
+                                                   std::shared_ptr<Simulator::SFlash> flash, EventHandler handler,
+                                                   const std::string& fullNameMark = "");
 
     const std::shared_ptr<Simulator::CCameraModel>& GetModel() const { return m_model; }
     CDeviceInfo GetInfo() const;
@@ -44,6 +46,7 @@ private:
 
     const std::shared_ptr<Simulator::CCameraModel> m_model;
     EventHandler m_handler;
+    std::string m_fullNameMark;
     mutable std::mutex m_mutex;                           // guards all below
     std::map<const void*, std::function<void()>> m_users; // with what to call on removal
     const void* m_controller = nullptr;

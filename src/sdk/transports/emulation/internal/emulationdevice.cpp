@@ -4,6 +4,10 @@
 #include "transports/emulation/internal/emulationdevice.h"
 
 #include "genapi/exceptions.h"
+#include "simulator/registers.h"
+
+#include <chrono>
+#include <thread>
 
 namespace Velmo::Emulation::Internal
 {
@@ -30,6 +34,11 @@ void CModelPort::Write(const void* buffer, std::int64_t address, std::int64_t le
         GENICAM_THROW(AccessException, "Writing failed: " + GetWriteRefusal().str() + ".");
     }
     m_camera->Write(buffer, address, length);
+    const std::int64_t execute = Simulator::Register::FileOperationExecute;
+    if (address <= execute && execute < address + length)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(m_camera->GetFaults().fileDelayMs));
+    }
 }
 
 GenICam::gcstring CModelPort::GetWriteRefusal() const
@@ -107,6 +116,7 @@ void CEmulationDevice::Close()
     {
         // A camera that loses its controller stops sending.
         m_camera->GetModel()->SetFeature("AcquisitionStop", "1");
+        m_camera->GetModel()->AbandonFiles();
     }
     m_camera->RemoveUser(this);
     m_chunkParsers.Disconnect();
