@@ -97,6 +97,26 @@ TEST(IndependentClient, streamsImagesWithChunksAndLongIdentifiers)
     EXPECT_THAT(settings, HasSubstr("GevGVSPExtendedIDMode = true"));
 }
 
+TEST(IndependentClient, switchesOffAllChunksAndOnTheOnesItWants)
+{
+    const CCameraProgram cameras({"--config", WriteConfig("\"ChunkEnable[ExposureTime]\": true", "\"frameRate\": 50")});
+    const std::string report = OutputOf(
+        {"arv-camera-test-0.8", "--duration=2", "--gv-packet-size=4000", "--frequency=50", "--chunks=Timestamp,Gain"});
+    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 50) << report;
+    EXPECT_EQ(NumberOf(report, "n_failures"), 0) << report;
+    const auto isOn = [](const std::string& chunk)
+    {
+        const std::string settings = OutputOf(
+            {"arv-tool-0.8", "-a", "127.0.0.1", "control", "ChunkModeActive", "ChunkSelector=" + chunk, "ChunkEnable"});
+        EXPECT_THAT(settings, HasSubstr("ChunkModeActive = true"));
+        return settings.find("ChunkEnable = true") != std::string::npos;
+    };
+    EXPECT_TRUE(isOn("Image"));
+    EXPECT_TRUE(isOn("Timestamp"));
+    EXPECT_TRUE(isOn("Gain"));
+    EXPECT_FALSE(isOn("ExposureTime"));
+}
+
 TEST(IndependentClient, getsLostPacketsAgain)
 {
     CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50"), "--fault", "lost=5"});

@@ -141,7 +141,6 @@ void CSettings::SetFactoryValues()
     m_memory.SetFloat(Register::AcquisitionFrameRate, std::min(m_config.frameRate, MaxFrameRate()));
     m_memory.SetFloat(Register::ExposureTime, m_referenceExposureUs);
     SetFaults(m_memory, m_config.faults);
-    m_memory.SetInteger(Register::ChunkEnable, 1); // the image
     m_memory.SetInteger(Register::ActionSelector, FirstActionSignal);
     m_memory.SetInteger(Register::PtpStatus, PtpDisabled);
     m_memory.SetFloat(Register::ImageCompressionRatio, DefaultRatioPercent);
@@ -230,7 +229,7 @@ void CSettings::Write(const SFeature& feature, std::int64_t address, const std::
             GENICAM_THROW(AccessException, "'" + feature.name + "' takes " + std::to_string(feature.bytes) +
                                                " bytes at once, not " + std::to_string(length) + ".");
         }
-        CheckValue(feature, address, data);
+        CheckValue(feature, data);
         m_memory.Set(data, address, length);
     }
     UpdateDerived();
@@ -269,7 +268,7 @@ double CSettings::MaximumOf(const SFeature& feature) const
     }
 }
 
-void CSettings::CheckValue(const SFeature& feature, std::int64_t address, const std::uint8_t* data) const
+void CSettings::CheckValue(const SFeature& feature, const std::uint8_t* data) const
 {
     const auto refuse = [&](const std::string& value)
     {
@@ -307,10 +306,6 @@ void CSettings::CheckValue(const SFeature& feature, std::int64_t address, const 
         if (integer > 1)
         {
             refuse(std::to_string(integer));
-        }
-        if (address == Register::ChunkEnable && integer == 0) // of the image
-        {
-            GENICAM_THROW(AccessException, "The image chunk cannot be switched off.");
         }
         break;
     case EKind::Text:
@@ -525,6 +520,8 @@ std::int64_t CSettings::GetPeriodNs() const
 
 void CSettings::UpdateDerived()
 {
+    // The image's chunk stays on whatever is written: there are applications that switch off all chunks to begin with.
+    m_memory.SetInteger(Register::ChunkEnable, 1);
     m_memory.SetInteger(Register::PayloadSize, GetPayloadBytes());
     RefreshCompressionRegisters(*this);
     const double maxRate = MaxFrameRate();

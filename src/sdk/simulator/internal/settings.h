@@ -72,7 +72,7 @@ private:
     void UpdateDerived();
     double MaxFrameRate() const;
     double MaximumOf(const SFeature& feature) const;
-    void CheckValue(const SFeature& feature, std::int64_t address, const std::uint8_t* data) const;
+    void CheckValue(const SFeature& feature, const std::uint8_t* data) const;
 
     const SCameraConfig m_config;
     const std::shared_ptr<SFlash> m_flash;

@@ -208,13 +208,14 @@ TEST(ChunkData, theSelectorChoosesWhichChunkIsEnabled)
     EXPECT_EQ(rig.camera.GetFeature("ChunkEnable"), "true");
 }
 
-TEST(ChunkData, theImageChunkCannotBeSwitchedOff)
+TEST(ChunkData, theImageChunkStaysOnWhateverIsWritten)
 {
     SRig rig;
     rig.camera.SetFeature("ChunkSelector", "Image");
     EXPECT_EQ(rig.camera.GetFeature("ChunkEnable"), "true");
-    EXPECT_THROW(rig.camera.SetFeature("ChunkEnable", "false"), GenICam::AccessException);
-    rig.camera.SetFeature("ChunkEnable", "true");
+    rig.camera.SetFeature("ChunkEnable", "false");
+    EXPECT_EQ(rig.camera.GetFeature("ChunkEnable"), "true");
+    EXPECT_THROW(rig.camera.SetFeature("ChunkEnable", "2"), GenICam::GenericException);
 }
 
 TEST(ChunkData, switchesAreLockedWhileAcquiringButNotTheSelector)
