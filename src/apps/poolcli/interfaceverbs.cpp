@@ -43,9 +43,9 @@ QJsonObject describe(const HostKit::InterfaceInfoPtr& info)
 /** What the interface tells of the selected device: the features that the selector selects and that can be read. */
 QJsonObject readDevice(GenApi::INodeMap& nodeMap)
 {
-    constexpr std::array names{"DeviceID",           "DeviceDisplayName",  "DeviceVendorName",
-                               "DeviceModelName",    "DeviceSerialNumber", "DeviceUserID",
-                               "DeviceAccessStatus", "GevDeviceIPAddress", "GevDeviceMACAddress"};
+    constexpr std::array names{
+        "DeviceID",     "DeviceDisplayName",  "DeviceVendorName",   "DeviceModelName",     "DeviceSerialNumber",
+        "DeviceUserID", "DeviceAccessStatus", "GevDeviceIPAddress", "GevDeviceSubnetMask", "GevDeviceMACAddress"};
     QJsonObject device;
     for (const char* name : names)
     {
@@ -56,27 +56,6 @@ QJsonObject readDevice(GenApi::INodeMap& nodeMap)
         }
     }
     return device;
-}
-
-/** The devices on an open interface; its selection stays as it is. Empty when it does not list devices. */
-QJsonArray readDevices(const ParameterCollection::IParameterCollection& collection)
-{
-    const ParameterCollection::CScopedObjectStateLock lock(collection.objectState());
-    GenApi::INodeMap* pNodeMap = collection.nodeMap(ParameterCollection::ParameterPath::Interface);
-    const GenApi::CIntegerPtr selector(pNodeMap == nullptr ? nullptr : pNodeMap->GetNode("DeviceSelector"));
-    QJsonArray devices;
-    if (!selector || !GenApi::IsWritable(selector.Get()))
-    {
-        return devices;
-    }
-    const std::int64_t selected = selector->GetValue();
-    for (std::int64_t i = 0; i <= selector->GetMax(); ++i)
-    {
-        selector->SetValue(i);
-        devices.append(readDevice(*pNodeMap));
-    }
-    selector->SetValue(selected);
-    return devices;
 }
 
 void printDevices(const QJsonArray& devices)
@@ -131,6 +110,26 @@ int listInterfaces(CSession& session, const SOptions& options)
 }
 
 } // namespace
+
+QJsonArray readDevices(const ParameterCollection::IParameterCollection& collection)
+{
+    const ParameterCollection::CScopedObjectStateLock lock(collection.objectState());
+    GenApi::INodeMap* pNodeMap = collection.nodeMap(ParameterCollection::ParameterPath::Interface);
+    const GenApi::CIntegerPtr selector(pNodeMap == nullptr ? nullptr : pNodeMap->GetNode("DeviceSelector"));
+    QJsonArray devices;
+    if (!selector || !GenApi::IsWritable(selector.Get()))
+    {
+        return devices;
+    }
+    const std::int64_t selected = selector->GetValue();
+    for (std::int64_t i = 0; i <= selector->GetMax(); ++i)
+    {
+        selector->SetValue(i);
+        devices.append(readDevice(*pNodeMap));
+    }
+    selector->SetValue(selected);
+    return devices;
+}
 
 int runInterfaces(CSession& session, const SOptions& options)
 {

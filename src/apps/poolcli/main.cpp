@@ -43,7 +43,7 @@ int runVerb(const SOptions& options)
         {QStringLiteral("grab"), PoolCli::runGrab},       {QStringLiteral("snapshot"), PoolCli::runSnapshot},
         {QStringLiteral("stats"), PoolCli::runStats},     {QStringLiteral("interfaces"), PoolCli::runInterfaces},
         {QStringLiteral("chunks"), PoolCli::runChunks},   {QStringLiteral("action"), PoolCli::runAction},
-        {QStringLiteral("monitor"), PoolCli::runMonitor},
+        {QStringLiteral("monitor"), PoolCli::runMonitor}, {QStringLiteral("network"), PoolCli::runNetwork},
     };
     try
     {

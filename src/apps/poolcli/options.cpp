@@ -44,6 +44,11 @@ struct SRaw
     std::uint32_t groupMask = 0;
     std::uint64_t actionTime = 0;
     std::string address = "255.255.255.255";
+    std::string network;
+    double linkMegabits = 0.0;
+    double frameRate = 0.0;
+    double reservePercent = 10.0;
+    bool isToApply = false;
     int images = 0;
     bool json = false;
 };
@@ -235,6 +240,50 @@ void addAction(CLI::App& app, SRaw& raw)
     pSupport->add_option("camera", raw.cameras, "Cameras; all when none is named");
 }
 
+void addNetworkPlan(CLI::App& network, SRaw& raw)
+{
+    constexpr double mostMegabits = 1e6;
+    constexpr double mostFramesPerSecond = 1e6;
+    constexpr double mostPercent = 90.0;
+    CLI::App* pPlan = network.add_subcommand(
+        "plan",
+        utf8(CTexts::tr("Divide each adapter's link among its cameras: bandwidth of each, pause between packets")));
+    pPlan->callback([&raw] { raw.network = "plan"; });
+    addCommon(*pPlan, raw);
+    pPlan->add_option("camera", raw.cameras, utf8(CTexts::tr("Cameras; all of GigE Vision when none is named")));
+    pPlan->add_flag("--apply", raw.isToApply, utf8(CTexts::tr("Write the pauses into the cameras (GevSCPD)")));
+    pPlan
+        ->add_option("--link-speed", raw.linkMegabits,
+                     utf8(CTexts::tr("Mbit/s of the link, where the adapter does not tell")))
+        ->check(CLI::Range(1.0, mostMegabits));
+    pPlan
+        ->add_option("--rate", raw.frameRate,
+                     utf8(CTexts::tr("Images per second of every camera, such as those of a trigger")))
+        ->check(CLI::Range(shortestSeconds, mostFramesPerSecond));
+    pPlan->add_option("--reserve", raw.reservePercent, utf8(CTexts::tr("Per cent of the link to keep free")))
+        ->check(CLI::Range(0.0, mostPercent))
+        ->capture_default_str();
+}
+
+void addNetwork(CLI::App& app, SRaw& raw)
+{
+    CLI::App* pNetwork = app.add_subcommand(
+        "network",
+        utf8(CTexts::tr("Show network adapters and the cameras on them; plan bandwidth, find what stops images")));
+    pNetwork->require_subcommand(0, 1);
+    addCommon(*pNetwork, raw);
+    addNetworkPlan(*pNetwork, raw);
+    CLI::App* pCheck = pNetwork->add_subcommand(
+        "check", utf8(CTexts::tr("Open a camera, try the way to it, grab for a moment and say what stops images")));
+    pCheck->callback([&raw] { raw.network = "check"; });
+    addCommon(*pCheck, raw);
+    addCamera(*pCheck, raw);
+    addSeconds(*pCheck, raw, utf8(CTexts::tr("How long to grab; 2 by default")));
+    pCheck->add_option("--set", raw.settings, utf8(CTexts::tr("NAME=VALUE to write before grabbing")))
+        ->take_all()
+        ->expected(1);
+}
+
 void addVerbs(CLI::App& app, SRaw& raw)
 {
     addCommon(*app.add_subcommand("list", utf8(CTexts::tr("List the cameras that can be found"))), raw);
@@ -254,6 +303,7 @@ void addVerbs(CLI::App& app, SRaw& raw)
     addMonitor(app, raw);
     addChunks(app, raw);
     addAction(app, raw);
+    addNetwork(app, raw);
 }
 
 QStringList toList(const std::vector<std::string>& texts)
@@ -303,6 +353,8 @@ void fill(SOptions& options, const SRaw& raw)
                       raw.actionTime,
                       QString::fromStdString(raw.address),
                       static_cast<unsigned int>(milliseconds(raw.answerSeconds))};
+    options.network = {QString::fromStdString(raw.network), raw.linkMegabits, raw.frameRate, raw.reservePercent,
+                       raw.isToApply};
     options.language = QString::fromStdString(raw.language);
 }
 

@@ -24,6 +24,16 @@ struct SActionOptions
     unsigned int timeoutMs = 0; // 0: no answer is asked for
 };
 
+/** What the verb network is to do. */
+struct SNetworkOptions
+{
+    QString what;            // "" lists, "plan", "check"
+    double linkMegabits = 0; // 0: what the adapter says
+    double frameRate = 0;    // of every camera; 0: what the camera says
+    double reservePercent = 0;
+    bool isToApply = false;
+};
+
 /** What the command line asks for. Times in milliseconds; 0 images or time: no limit. */
 struct SOptions
 {
@@ -44,6 +54,7 @@ struct SOptions
     QString interfaceName; // "" for all
     QStringList chunks;    // to enable; empty for all that the camera has
     SActionOptions action;
+    SNetworkOptions network;
     QString language = QStringLiteral("en");
 };
 

@@ -6,6 +6,8 @@
 #include "poolcli/options.h"
 #include "poolcli/session.h"
 
+#include <QJsonArray>
+
 namespace PoolCli
 {
 
@@ -24,6 +26,11 @@ int runSnapshot(CSession& session, const SOptions& options);
 int runChunks(CSession& session, const SOptions& options);
 int runStats(CSession& session, const SOptions& options);
 int runAction(CSession& session, const SOptions& options);
+int runNetwork(CSession& session, const SOptions& options);
+
+/** The devices on an open interface, by their features' names; its selection stays as it is. Empty when it does not
+ *  list devices. */
+QJsonArray readDevices(const ParameterCollection::IParameterCollection& collection);
 
 /** "NAME=VALUE" writes, "NAME" executes a command; throws CRefusal. */
 void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection>& collection, const QString& setting);

@@ -192,6 +192,62 @@
         <source>The compressed image cannot be decoded (status %1).</source>
         <translation>The compressed image cannot be decoded (status %1).</translation>
     </message>
+    <message>
+        <source>The camera&apos;s address %1 is in another subnet than the network adapter %2 (%3). Give the camera an address of the adapter&apos;s subnet, or the adapter one of the camera&apos;s.</source>
+        <translation>The camera&apos;s address %1 is in another subnet than the network adapter %2 (%3). Give the camera an address of the adapter&apos;s subnet, or the adapter one of the camera&apos;s.</translation>
+    </message>
+    <message>
+        <source>Another application controls the camera: %1 End it there, or watch the camera with &apos;poolcli monitor&apos;.</source>
+        <translation>Another application controls the camera: %1 End it there, or watch the camera with &apos;poolcli monitor&apos;.</translation>
+    </message>
+    <message>
+        <source>The camera is seen but answers no commands. Another device may have the same address %1, or a firewall stops UDP port 3956.</source>
+        <translation>The camera is seen but answers no commands. Another device may have the same address %1, or a firewall stops UDP port 3956.</translation>
+    </message>
+    <message>
+        <source>The camera could not be opened: %1</source>
+        <translation>The camera could not be opened: %1</translation>
+    </message>
+    <message>
+        <source>The connection to the camera was lost: check cable, power and switch.</source>
+        <translation>The connection to the camera was lost: check cable, power and switch.</translation>
+    </message>
+    <message>
+        <source>The camera does not start grabbing: %1</source>
+        <translation>The camera does not start grabbing: %1</translation>
+    </message>
+    <message>
+        <source>No test packet arrives, and the camera waits for a trigger. Send one, or switch TriggerMode off, to see whether images arrive.</source>
+        <translation>No test packet arrives, and the camera waits for a trigger. Send one, or switch TriggerMode off, to see whether images arrive.</translation>
+    </message>
+    <message>
+        <source>Commands are answered, so packets are sent, but none arrives, neither test packets nor images. Does a firewall stop them? Let UDP packets from %1 through on the adapter %2.</source>
+        <translation>Commands are answered, so packets are sent, but none arrives, neither test packets nor images. Does a firewall stop them? Let UDP packets from %1 through on the adapter %2.</translation>
+    </message>
+    <message>
+        <source>The packets of %1 bytes are too large for the way to this computer, which carries %2. Set GevSCPSPacketSize to %2, leave it alone, or set up jumbo frames on every switch and adapter.</source>
+        <translation>The packets of %1 bytes are too large for the way to this computer, which carries %2. Set GevSCPSPacketSize to %2, leave it alone, or set up jumbo frames on every switch and adapter.</translation>
+    </message>
+    <message>
+        <source>Packets arrive, but none of %1 images was complete.</source>
+        <translation>Packets arrive, but none of %1 images was complete.</translation>
+    </message>
+    <message>
+        <source>Test packets arrive, but the camera sends no image: does it wait for a trigger?</source>
+        <translation>Test packets arrive, but the camera sends no image: does it wait for a trigger?</translation>
+    </message>
+    <message>
+        <source>The socket buffer is capped at %1 bytes, and images of this size need %2: images may be lost. Raise the limit with: sysctl -w net.core.rmem_max=%2</source>
+        <translation>The socket buffer is capped at %1 bytes, and images of this size need %2: images may be lost. Raise the limit with: sysctl -w net.core.rmem_max=%2</translation>
+    </message>
+    <message>
+        <source>Only packets of up to %1 bytes arrive, though the adapter takes %2: a switch on the way, or the camera, does not do jumbo frames. Images cost more processor time.</source>
+        <translation>Only packets of up to %1 bytes arrive, though the adapter takes %2: a switch on the way, or the camera, does not do jumbo frames. Images cost more processor time.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 images were incomplete: packets are lost. With several cameras on the adapter, let &apos;poolcli network plan --apply&apos; set pauses between packets.</source>
+        <translation>%1 of %2 images were incomplete: packets are lost. With several cameras on the adapter, let &apos;poolcli network plan --apply&apos; set pauses between packets.</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -727,6 +783,174 @@
     <message>
         <source>Open cameras and tell which take action commands</source>
         <translation>Open cameras and tell which take action commands</translation>
+    </message>
+    <message>
+        <source>Trying the way to the camera with test packets ...</source>
+        <translation>Trying the way to the camera with test packets ...</translation>
+    </message>
+    <message>
+        <source>%1: the way to the camera could not be tried: %2</source>
+        <translation>%1: the way to the camera could not be tried: %2</translation>
+    </message>
+    <message>
+        <source>Packets of up to %1 bytes arrive; the camera sends %2 (the adapter&apos;s limit is %3).</source>
+        <translation>Packets of up to %1 bytes arrive; the camera sends %2 (the adapter&apos;s limit is %3).</translation>
+    </message>
+    <message>
+        <source>No test packet arrives.</source>
+        <translation>No test packet arrives.</translation>
+    </message>
+    <message>
+        <source>Grabbing for %1 s ...</source>
+        <translation>Grabbing for %1 s ...</translation>
+    </message>
+    <message>
+        <source>%1 is no GigE Vision camera.</source>
+        <translation>%1 is no GigE Vision camera.</translation>
+    </message>
+    <message>
+        <source>Opening %1 at %2 through %3 ...</source>
+        <translation>Opening %1 at %2 through %3 ...</translation>
+    </message>
+    <message>
+        <source>No images: %1</source>
+        <translation>No images: %1</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>Note: %1</translation>
+    </message>
+    <message>
+        <source>Ended early.</source>
+        <translation>Ended early.</translation>
+    </message>
+    <message>
+        <source>%1 images arrived, %2 incompletely.</source>
+        <translation>%1 images arrived, %2 incompletely.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell its frame rate; give it with --rate.</source>
+        <translation>%1 does not tell its frame rate; give it with --rate.</translation>
+    </message>
+    <message>
+        <source>%1: the pause between packets cannot be set: %2</source>
+        <translation>%1: the pause between packets cannot be set: %2</translation>
+    </message>
+    <message>
+        <source>CAMERA</source>
+        <translation>CAMERA</translation>
+    </message>
+    <message>
+        <source>PACKET</source>
+        <translation>PACKET</translation>
+    </message>
+    <message>
+        <source>LINK %</source>
+        <translation>LINK %</translation>
+    </message>
+    <message>
+        <source>PAUSE</source>
+        <translation>PAUSE</translation>
+    </message>
+    <message>
+        <source>TICKS</source>
+        <translation>TICKS</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 Mbit/s (%4 %), of which %5 % are kept free</source>
+        <translation>%1: %2 of %3 Mbit/s (%4 %), of which %5 % are kept free</translation>
+    </message>
+    <message>
+        <source>Everything fits; the pauses are set.</source>
+        <translation>Everything fits; the pauses are set.</translation>
+    </message>
+    <message>
+        <source>Everything fits; --apply sets the pauses.</source>
+        <translation>Everything fits; --apply sets the pauses.</translation>
+    </message>
+    <message>
+        <source>The cameras on %1 need %2 Mbit/s, but only %3 can be used: images will be lost. Lower the frame rates, make the images smaller, or use another adapter for some cameras.</source>
+        <translation>The cameras on %1 need %2 Mbit/s, but only %3 can be used: images will be lost. Lower the frame rates, make the images smaller, or use another adapter for some cameras.</translation>
+    </message>
+    <message>
+        <source>%1: lower the frame rate from %2 to %3</source>
+        <translation>%1: lower the frame rate from %2 to %3</translation>
+    </message>
+    <message>
+        <source>There is no plan for %1: %2</source>
+        <translation>There is no plan for %1: %2</translation>
+    </message>
+    <message>
+        <source>The link speed of %1 is not known; give it with --link-speed.</source>
+        <translation>The link speed of %1 is not known; give it with --link-speed.</translation>
+    </message>
+    <message>
+        <source>There is no GigE Vision camera to plan for.</source>
+        <translation>There is no GigE Vision camera to plan for.</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unknown</translation>
+    </message>
+    <message>
+        <source>ADAPTER</source>
+        <translation>ADAPTER</translation>
+    </message>
+    <message>
+        <source>LINK</source>
+        <translation>LINK</translation>
+    </message>
+    <message>
+        <source>CAMERAS</source>
+        <translation>CAMERAS</translation>
+    </message>
+    <message>
+        <source>No GigE Vision camera answers.</source>
+        <translation>No GigE Vision camera answers.</translation>
+    </message>
+    <message>
+        <source>No network adapter is searched for cameras.</source>
+        <translation>No network adapter is searched for cameras.</translation>
+    </message>
+    <message>
+        <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
+        <translation>Socket buffers: capped at %1 bytes (net.core.rmem_max).</translation>
+    </message>
+    <message>
+        <source>Divide each adapter&apos;s link among its cameras: bandwidth of each, pause between packets</source>
+        <translation>Divide each adapter&apos;s link among its cameras: bandwidth of each, pause between packets</translation>
+    </message>
+    <message>
+        <source>Cameras; all of GigE Vision when none is named</source>
+        <translation>Cameras; all of GigE Vision when none is named</translation>
+    </message>
+    <message>
+        <source>Write the pauses into the cameras (GevSCPD)</source>
+        <translation>Write the pauses into the cameras (GevSCPD)</translation>
+    </message>
+    <message>
+        <source>Mbit/s of the link, where the adapter does not tell</source>
+        <translation>Mbit/s of the link, where the adapter does not tell</translation>
+    </message>
+    <message>
+        <source>Images per second of every camera, such as those of a trigger</source>
+        <translation>Images per second of every camera, such as those of a trigger</translation>
+    </message>
+    <message>
+        <source>Per cent of the link to keep free</source>
+        <translation>Per cent of the link to keep free</translation>
+    </message>
+    <message>
+        <source>Show network adapters and the cameras on them; plan bandwidth, find what stops images</source>
+        <translation>Show network adapters and the cameras on them; plan bandwidth, find what stops images</translation>
+    </message>
+    <message>
+        <source>Open a camera, try the way to it, grab for a moment and say what stops images</source>
+        <translation>Open a camera, try the way to it, grab for a moment and say what stops images</translation>
+    </message>
+    <message>
+        <source>How long to grab; 2 by default</source>
+        <translation>How long to grab; 2 by default</translation>
     </message>
 </context>
 </TS>

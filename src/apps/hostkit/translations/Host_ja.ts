@@ -192,6 +192,62 @@
         <source>The compressed image cannot be decoded (status %1).</source>
         <translation>圧縮画像を復号できません (状態 %1)。</translation>
     </message>
+    <message>
+        <source>The camera&apos;s address %1 is in another subnet than the network adapter %2 (%3). Give the camera an address of the adapter&apos;s subnet, or the adapter one of the camera&apos;s.</source>
+        <translation>カメラのアドレス %1 は、ネットワークアダプター %2 (%3) と異なるサブネットにあります。カメラにアダプターのサブネットのアドレスを設定するか、アダプターにカメラのサブネットのアドレスを設定してください。</translation>
+    </message>
+    <message>
+        <source>Another application controls the camera: %1 End it there, or watch the camera with &apos;poolcli monitor&apos;.</source>
+        <translation>別のアプリケーションがカメラを制御しています: %1 そのアプリケーションを終了するか、&apos;poolcli monitor&apos; でカメラを監視してください。</translation>
+    </message>
+    <message>
+        <source>The camera is seen but answers no commands. Another device may have the same address %1, or a firewall stops UDP port 3956.</source>
+        <translation>カメラは見つかりましたが、コマンドに応答しません。別の機器が同じアドレス %1 を使っているか、ファイアウォールが UDP ポート 3956 を止めている可能性があります。</translation>
+    </message>
+    <message>
+        <source>The camera could not be opened: %1</source>
+        <translation>カメラを開けませんでした: %1</translation>
+    </message>
+    <message>
+        <source>The connection to the camera was lost: check cable, power and switch.</source>
+        <translation>カメラとの接続が失われました。ケーブル、電源、スイッチを確認してください。</translation>
+    </message>
+    <message>
+        <source>The camera does not start grabbing: %1</source>
+        <translation>カメラは画像の取得を開始しません: %1</translation>
+    </message>
+    <message>
+        <source>No test packet arrives, and the camera waits for a trigger. Send one, or switch TriggerMode off, to see whether images arrive.</source>
+        <translation>テストパケットが届かず、カメラはトリガーを待っています。画像が届くかどうかを確かめるには、トリガーを送るか TriggerMode をオフにしてください。</translation>
+    </message>
+    <message>
+        <source>Commands are answered, so packets are sent, but none arrives, neither test packets nor images. Does a firewall stop them? Let UDP packets from %1 through on the adapter %2.</source>
+        <translation>コマンドには応答があるためパケットは送信されていますが、テストパケットも画像も一つも届きません。ファイアウォールが止めていませんか。アダプター %2 で %1 からの UDP パケットを許可してください。</translation>
+    </message>
+    <message>
+        <source>The packets of %1 bytes are too large for the way to this computer, which carries %2. Set GevSCPSPacketSize to %2, leave it alone, or set up jumbo frames on every switch and adapter.</source>
+        <translation>%1 バイトのパケットは、このコンピューターまでの経路には大きすぎます。経路が通すのは %2 バイトです。GevSCPSPacketSize を %2 にするか、設定せずにおくか、すべてのスイッチとアダプターでジャンボフレームを有効にしてください。</translation>
+    </message>
+    <message>
+        <source>Packets arrive, but none of %1 images was complete.</source>
+        <translation>パケットは届きますが、%1 枚の画像はどれも不完全でした。</translation>
+    </message>
+    <message>
+        <source>Test packets arrive, but the camera sends no image: does it wait for a trigger?</source>
+        <translation>テストパケットは届きますが、カメラは画像を送りません。トリガーを待っていませんか。</translation>
+    </message>
+    <message>
+        <source>The socket buffer is capped at %1 bytes, and images of this size need %2: images may be lost. Raise the limit with: sysctl -w net.core.rmem_max=%2</source>
+        <translation>ソケットバッファーは %1 バイトに制限されていますが、この大きさの画像には %2 バイトが必要です。画像が失われることがあります。次のコマンドで上限を上げてください: sysctl -w net.core.rmem_max=%2</translation>
+    </message>
+    <message>
+        <source>Only packets of up to %1 bytes arrive, though the adapter takes %2: a switch on the way, or the camera, does not do jumbo frames. Images cost more processor time.</source>
+        <translation>アダプターは %2 バイトまで受け取れますが、届くのは %1 バイトまでのパケットだけです。途中のスイッチまたはカメラがジャンボフレームに対応していません。画像の受信により多くの CPU 時間がかかります。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 images were incomplete: packets are lost. With several cameras on the adapter, let &apos;poolcli network plan --apply&apos; set pauses between packets.</source>
+        <translation>%2 枚中 %1 枚の画像が不完全でした。パケットが失われています。アダプターに複数のカメラがある場合は、&apos;poolcli network plan --apply&apos; でパケット間の待ち時間を設定してください。</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -727,6 +783,174 @@
     <message>
         <source>Open cameras and tell which take action commands</source>
         <translation>カメラを開き、アクションコマンドを受け付けるものを示します</translation>
+    </message>
+    <message>
+        <source>Trying the way to the camera with test packets ...</source>
+        <translation>テストパケットでカメラまでの経路を調べています ...</translation>
+    </message>
+    <message>
+        <source>%1: the way to the camera could not be tried: %2</source>
+        <translation>%1: カメラまでの経路を調べられませんでした: %2</translation>
+    </message>
+    <message>
+        <source>Packets of up to %1 bytes arrive; the camera sends %2 (the adapter&apos;s limit is %3).</source>
+        <translation>%1 バイトまでのパケットが届きます。カメラは %2 バイトで送信します (アダプターの上限は %3)。</translation>
+    </message>
+    <message>
+        <source>No test packet arrives.</source>
+        <translation>テストパケットが届きません。</translation>
+    </message>
+    <message>
+        <source>Grabbing for %1 s ...</source>
+        <translation>%1 秒間画像を取得しています ...</translation>
+    </message>
+    <message>
+        <source>%1 is no GigE Vision camera.</source>
+        <translation>%1 は GigE Vision カメラではありません。</translation>
+    </message>
+    <message>
+        <source>Opening %1 at %2 through %3 ...</source>
+        <translation>%3 経由で %2 の %1 を開いています ...</translation>
+    </message>
+    <message>
+        <source>No images: %1</source>
+        <translation>画像なし: %1</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>注意: %1</translation>
+    </message>
+    <message>
+        <source>Ended early.</source>
+        <translation>途中で終了しました。</translation>
+    </message>
+    <message>
+        <source>%1 images arrived, %2 incompletely.</source>
+        <translation>%1 枚の画像が届き、うち %2 枚が不完全でした。</translation>
+    </message>
+    <message>
+        <source>%1 does not tell its frame rate; give it with --rate.</source>
+        <translation>%1 はフレームレートを通知しません。--rate で指定してください。</translation>
+    </message>
+    <message>
+        <source>%1: the pause between packets cannot be set: %2</source>
+        <translation>%1: パケット間の待ち時間を設定できません: %2</translation>
+    </message>
+    <message>
+        <source>CAMERA</source>
+        <translation>カメラ</translation>
+    </message>
+    <message>
+        <source>PACKET</source>
+        <translation>パケット</translation>
+    </message>
+    <message>
+        <source>LINK %</source>
+        <translation>回線 %</translation>
+    </message>
+    <message>
+        <source>PAUSE</source>
+        <translation>待ち時間</translation>
+    </message>
+    <message>
+        <source>TICKS</source>
+        <translation>ティック</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 Mbit/s (%4 %), of which %5 % are kept free</source>
+        <translation>%1: %3 Mbit/s 中 %2 Mbit/s (%4 %)、うち %5 % は空けておきます</translation>
+    </message>
+    <message>
+        <source>Everything fits; the pauses are set.</source>
+        <translation>すべて収まります。待ち時間を設定しました。</translation>
+    </message>
+    <message>
+        <source>Everything fits; --apply sets the pauses.</source>
+        <translation>すべて収まります。--apply で待ち時間を設定します。</translation>
+    </message>
+    <message>
+        <source>The cameras on %1 need %2 Mbit/s, but only %3 can be used: images will be lost. Lower the frame rates, make the images smaller, or use another adapter for some cameras.</source>
+        <translation>%1 のカメラには %2 Mbit/s が必要ですが、使えるのは %3 だけです。画像が失われます。フレームレートを下げるか、画像を小さくするか、一部のカメラを別のアダプターにつないでください。</translation>
+    </message>
+    <message>
+        <source>%1: lower the frame rate from %2 to %3</source>
+        <translation>%1: フレームレートを %2 から %3 に下げてください</translation>
+    </message>
+    <message>
+        <source>There is no plan for %1: %2</source>
+        <translation>%1 の計画を立てられません: %2</translation>
+    </message>
+    <message>
+        <source>The link speed of %1 is not known; give it with --link-speed.</source>
+        <translation>%1 のリンク速度が不明です。--link-speed で指定してください。</translation>
+    </message>
+    <message>
+        <source>There is no GigE Vision camera to plan for.</source>
+        <translation>計画の対象となる GigE Vision カメラがありません。</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>不明</translation>
+    </message>
+    <message>
+        <source>ADAPTER</source>
+        <translation>アダプター</translation>
+    </message>
+    <message>
+        <source>LINK</source>
+        <translation>リンク</translation>
+    </message>
+    <message>
+        <source>CAMERAS</source>
+        <translation>カメラ数</translation>
+    </message>
+    <message>
+        <source>No GigE Vision camera answers.</source>
+        <translation>応答する GigE Vision カメラがありません。</translation>
+    </message>
+    <message>
+        <source>No network adapter is searched for cameras.</source>
+        <translation>カメラを探すネットワークアダプターがありません。</translation>
+    </message>
+    <message>
+        <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
+        <translation>ソケットバッファー: %1 バイトに制限 (net.core.rmem_max)。</translation>
+    </message>
+    <message>
+        <source>Divide each adapter&apos;s link among its cameras: bandwidth of each, pause between packets</source>
+        <translation>各アダプターの回線をカメラに割り当てる: それぞれの帯域、パケット間の待ち時間</translation>
+    </message>
+    <message>
+        <source>Cameras; all of GigE Vision when none is named</source>
+        <translation>カメラ。指定がなければすべての GigE Vision カメラ</translation>
+    </message>
+    <message>
+        <source>Write the pauses into the cameras (GevSCPD)</source>
+        <translation>待ち時間をカメラに書き込む (GevSCPD)</translation>
+    </message>
+    <message>
+        <source>Mbit/s of the link, where the adapter does not tell</source>
+        <translation>回線の Mbit/s (アダプターが通知しない場合)</translation>
+    </message>
+    <message>
+        <source>Images per second of every camera, such as those of a trigger</source>
+        <translation>すべてのカメラの毎秒画像数 (トリガーの場合など)</translation>
+    </message>
+    <message>
+        <source>Per cent of the link to keep free</source>
+        <translation>空けておく回線の割合 (パーセント)</translation>
+    </message>
+    <message>
+        <source>Show network adapters and the cameras on them; plan bandwidth, find what stops images</source>
+        <translation>ネットワークアダプターとそのカメラを表示。帯域を計画し、画像を止めているものを探す</translation>
+    </message>
+    <message>
+        <source>Open a camera, try the way to it, grab for a moment and say what stops images</source>
+        <translation>カメラを開いて経路を調べ、しばらく画像を取得し、画像を止めているものを示す</translation>
+    </message>
+    <message>
+        <source>How long to grab; 2 by default</source>
+        <translation>画像を取得する秒数。既定は 2</translation>
     </message>
 </context>
 </TS>

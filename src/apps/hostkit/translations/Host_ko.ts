@@ -192,6 +192,62 @@
         <source>The compressed image cannot be decoded (status %1).</source>
         <translation>압축된 이미지를 디코딩할 수 없습니다(상태 %1).</translation>
     </message>
+    <message>
+        <source>The camera&apos;s address %1 is in another subnet than the network adapter %2 (%3). Give the camera an address of the adapter&apos;s subnet, or the adapter one of the camera&apos;s.</source>
+        <translation>카메라 주소 %1이(가) 네트워크 어댑터 %2 (%3)와 다른 서브넷에 있습니다. 카메라에 어댑터 서브넷의 주소를 주거나 어댑터에 카메라 서브넷의 주소를 주십시오.</translation>
+    </message>
+    <message>
+        <source>Another application controls the camera: %1 End it there, or watch the camera with &apos;poolcli monitor&apos;.</source>
+        <translation>다른 응용 프로그램이 카메라를 제어하고 있습니다: %1 그쪽에서 종료하거나 &apos;poolcli monitor&apos;로 카메라를 지켜보십시오.</translation>
+    </message>
+    <message>
+        <source>The camera is seen but answers no commands. Another device may have the same address %1, or a firewall stops UDP port 3956.</source>
+        <translation>카메라가 보이지만 명령에 응답하지 않습니다. 다른 장치가 같은 주소 %1을(를) 쓰거나 방화벽이 UDP 포트 3956을 막고 있을 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>The camera could not be opened: %1</source>
+        <translation>카메라를 열 수 없습니다: %1</translation>
+    </message>
+    <message>
+        <source>The connection to the camera was lost: check cable, power and switch.</source>
+        <translation>카메라와의 연결이 끊어졌습니다. 케이블, 전원, 스위치를 확인하십시오.</translation>
+    </message>
+    <message>
+        <source>The camera does not start grabbing: %1</source>
+        <translation>카메라가 영상 획득을 시작하지 않습니다: %1</translation>
+    </message>
+    <message>
+        <source>No test packet arrives, and the camera waits for a trigger. Send one, or switch TriggerMode off, to see whether images arrive.</source>
+        <translation>테스트 패킷이 도착하지 않으며 카메라는 트리거를 기다리고 있습니다. 영상이 도착하는지 보려면 트리거를 보내거나 TriggerMode를 끄십시오.</translation>
+    </message>
+    <message>
+        <source>Commands are answered, so packets are sent, but none arrives, neither test packets nor images. Does a firewall stop them? Let UDP packets from %1 through on the adapter %2.</source>
+        <translation>명령에는 응답하므로 패킷은 보내지지만 테스트 패킷도 영상도 도착하지 않습니다. 방화벽이 막고 있습니까? 어댑터 %2에서 %1의 UDP 패킷을 허용하십시오.</translation>
+    </message>
+    <message>
+        <source>The packets of %1 bytes are too large for the way to this computer, which carries %2. Set GevSCPSPacketSize to %2, leave it alone, or set up jumbo frames on every switch and adapter.</source>
+        <translation>%1바이트 패킷은 이 컴퓨터까지의 경로에 너무 큽니다. 경로는 %2바이트까지 나릅니다. GevSCPSPacketSize를 %2(으)로 하거나 그대로 두거나, 모든 스위치와 어댑터에서 점보 프레임을 설정하십시오.</translation>
+    </message>
+    <message>
+        <source>Packets arrive, but none of %1 images was complete.</source>
+        <translation>패킷은 도착하지만 영상 %1개 중 완전한 것이 없습니다.</translation>
+    </message>
+    <message>
+        <source>Test packets arrive, but the camera sends no image: does it wait for a trigger?</source>
+        <translation>테스트 패킷은 도착하지만 카메라가 영상을 보내지 않습니다. 트리거를 기다리고 있습니까?</translation>
+    </message>
+    <message>
+        <source>The socket buffer is capped at %1 bytes, and images of this size need %2: images may be lost. Raise the limit with: sysctl -w net.core.rmem_max=%2</source>
+        <translation>소켓 버퍼가 %1바이트로 제한되어 있으나 이 크기의 영상에는 %2바이트가 필요합니다. 영상을 잃을 수 있습니다. 다음 명령으로 한도를 올리십시오: sysctl -w net.core.rmem_max=%2</translation>
+    </message>
+    <message>
+        <source>Only packets of up to %1 bytes arrive, though the adapter takes %2: a switch on the way, or the camera, does not do jumbo frames. Images cost more processor time.</source>
+        <translation>어댑터는 %2바이트까지 받지만 %1바이트까지의 패킷만 도착합니다. 도중의 스위치나 카메라가 점보 프레임을 지원하지 않습니다. 영상에 프로세서 시간이 더 듭니다.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 images were incomplete: packets are lost. With several cameras on the adapter, let &apos;poolcli network plan --apply&apos; set pauses between packets.</source>
+        <translation>영상 %2개 중 %1개가 불완전했습니다. 패킷이 손실됩니다. 어댑터에 카메라가 여러 대이면 &apos;poolcli network plan --apply&apos;로 패킷 사이의 쉼을 설정하십시오.</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -727,6 +783,174 @@
     <message>
         <source>Open cameras and tell which take action commands</source>
         <translation>카메라를 열고 동작 명령을 받는 카메라를 알려 줍니다</translation>
+    </message>
+    <message>
+        <source>Trying the way to the camera with test packets ...</source>
+        <translation>테스트 패킷으로 카메라까지의 경로를 시험하는 중 ...</translation>
+    </message>
+    <message>
+        <source>%1: the way to the camera could not be tried: %2</source>
+        <translation>%1: 카메라까지의 경로를 시험할 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>Packets of up to %1 bytes arrive; the camera sends %2 (the adapter&apos;s limit is %3).</source>
+        <translation>%1바이트까지의 패킷이 도착합니다. 카메라는 %2바이트로 보냅니다(어댑터 한도 %3).</translation>
+    </message>
+    <message>
+        <source>No test packet arrives.</source>
+        <translation>테스트 패킷이 도착하지 않습니다.</translation>
+    </message>
+    <message>
+        <source>Grabbing for %1 s ...</source>
+        <translation>%1초 동안 영상을 획득하는 중 ...</translation>
+    </message>
+    <message>
+        <source>%1 is no GigE Vision camera.</source>
+        <translation>%1은(는) GigE Vision 카메라가 아닙니다.</translation>
+    </message>
+    <message>
+        <source>Opening %1 at %2 through %3 ...</source>
+        <translation>%3을(를) 통해 %2의 %1을(를) 여는 중 ...</translation>
+    </message>
+    <message>
+        <source>No images: %1</source>
+        <translation>영상 없음: %1</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>참고: %1</translation>
+    </message>
+    <message>
+        <source>Ended early.</source>
+        <translation>도중에 끝났습니다.</translation>
+    </message>
+    <message>
+        <source>%1 images arrived, %2 incompletely.</source>
+        <translation>영상 %1개가 도착했고 그중 %2개가 불완전했습니다.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell its frame rate; give it with --rate.</source>
+        <translation>%1이(가) 프레임 속도를 알려 주지 않습니다. --rate로 지정하십시오.</translation>
+    </message>
+    <message>
+        <source>%1: the pause between packets cannot be set: %2</source>
+        <translation>%1: 패킷 사이의 쉼을 설정할 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>CAMERA</source>
+        <translation>카메라</translation>
+    </message>
+    <message>
+        <source>PACKET</source>
+        <translation>패킷</translation>
+    </message>
+    <message>
+        <source>LINK %</source>
+        <translation>링크 %</translation>
+    </message>
+    <message>
+        <source>PAUSE</source>
+        <translation>쉼</translation>
+    </message>
+    <message>
+        <source>TICKS</source>
+        <translation>틱</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 Mbit/s (%4 %), of which %5 % are kept free</source>
+        <translation>%1: %3 Mbit/s 중 %2 Mbit/s (%4 %), 그중 %5 %는 비워 둡니다</translation>
+    </message>
+    <message>
+        <source>Everything fits; the pauses are set.</source>
+        <translation>모두 들어갑니다. 쉼을 설정했습니다.</translation>
+    </message>
+    <message>
+        <source>Everything fits; --apply sets the pauses.</source>
+        <translation>모두 들어갑니다. --apply로 쉼을 설정합니다.</translation>
+    </message>
+    <message>
+        <source>The cameras on %1 need %2 Mbit/s, but only %3 can be used: images will be lost. Lower the frame rates, make the images smaller, or use another adapter for some cameras.</source>
+        <translation>%1의 카메라에는 %2 Mbit/s가 필요하지만 %3만 쓸 수 있습니다. 영상을 잃게 됩니다. 프레임 속도를 낮추거나 영상을 줄이거나 일부 카메라에 다른 어댑터를 쓰십시오.</translation>
+    </message>
+    <message>
+        <source>%1: lower the frame rate from %2 to %3</source>
+        <translation>%1: 프레임 속도를 %2에서 %3(으)로 낮추십시오</translation>
+    </message>
+    <message>
+        <source>There is no plan for %1: %2</source>
+        <translation>%1의 계획을 세울 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>The link speed of %1 is not known; give it with --link-speed.</source>
+        <translation>%1의 링크 속도를 알 수 없습니다. --link-speed로 지정하십시오.</translation>
+    </message>
+    <message>
+        <source>There is no GigE Vision camera to plan for.</source>
+        <translation>계획할 GigE Vision 카메라가 없습니다.</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>알 수 없음</translation>
+    </message>
+    <message>
+        <source>ADAPTER</source>
+        <translation>어댑터</translation>
+    </message>
+    <message>
+        <source>LINK</source>
+        <translation>링크</translation>
+    </message>
+    <message>
+        <source>CAMERAS</source>
+        <translation>카메라 수</translation>
+    </message>
+    <message>
+        <source>No GigE Vision camera answers.</source>
+        <translation>응답하는 GigE Vision 카메라가 없습니다.</translation>
+    </message>
+    <message>
+        <source>No network adapter is searched for cameras.</source>
+        <translation>카메라를 찾는 네트워크 어댑터가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
+        <translation>소켓 버퍼: %1바이트로 제한됨(net.core.rmem_max).</translation>
+    </message>
+    <message>
+        <source>Divide each adapter&apos;s link among its cameras: bandwidth of each, pause between packets</source>
+        <translation>각 어댑터의 링크를 카메라에 나눔: 각각의 대역폭, 패킷 사이의 쉼</translation>
+    </message>
+    <message>
+        <source>Cameras; all of GigE Vision when none is named</source>
+        <translation>카메라. 지정하지 않으면 모든 GigE Vision 카메라</translation>
+    </message>
+    <message>
+        <source>Write the pauses into the cameras (GevSCPD)</source>
+        <translation>쉼을 카메라에 기록(GevSCPD)</translation>
+    </message>
+    <message>
+        <source>Mbit/s of the link, where the adapter does not tell</source>
+        <translation>링크의 Mbit/s(어댑터가 알려 주지 않을 때)</translation>
+    </message>
+    <message>
+        <source>Images per second of every camera, such as those of a trigger</source>
+        <translation>모든 카메라의 초당 영상 수(트리거 등)</translation>
+    </message>
+    <message>
+        <source>Per cent of the link to keep free</source>
+        <translation>비워 둘 링크의 퍼센트</translation>
+    </message>
+    <message>
+        <source>Show network adapters and the cameras on them; plan bandwidth, find what stops images</source>
+        <translation>네트워크 어댑터와 그 카메라를 표시. 대역폭을 계획하고 영상을 막는 원인을 찾음</translation>
+    </message>
+    <message>
+        <source>Open a camera, try the way to it, grab for a moment and say what stops images</source>
+        <translation>카메라를 열어 경로를 시험하고 잠시 영상을 획득해 영상을 막는 원인을 알림</translation>
+    </message>
+    <message>
+        <source>How long to grab; 2 by default</source>
+        <translation>영상을 획득하는 시간. 기본값 2</translation>
     </message>
 </context>
 </TS>

@@ -192,6 +192,62 @@
         <source>The compressed image cannot be decoded (status %1).</source>
         <translation>无法解码压缩图像（状态 %1）。</translation>
     </message>
+    <message>
+        <source>The camera&apos;s address %1 is in another subnet than the network adapter %2 (%3). Give the camera an address of the adapter&apos;s subnet, or the adapter one of the camera&apos;s.</source>
+        <translation>相机地址 %1 与网络适配器 %2 (%3) 不在同一子网。请为相机设置适配器子网内的地址，或为适配器设置相机子网内的地址。</translation>
+    </message>
+    <message>
+        <source>Another application controls the camera: %1 End it there, or watch the camera with &apos;poolcli monitor&apos;.</source>
+        <translation>另一个应用程序正在控制相机: %1 请结束该程序，或用 &apos;poolcli monitor&apos; 观看相机。</translation>
+    </message>
+    <message>
+        <source>The camera is seen but answers no commands. Another device may have the same address %1, or a firewall stops UDP port 3956.</source>
+        <translation>能看到相机，但它不响应命令。可能有其他设备使用相同的地址 %1，或防火墙阻止了 UDP 端口 3956。</translation>
+    </message>
+    <message>
+        <source>The camera could not be opened: %1</source>
+        <translation>无法打开相机: %1</translation>
+    </message>
+    <message>
+        <source>The connection to the camera was lost: check cable, power and switch.</source>
+        <translation>与相机的连接已断开: 请检查电缆、电源和交换机。</translation>
+    </message>
+    <message>
+        <source>The camera does not start grabbing: %1</source>
+        <translation>相机未开始采集: %1</translation>
+    </message>
+    <message>
+        <source>No test packet arrives, and the camera waits for a trigger. Send one, or switch TriggerMode off, to see whether images arrive.</source>
+        <translation>没有收到测试数据包，而且相机在等待触发。请发送触发或关闭 TriggerMode，以查看图像是否到达。</translation>
+    </message>
+    <message>
+        <source>Commands are answered, so packets are sent, but none arrives, neither test packets nor images. Does a firewall stop them? Let UDP packets from %1 through on the adapter %2.</source>
+        <translation>命令有响应，因此数据包已发送，但测试数据包和图像都没有到达。是否被防火墙阻止? 请在适配器 %2 上放行来自 %1 的 UDP 数据包。</translation>
+    </message>
+    <message>
+        <source>The packets of %1 bytes are too large for the way to this computer, which carries %2. Set GevSCPSPacketSize to %2, leave it alone, or set up jumbo frames on every switch and adapter.</source>
+        <translation>%1 字节的数据包对于到本机的路径来说太大，该路径只能传送 %2 字节。请将 GevSCPSPacketSize 设为 %2，或不要设置它，或在所有交换机和适配器上启用巨型帧。</translation>
+    </message>
+    <message>
+        <source>Packets arrive, but none of %1 images was complete.</source>
+        <translation>数据包能到达，但 %1 幅图像全都不完整。</translation>
+    </message>
+    <message>
+        <source>Test packets arrive, but the camera sends no image: does it wait for a trigger?</source>
+        <translation>测试数据包能到达，但相机不发送图像: 是否在等待触发?</translation>
+    </message>
+    <message>
+        <source>The socket buffer is capped at %1 bytes, and images of this size need %2: images may be lost. Raise the limit with: sysctl -w net.core.rmem_max=%2</source>
+        <translation>套接字缓冲区被限制为 %1 字节，而这种大小的图像需要 %2 字节: 可能丢失图像。用以下命令提高上限: sysctl -w net.core.rmem_max=%2</translation>
+    </message>
+    <message>
+        <source>Only packets of up to %1 bytes arrive, though the adapter takes %2: a switch on the way, or the camera, does not do jumbo frames. Images cost more processor time.</source>
+        <translation>适配器可接收 %2 字节，但只有不超过 %1 字节的数据包到达: 途中的交换机或相机不支持巨型帧。接收图像会占用更多处理器时间。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 images were incomplete: packets are lost. With several cameras on the adapter, let &apos;poolcli network plan --apply&apos; set pauses between packets.</source>
+        <translation>%2 幅图像中有 %1 幅不完整: 有数据包丢失。如果适配器上有多台相机，请用 &apos;poolcli network plan --apply&apos; 设置数据包之间的间隔。</translation>
+    </message>
 </context>
 <context>
     <name>ParameterCollection::CParameterCollection</name>
@@ -727,6 +783,174 @@
     <message>
         <source>Open cameras and tell which take action commands</source>
         <translation>打开相机并显示哪些接受动作命令</translation>
+    </message>
+    <message>
+        <source>Trying the way to the camera with test packets ...</source>
+        <translation>正在用测试数据包试探到相机的路径 ...</translation>
+    </message>
+    <message>
+        <source>%1: the way to the camera could not be tried: %2</source>
+        <translation>%1: 无法试探到相机的路径: %2</translation>
+    </message>
+    <message>
+        <source>Packets of up to %1 bytes arrive; the camera sends %2 (the adapter&apos;s limit is %3).</source>
+        <translation>不超过 %1 字节的数据包能到达；相机发送 %2 字节 (适配器上限为 %3)。</translation>
+    </message>
+    <message>
+        <source>No test packet arrives.</source>
+        <translation>没有收到测试数据包。</translation>
+    </message>
+    <message>
+        <source>Grabbing for %1 s ...</source>
+        <translation>正在采集 %1 秒 ...</translation>
+    </message>
+    <message>
+        <source>%1 is no GigE Vision camera.</source>
+        <translation>%1 不是 GigE Vision 相机。</translation>
+    </message>
+    <message>
+        <source>Opening %1 at %2 through %3 ...</source>
+        <translation>正在通过 %3 打开位于 %2 的 %1 ...</translation>
+    </message>
+    <message>
+        <source>No images: %1</source>
+        <translation>没有图像: %1</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>注意: %1</translation>
+    </message>
+    <message>
+        <source>Ended early.</source>
+        <translation>提前结束。</translation>
+    </message>
+    <message>
+        <source>%1 images arrived, %2 incompletely.</source>
+        <translation>收到 %1 幅图像，其中 %2 幅不完整。</translation>
+    </message>
+    <message>
+        <source>%1 does not tell its frame rate; give it with --rate.</source>
+        <translation>%1 不报告帧率；请用 --rate 指定。</translation>
+    </message>
+    <message>
+        <source>%1: the pause between packets cannot be set: %2</source>
+        <translation>%1: 无法设置数据包之间的间隔: %2</translation>
+    </message>
+    <message>
+        <source>CAMERA</source>
+        <translation>相机</translation>
+    </message>
+    <message>
+        <source>PACKET</source>
+        <translation>数据包</translation>
+    </message>
+    <message>
+        <source>LINK %</source>
+        <translation>链路 %</translation>
+    </message>
+    <message>
+        <source>PAUSE</source>
+        <translation>间隔</translation>
+    </message>
+    <message>
+        <source>TICKS</source>
+        <translation>时钟计数</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 Mbit/s (%4 %), of which %5 % are kept free</source>
+        <translation>%1: %3 Mbit/s 中的 %2 Mbit/s (%4 %)，其中保留 %5 %</translation>
+    </message>
+    <message>
+        <source>Everything fits; the pauses are set.</source>
+        <translation>全部容得下；间隔已设置。</translation>
+    </message>
+    <message>
+        <source>Everything fits; --apply sets the pauses.</source>
+        <translation>全部容得下；--apply 设置间隔。</translation>
+    </message>
+    <message>
+        <source>The cameras on %1 need %2 Mbit/s, but only %3 can be used: images will be lost. Lower the frame rates, make the images smaller, or use another adapter for some cameras.</source>
+        <translation>%1 上的相机需要 %2 Mbit/s，但只有 %3 可用: 将会丢失图像。请降低帧率、缩小图像，或让部分相机使用另一个适配器。</translation>
+    </message>
+    <message>
+        <source>%1: lower the frame rate from %2 to %3</source>
+        <translation>%1: 请将帧率从 %2 降到 %3</translation>
+    </message>
+    <message>
+        <source>There is no plan for %1: %2</source>
+        <translation>无法为 %1 制定计划: %2</translation>
+    </message>
+    <message>
+        <source>The link speed of %1 is not known; give it with --link-speed.</source>
+        <translation>%1 的链路速度未知；请用 --link-speed 指定。</translation>
+    </message>
+    <message>
+        <source>There is no GigE Vision camera to plan for.</source>
+        <translation>没有可供规划的 GigE Vision 相机。</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>ADAPTER</source>
+        <translation>适配器</translation>
+    </message>
+    <message>
+        <source>LINK</source>
+        <translation>链路</translation>
+    </message>
+    <message>
+        <source>CAMERAS</source>
+        <translation>相机数</translation>
+    </message>
+    <message>
+        <source>No GigE Vision camera answers.</source>
+        <translation>没有 GigE Vision 相机响应。</translation>
+    </message>
+    <message>
+        <source>No network adapter is searched for cameras.</source>
+        <translation>没有网络适配器用于搜索相机。</translation>
+    </message>
+    <message>
+        <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
+        <translation>套接字缓冲区: 上限 %1 字节 (net.core.rmem_max)。</translation>
+    </message>
+    <message>
+        <source>Divide each adapter&apos;s link among its cameras: bandwidth of each, pause between packets</source>
+        <translation>将各适配器的链路分配给其相机: 各自带宽、数据包间隔</translation>
+    </message>
+    <message>
+        <source>Cameras; all of GigE Vision when none is named</source>
+        <translation>相机；未指定时为所有 GigE Vision 相机</translation>
+    </message>
+    <message>
+        <source>Write the pauses into the cameras (GevSCPD)</source>
+        <translation>将间隔写入相机 (GevSCPD)</translation>
+    </message>
+    <message>
+        <source>Mbit/s of the link, where the adapter does not tell</source>
+        <translation>链路的 Mbit/s (适配器未报告时)</translation>
+    </message>
+    <message>
+        <source>Images per second of every camera, such as those of a trigger</source>
+        <translation>每台相机的每秒图像数，例如触发频率</translation>
+    </message>
+    <message>
+        <source>Per cent of the link to keep free</source>
+        <translation>链路保留的百分比</translation>
+    </message>
+    <message>
+        <source>Show network adapters and the cameras on them; plan bandwidth, find what stops images</source>
+        <translation>显示网络适配器及其相机；规划带宽，查找阻止图像的原因</translation>
+    </message>
+    <message>
+        <source>Open a camera, try the way to it, grab for a moment and say what stops images</source>
+        <translation>打开相机，试探路径，采集片刻，并说明什么阻止了图像</translation>
+    </message>
+    <message>
+        <source>How long to grab; 2 by default</source>
+        <translation>采集时长；默认 2</translation>
     </message>
 </context>
 </TS>
