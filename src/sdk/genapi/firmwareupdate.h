@@ -13,7 +13,8 @@
 /**
  * Firmware updates: update packages are read and checked, matched with a device and applied to it.
  *
- * The file is docs/protocols/firmwarepackage.md's. All of it runs on the caller's thread.
+ * The format of the files is in docs/protocols/firmwarepackage.md. All of it runs on the caller's thread; nothing is
+ * kept between calls but what a CFirmwareUpdateInfo holds, which is no payload: that is read again when it is applied.
  */
 namespace GenApi
 {
@@ -77,17 +78,19 @@ public:
 /**
  * Told how an update proceeds, on the thread that applies it. Times are in milliseconds.
  *
- * What a step callback throws ends the update between two steps; the device keeps what it has by then.
+ * What a callback throws ends the update where it is: between two steps, or, from the partial progress, inside one; a
+ * file that is being uploaded is closed then. The device keeps what it has by that time. OnFirmwareUpdateError is told
+ * of it, as of every failure, and must not throw; what OnFirmwareUpdateEnd throws comes too late to end anything.
  */
 class GENAPI_EXPORT IFirmwareUpdateProgressObserver
 {
 public:
     virtual ~IFirmwareUpdateProgressObserver();
     virtual void OnFirmwareUpdateBegin(const CFirmwareUpdateInfo& updateInfo, unsigned int estimatedDuration) = 0;
-    /** The description is UTF-8 text for a person, or null. */
+    /** The description is UTF-8 text for a person, in the package's default language, or null. */
     virtual void OnFirmwareUpdateProgressStepBegin(EFirmwareUpdateStepType step, unsigned int estimatedTime,
                                                    const char* description) = 0;
-    /** Per cent of the step, 0 to 100. */
+    /** Per cent of the step, 0 to 100, never falling. Every step ends with 100. */
     virtual void OnFirmwareUpdateProgressStepPartialProgress(EFirmwareUpdateStepType step, double percent) = 0;
     /** The time is the one estimated for the step. */
     virtual void OnFirmwareUpdateProgressStepEnd(EFirmwareUpdateStepType step, unsigned int time) = 0;
@@ -120,10 +123,10 @@ public:
     /**
      * Reads and checks a whole package file and reports its updates.
      *
-     * fileName: UTF-8. filter: null for every update, or a regular expression (ECMAScript) that the update's id must
-     * match as a whole. Throws FileNotFoundException, FileIOException (reading), FormatException (not a package, a
-     * damaged or a dishonest one; the text says what and where), InvalidArgumentException (no file name, bad filter),
-     * OutOfRangeException (larger than the limits). What the collector throws passes through.
+     * fileName: UTF-8. filter: null for every update, or a regular expression (RE2 syntax, as in packages) that
+     * the update's id must match as a whole. Throws FileNotFoundException, FileIOException (reading), FormatException
+     * (not a package, a damaged or a dishonest one; the text says what and where), InvalidArgumentException (no file
+     * name, bad filter), OutOfRangeException (larger than the limits). What the collector throws passes through.
      */
     void ReadFirmwareUpdateInfos(const char* fileName, IFirmwareUpdateInfoCollector& collector,
                                  const char* filter = nullptr) const;
@@ -133,10 +136,15 @@ public:
     bool MatchesDevice(const CFirmwareUpdateInfo& updateInfo, INodeMap& nodeMap) const;
 
     /**
-     * Applies the update. Preconditions and package are checked before anything is written.
+     * Applies the update. Conditions, the existence of every feature that the steps use, preconditions and package are
+     * checked before anything is written.
      *
-     * The observer may be null. On failure it is told OnFirmwareUpdateError, the device's CleanupAfterFirmwareUpdate
-     * is called, and the exception goes on to the caller.
+     * The observer may be null. On failure it is told OnFirmwareUpdateError (of an exception that is none of GenICam's:
+     * a RuntimeException with its text), the device's CleanupAfterFirmwareUpdate is called, and the exception itself
+     * goes on to the caller. Throws InvalidArgumentException (invalid info), LogicalErrorException (not for this
+     * device, a precondition that does not hold, something that the device lacks, a package that changed since it was
+     * read), what reading the package throws, TimeoutException and RuntimeException (a step that failed), and whatever
+     * the device and the observer throw.
      */
     void ApplyUpdate(const CFirmwareUpdateInfo& updateInfo, IFirmwareUpdatableDevice& device,
                      IFirmwareUpdateProgressObserver* observer) const;

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "genapi/genapi_testexport.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +18,7 @@ namespace Internal
 using FirmwareArchiveFiles = std::vector<std::pair<std::string, std::string>>;
 
 /** A ZIP archive in which nothing depends on time, place or user. Throws RuntimeException. */
-std::string WriteFirmwareArchive(const FirmwareArchiveFiles& files, bool isDeflated);
+GENAPI_TEST_EXPORT std::string WriteFirmwareArchive(const FirmwareArchiveFiles& files, bool isDeflated);
 
 } // namespace Internal
 } // namespace GenApi
