@@ -52,12 +52,12 @@ std::string CCameraProgram::End()
     return m_program.GetOutput();
 }
 
-std::string WriteConfig(const std::string& features, const std::string& others)
+std::string WriteConfig(const std::string& features, const std::string& others, const std::string& serial)
 {
-    const std::string name = ::testing::TempDir() + "gigecamera-" + std::to_string(getpid()) + ".json";
-    std::ofstream(name)
-        << R"({"cameras": [{"serial": "GC-1", "model": "Tester", "sensor": {"width": 640, "height": 480}, )" << others
-        << R"(, "features": {)" << features << "}}]}";
+    const std::string name = ::testing::TempDir() + "gigecamera-" + std::to_string(getpid()) + serial + ".json";
+    std::ofstream(name) << R"({"cameras": [{"serial": ")" << serial
+                        << R"(", "model": "Tester", "sensor": {"width": 640, "height": 480}, )" << others
+                        << R"(, "features": {)" << features << "}}]}";
     return name;
 }
 

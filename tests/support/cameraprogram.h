@@ -27,7 +27,8 @@ private:
 };
 
 /** A small quick camera as the program's JSON, in a file that lives as long as the test. Features as "name": value. */
-std::string WriteConfig(const std::string& features, const std::string& others = "\"frameRate\": 100");
+std::string WriteConfig(const std::string& features, const std::string& others = "\"frameRate\": 100",
+                        const std::string& serial = "GC-1");
 
 /** The output of a program that must end by itself; "" and a failure when it does not. */
 std::string OutputOf(const std::vector<std::string>& programAndArguments);

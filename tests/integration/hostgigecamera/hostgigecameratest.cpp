@@ -1,20 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "camerapool/camerainfolist.h"
 #include "camerapool/icameracontrolservice.h"
-#include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
-#include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iimagedecompressorservice.h"
-#include "hostkit/cameranames.h"
-#include "hostkit/host.h"
-#include "parametercollection/iparametercollection.h"
-#include "parametercollection/parameterpath.h"
+#include "hostongigecamera.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
-#include "support/cameraprogram.h"
 #include "support/gvcppeer.h"
 
 #include <gtest/gtest.h>
@@ -29,72 +22,12 @@
 namespace
 {
 
+using HostGigECamera::HostOnGigECamera;
+using HostGigECamera::limitMs;
 using HostKit::CameraInfoPtr;
-using Plugin::CameraPool::ICameraEnumerationService;
 using Plugin::CameraPool::ICameraStatusService;
 
-constexpr int limitMs = 20000;
 constexpr std::size_t imageBytes = 640 * 480;
-
-/** A whole host with the real plugins in front of a simulated camera on the network. */
-class HostOnGigECamera : public testing::Test
-{
-protected:
-    static void SetUpTestSuite()
-    {
-        qputenv("CAMERAPOOL_GIGE_ADAPTERS", "127.0.0.1");
-        qputenv("CAMERAPOOL_EMULATION_CAMERAS", "0");
-    }
-
-    /** The camera with these features, as "name": value; found. */
-    void find(const std::string& features)
-    {
-        m_pCamera = std::make_unique<::Test::CCameraProgram>(
-            std::vector<std::string>{"--config", ::Test::WriteConfig(features)});
-        m_pHost = std::make_unique<HostKit::CHost>(QStringLiteral(PLUGIN_FOLDER));
-        ASSERT_TRUE(m_pHost->start(QStringLiteral("en"))) << m_pHost->errors().join('\n').toStdString();
-        QSignalSpy changed(&m_pHost->enumeration(), &ICameraEnumerationService::enumerationChanged);
-        for (int pass = 0; pass < 40 && m_info.isNull(); ++pass)
-        {
-            m_pHost->enumeration().triggerEnumeration();
-            changed.wait(limitMs / 40);
-            m_info = find();
-        }
-        ASSERT_FALSE(m_info.isNull()) << "the camera was not found";
-    }
-
-    /** The same, opened. */
-    void start(const std::string& features)
-    {
-        find(features);
-        ASSERT_TRUE(m_pHost->control().open(m_info, false)) << m_info->errorString().toStdString();
-        m_parameters = m_pHost->parameters().getParameterCollection(m_info);
-        m_pNodes = m_parameters->nodeMap(ParameterCollection::ParameterPath::CameraDevice);
-        ASSERT_NE(m_pNodes, nullptr);
-    }
-
-    CameraInfoPtr find() const
-    {
-        QVector<CameraInfoPtr> cameras;
-        const auto layers = m_pHost->enumeration().enumerate();
-        for (const auto& layer : layers)
-        {
-            const auto records = layer->getCameraInfoList().toBaseInfoVector();
-            for (const auto& record : records)
-            {
-                cameras.append(record.objectCast<Plugin::CameraPool::ICameraInfo>());
-            }
-        }
-        QString error;
-        return HostKit::findByName(cameras, QStringLiteral("GC-1"), error);
-    }
-
-    std::unique_ptr<::Test::CCameraProgram> m_pCamera;
-    std::unique_ptr<HostKit::CHost> m_pHost;
-    CameraInfoPtr m_info;
-    QSharedPointer<ParameterCollection::IParameterCollection> m_parameters;
-    GenApi::INodeMap* m_pNodes = nullptr;
-};
 
 struct SChunkValues
 {
