@@ -243,7 +243,7 @@ CFileAccess::SOutcome CFileAccess::Open(EFile file)
     state = {true, mode != ModeWrite, mode != ModeRead};
     if (file == EFile::FirmwareUpdate && state.isWritable)
     {
-        m_firmware.BeginUpload(); // flash is erased before it is written
+        m_firmware.BeginUpload(mode == ModeReadWrite);
     }
     else if (mode == ModeWrite)
     {

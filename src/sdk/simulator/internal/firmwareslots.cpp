@@ -50,9 +50,12 @@ std::string CFirmwareSlots::Boot()
     return version.empty() ? m_config.firmwareVersion : version;
 }
 
-void CFirmwareSlots::BeginUpload()
+void CFirmwareSlots::BeginUpload(bool isContinued)
 {
-    m_flash.Inactive() = SFirmwareSlot();
+    if (!isContinued)
+    {
+        m_flash.Inactive() = SFirmwareSlot();
+    }
     m_flash.status = EFirmwareStatus::Receiving;
 }
 

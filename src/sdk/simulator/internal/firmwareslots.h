@@ -25,8 +25,8 @@ public:
     /** Power comes: boots what was activated, falls back when that fails, gives up a half upload. Returns the version
      *  that runs. */
     std::string Boot();
-    /** Empties the inactive slot for an upload. */
-    void BeginUpload();
+    /** Prepares the inactive slot for an upload: empties it, unless what is there is to be continued. */
+    void BeginUpload(bool isContinued);
     /** Looks at what was uploaded. False when the camera cannot use it. */
     bool EndUpload();
     /** Ends an upload that the application gave up. */

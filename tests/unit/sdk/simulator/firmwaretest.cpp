@@ -303,6 +303,24 @@ TEST(Firmware, powerLostBeforeAnyRegisterWriteLeavesTheOldOne)
     EXPECT_GT(writes, 20U) << "each step of the update is one of them";
 }
 
+TEST(Firmware, anUploadIsContinuedAfterALossOfPower)
+{
+    const Image image = MakeFirmware("2.0.0", "Inspector", 800);
+    Simulator::SCameraConfig config = SPoweredRig::Config();
+    config.faults.powerLossAtFileOperation = 3; // open, 512 bytes, half of the rest
+    SPoweredRig power(config);
+    EXPECT_THROW(Update(power, image), GenICam::RuntimeException);
+    power.Reset();
+    CFileClient file = power.Firmware();
+    const std::uint32_t kept = file.Size();
+    EXPECT_EQ(kept, 512 + (image.size() - 512) / 2);
+    ASSERT_EQ(file.DoOpen(CFileClient::ModeReadWrite), "Success");
+    EXPECT_EQ(power.Status(), "Receiving");
+    ASSERT_EQ(file.DoWrite(kept, Image(image.begin() + kept, image.end())), "Success");
+    EXPECT_EQ(file.Do(CFileClient::Close), "Success");
+    EXPECT_EQ(power.Status(), "Verified");
+}
+
 TEST(Firmware, aResetIntoItHasABootTimeOfItsOwn)
 {
     Simulator::SCameraConfig config = SPoweredRig::Config();
