@@ -187,6 +187,11 @@ void CPeerNamespace::Visit(const std::function<void()>& function) const
     function();
 }
 
+void CPeerNamespace::ForwardPackets() const
+{
+    Visit([] { WriteFile("/proc/sys/net/ipv4/ip_forward", "1"); }); // the calling thread's namespace's own
+}
+
 void CPeerNamespace::Connect(const std::string& adapter, const std::string& address, const std::string& farAdapter,
                              const std::string& farAddress)
 {

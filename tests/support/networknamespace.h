@@ -44,6 +44,9 @@ public:
     void Connect(const std::string& adapter, const std::string& address, const std::string& farAdapter,
                  const std::string& farAddress);
 
+    /** Lets it pass packets on between its cables, as a router does. */
+    void ForwardPackets() const;
+
 private:
     int m_descriptor = -1;
     std::vector<std::string> m_farAdapters;
