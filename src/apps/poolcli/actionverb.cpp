@@ -178,12 +178,13 @@ int runCommand(CSession& session, const SOptions& options)
     }
     if (isAny([](const SRow& row) { return row.isNamed && !row.isAnswered; }))
     {
-        throw CRefusal(CTexts::tr("Cameras stayed silent: their keys or masks do not fit, or the command or its "
-                                  "answer was lost."));
+        throw CRefusal(CTexts::tr("Cameras stayed silent: no application has them open, their keys or masks do not "
+                                  "fit, or the command or its answer was lost."));
     }
     if (!isAny([](const SRow& row) { return row.isAnswered; }))
     {
-        throw CRefusal(CTexts::tr("No camera answered the action command."));
+        throw CRefusal(CTexts::tr("No camera answered the action command: no application has one open, or their keys "
+                                  "or masks do not fit."));
     }
     return ExitDone;
 }

@@ -110,7 +110,7 @@ TEST_F(PoolCliAction, namedCameraThatIsSilentIsAFailureAndAnUnnamedOneIsNot)
     const SOutcome named = act("issue", {"--json", "GV77"});
     EXPECT_EQ(answers(named), answers(unnamed));
     EXPECT_EQ(named.exitCode, 1);
-    EXPECT_TRUE(named.err.contains("stayed silent")) << named.err.toStdString();
+    EXPECT_TRUE(named.err.contains("stayed silent: no application has them open")) << named.err.toStdString();
 }
 
 TEST_F(PoolCliAction, withoutTimeNoAnswersAreAskedFor)
@@ -127,7 +127,8 @@ TEST_F(PoolCliAction, nobodyThereIsAFailure)
 {
     const SOutcome outcome = act("issue", {"--json", "--timeout", "0.1"});
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_TRUE(outcome.err.contains("No camera answered")) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.contains("No camera answered the action command: no application has one open"))
+        << outcome.err.toStdString();
 }
 
 TEST_F(PoolCliAction, commandThatCannotBeSentIsAFailureWithItsReasonInTheDebugLog)

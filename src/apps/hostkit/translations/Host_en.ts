@@ -525,12 +525,12 @@
         <translation>Cameras refused the action command. Their reasons are in the debug log (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</translation>
     </message>
     <message>
-        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
-        <translation>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</translation>
+        <source>Cameras stayed silent: no application has them open, their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>Cameras stayed silent: no application has them open, their keys or masks do not fit, or the command or its answer was lost.</translation>
     </message>
     <message>
-        <source>No camera answered the action command.</source>
-        <translation>No camera answered the action command.</translation>
+        <source>No camera answered the action command: no application has one open, or their keys or masks do not fit.</source>
+        <translation>No camera answered the action command: no application has one open, or their keys or masks do not fit.</translation>
     </message>
     <message>
         <source>ACTION</source>

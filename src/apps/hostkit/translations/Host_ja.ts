@@ -525,12 +525,12 @@
         <translation>アクションコマンドを拒否したカメラがあります。理由はデバッグログにあります (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;)。</translation>
     </message>
     <message>
-        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
-        <translation>応答しないカメラがあります。キーまたはマスクが一致しないか、コマンドまたは応答が失われました。</translation>
+        <source>Cameras stayed silent: no application has them open, their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>応答しないカメラがあります。カメラを開いているアプリケーションがないか、キーまたはマスクが一致しないか、コマンドまたは応答が失われました。</translation>
     </message>
     <message>
-        <source>No camera answered the action command.</source>
-        <translation>アクションコマンドに応答したカメラはありません。</translation>
+        <source>No camera answered the action command: no application has one open, or their keys or masks do not fit.</source>
+        <translation>アクションコマンドに応答したカメラはありません。カメラを開いているアプリケーションがないか、キーまたはマスクが一致しません。</translation>
     </message>
     <message>
         <source>ACTION</source>

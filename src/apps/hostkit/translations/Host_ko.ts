@@ -525,12 +525,12 @@
         <translation>액션 명령을 거부한 카메라가 있습니다. 이유는 디버그 로그에 있습니다 (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;).</translation>
     </message>
     <message>
-        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
-        <translation>응답하지 않은 카메라가 있습니다. 키나 마스크가 맞지 않거나 명령 또는 응답이 손실되었습니다.</translation>
+        <source>Cameras stayed silent: no application has them open, their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>응답하지 않은 카메라가 있습니다. 카메라를 연 응용 프로그램이 없거나, 키나 마스크가 맞지 않거나, 명령 또는 응답이 손실되었습니다.</translation>
     </message>
     <message>
-        <source>No camera answered the action command.</source>
-        <translation>액션 명령에 응답한 카메라가 없습니다.</translation>
+        <source>No camera answered the action command: no application has one open, or their keys or masks do not fit.</source>
+        <translation>액션 명령에 응답한 카메라가 없습니다. 카메라를 연 응용 프로그램이 없거나 키나 마스크가 맞지 않습니다.</translation>
     </message>
     <message>
         <source>ACTION</source>

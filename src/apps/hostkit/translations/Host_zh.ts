@@ -525,12 +525,12 @@
         <translation>有相机拒绝了动作命令。原因见调试日志 (QT_LOGGING_RULES=&quot;velmo.gige.debug=true&quot;)。</translation>
     </message>
     <message>
-        <source>Cameras stayed silent: their keys or masks do not fit, or the command or its answer was lost.</source>
-        <translation>有相机没有应答：其密钥或掩码不匹配，或者命令或应答已丢失。</translation>
+        <source>Cameras stayed silent: no application has them open, their keys or masks do not fit, or the command or its answer was lost.</source>
+        <translation>有相机没有应答：没有应用程序打开它，其密钥或掩码不匹配，或者命令或应答已丢失。</translation>
     </message>
     <message>
-        <source>No camera answered the action command.</source>
-        <translation>没有相机应答动作命令。</translation>
+        <source>No camera answered the action command: no application has one open, or their keys or masks do not fit.</source>
+        <translation>没有相机应答动作命令：没有应用程序打开相机，或者其密钥或掩码不匹配。</translation>
     </message>
     <message>
         <source>ACTION</source>
