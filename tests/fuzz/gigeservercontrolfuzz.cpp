@@ -30,8 +30,8 @@ struct SCamera
     SServedCamera config;
     std::shared_ptr<Simulator::CCameraModel> pModel = std::make_shared<Simulator::CCameraModel>(config.config);
     CRegisters registers{config, pModel,
-                         CRegisters::SHooks{[] {},
-                                            [](std::uint32_t) {
+                         CRegisters::SHooks{[] {}, [](std::uint32_t) {},
+                                            [] {
                                             }}};
     CControlChannel channel{registers, CControlChannel::SHooks{[](const Gvcp::SPacketResend&) {},
                                                                [](const Gvcp::SForceIp&)

@@ -50,12 +50,13 @@ void Run(const GigECamera::SOptions& options)
     {
         const GigEServer::SCounters sent = server.GetCounters(i);
         std::printf("%s sent %llu images, %llu packets, %llu of them again; %llu left out, %llu refused by the system, "
-                    "%llu requests missed\n",
+                    "%llu requests missed; %llu events, %llu lost\n",
                     IpText(cameras[i].address.ip).c_str(), static_cast<unsigned long long>(sent.blocks),
                     static_cast<unsigned long long>(sent.packets), static_cast<unsigned long long>(sent.resentPackets),
                     static_cast<unsigned long long>(sent.lostPackets),
                     static_cast<unsigned long long>(sent.refusedPackets),
-                    static_cast<unsigned long long>(sent.missedRequests));
+                    static_cast<unsigned long long>(sent.missedRequests), static_cast<unsigned long long>(sent.events),
+                    static_cast<unsigned long long>(sent.lostEvents));
     }
 }
 

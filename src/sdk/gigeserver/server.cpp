@@ -240,9 +240,10 @@ void CServer::SPrivate::Run()
         {
             entries.push_back({socket, POLLIN, 0});
         }
-        for (const auto& pCamera : cameras) // a camera's socket changes with its address
+        for (const auto& pCamera : cameras) // a camera's sockets change with its address and with a reset
         {
             entries.push_back({pCamera->GetSocket(), POLLIN, 0});
+            entries.push_back({pCamera->GetMessageSocket(), POLLIN, 0});
         }
         poll(entries.data(), entries.size(), GetTimeoutMs(Clock::now()));
         std::uint64_t count = 0;
@@ -257,9 +258,14 @@ void CServer::SPrivate::Run()
         }
         for (std::size_t i = 0; i < cameras.size(); ++i)
         {
-            if (entries[1 + sharedSockets.size() + i].revents != 0)
+            const std::size_t entry = 1 + sharedSockets.size() + 2 * i;
+            if (entries[entry].revents != 0)
             {
                 ReceiveOf(*cameras[i], now);
+            }
+            if (entries[entry + 1].revents != 0)
+            {
+                cameras[i]->ReceiveAcknowledges(now);
             }
             cameras[i]->OnTime(now);
         }

@@ -21,6 +21,8 @@ struct SCounters
     std::uint64_t lostPackets = 0;    // stream packets left out on purpose
     std::uint64_t refusedPackets = 0; // stream packets that the operating system did not take
     std::uint64_t missedRequests = 0; // packets asked for again that were gone
+    std::uint64_t events = 0;         // messages of the message channel, without those sent again
+    std::uint64_t lostEvents = 0;     // messages that nobody acknowledged, or for which there was no room
 };
 
 /**

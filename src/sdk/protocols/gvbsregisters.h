@@ -114,6 +114,8 @@ constexpr std::uint32_t GvcpCapabilityIeee1588 = 0x00080000;
 constexpr std::uint32_t GvcpCapabilityScheduledAction = 0x00020000;
 constexpr std::uint32_t GvcpCapabilityAction = 0x00000040;
 constexpr std::uint32_t GvcpCapabilityPendingAck = 0x00000020;
+constexpr std::uint32_t GvcpCapabilityEventData = 0x00000010;
+constexpr std::uint32_t GvcpCapabilityEvent = 0x00000008;
 constexpr std::uint32_t GvcpCapabilityPacketResend = 0x00000004;
 constexpr std::uint32_t GvcpCapabilityWriteMem = 0x00000002;
 constexpr std::uint32_t GvcpCapabilityConcatenation = 0x00000001;
@@ -126,6 +128,12 @@ constexpr std::uint32_t GvcpConfigurationHeartbeatDisable = 0x00000001;
 // Timestamp Control.
 constexpr std::uint32_t TimestampControlReset = 0x00000001;
 constexpr std::uint32_t TimestampControlLatch = 0x00000002;
+
+// Message Channel Port.
+constexpr std::uint32_t McpHostPortMask = 0x0000FFFF;
+
+// Message Channel Capability.
+constexpr std::uint32_t MccSourcePort = 0x80000000; // it can be read
 
 // Stream Channel Port.
 constexpr std::uint32_t ScpHostPortMask = 0x0000FFFF;

@@ -4,17 +4,8 @@
 #include "simulator/cameramodel.h"
 
 #include "genapi/exceptions.h"
-#include "simulator/internal/actions.h"
-#include "simulator/internal/compression.h"
 #include "simulator/internal/description.h"
-#include "simulator/internal/faultregisters.h"
-#include "simulator/internal/fileaccess.h"
-#include "simulator/internal/framecomposer.h"
-#include "simulator/internal/frameschedule.h"
-#include "simulator/internal/hash.h"
-#include "simulator/internal/settings.h"
-#include "simulator/internal/testimage.h"
-#include "simulator/registers.h"
+#include "simulator/internal/modelstate.h"
 
 #include <algorithm>
 #include <mutex>
@@ -38,81 +29,7 @@ constexpr std::int64_t MaxPhaseNs = 200'000'000; // slow cameras still send thei
 constexpr std::uint64_t ModeSingleFrame = 0;
 constexpr std::uint64_t ModeMultiFrame = 1;
 
-/** What is left to do once the lock is released. */
-struct SFollowUp
-{
-    bool wake = false;
-    bool remove = false;
-    bool reset = false;
-};
-
 } // namespace
-
-struct CCameraModel::SPrivate
-{
-    SPrivate(const SCameraConfig& config_, std::shared_ptr<SFlash> flash_, const IClock& clock_)
-        : config(config_), flash(flash_ == nullptr ? std::make_shared<SFlash>() : std::move(flash_)), clock(clock_),
-          hash(Internal::HashOf(config_.serialNumber)), settings(config, flash),
-          cameraClock(clock_.NowNs(), config_.clockOffsetNs, config_.clockDriftPpm), faults(config_.faults)
-    {
-        actions.Synchronise(Integer(Register::PtpEnable) != 0, clock.NowNs()); // as the data say
-    }
-
-    bool IsLocked() const { return isTransportLocked || isLockedByWrite || schedule.IsRunning(); }
-    SFaults FaultsNow() const
-    {
-        SFaults now = faults;
-        Internal::GetFaults(settings.GetMemory(), now);
-        return now;
-    }
-    [[noreturn]] void ThrowPowerLoss() const
-    {
-        GENICAM_THROW(RuntimeException, "The camera '" + config.serialNumber + "' lost its power.");
-    }
-    std::uint64_t Integer(std::int64_t address) const { return settings.GetMemory().GetInteger(address); }
-    void Count(std::int64_t address, std::uint64_t& counter) { settings.GetMemory().SetInteger(address, ++counter, 8); }
-
-    void CheckAccess(const std::string& error) const;
-    void RefreshRegisters();
-    void WriteRegister(const SFeature& feature, std::int64_t address, const std::uint8_t* data, std::int64_t length,
-                       SFollowUp& followUp);
-    void Execute(std::int64_t address, SFollowUp& followUp);
-    void FollowUp(const SFollowUp& followUp, CCameraModel& model);
-    void StartAcquisition();
-    bool IsTriggered() const { return Integer(Register::TriggerMode) != 0; }
-    void PrepareImage();
-    bool PrepareFrame(std::int64_t frameNs, SFrame& frame);
-    void Send(EEvent event);
-    std::int64_t GetDeadline() const { return std::min(schedule.GetDeadline(), actions.GetDeadline()); }
-
-    const SCameraConfig config;
-    const std::shared_ptr<SFlash> flash;
-    const IClock& clock;
-    const std::uint32_t hash;
-
-    std::mutex produceMutex; // one Produce at a time, guards the compressor; taken first
-    std::mutex sinkMutex;    // guards sinks and is held while they are called; taken second
-    std::vector<IFrameSink*> sinks;
-    Internal::CImageCompressor compressor;
-
-    mutable std::mutex mutex; // guards all below; taken last, never held while calling out
-    CSettings settings;
-    Internal::CFileAccess files{settings, flash, config};
-    CCameraClock cameraClock;
-    SFaults faults; // texts; numbers live in registers
-    CFrameSchedule schedule;
-    Internal::CActionReceiver actions{settings, schedule, cameraClock};
-    Internal::CFrameComposer composer;       // what it made is read under produceMutex
-    std::shared_ptr<const CTestImage> image; // null: settings changed
-    std::uint64_t generated = 0;
-    std::uint64_t lost = 0;
-    bool isTransportLocked = false;
-    bool isLockedByWrite = false;
-    bool isRemoved = false;
-    bool hasLostPower = false;
-    std::function<void()> wakeHandler;
-    std::function<void(EEvent)> eventHandler;
-};
 
 void CCameraModel::SPrivate::CheckAccess(const std::string& error) const
 {
@@ -210,6 +127,10 @@ void CCameraModel::SPrivate::Execute(std::int64_t address, SFollowUp& followUp)
     case Register::DeviceReset:
         followUp.reset = true;
         break;
+    case Register::TestEventGenerate:
+        events.OnTest(clock.NowNs());
+        followUp.report = true;
+        break;
     case Register::FaultRemove:
         followUp.remove = true;
         break;
@@ -262,6 +183,7 @@ bool CCameraModel::SPrivate::PrepareFrame(std::int64_t frameNs, SFrame& frame)
         schedule.Change(clock.NowNs(), settings.GetPeriodNs(), IsTriggered());
     }
     Count(Register::FramesGenerated, generated);
+    events.OnExposure(frameNs, generated);
     const std::uint64_t drops = Integer(Register::FaultDropFrames);
     if (drops > 0)
     {
@@ -296,6 +218,28 @@ void CCameraModel::SPrivate::Send(EEvent event)
     }
 }
 
+void CCameraModel::SPrivate::Report()
+{
+    const std::lock_guard<std::mutex> messageLock(messageMutex);
+    std::vector<Velmo::Gvcp::SEvent> due;
+    std::function<void(const Velmo::Gvcp::SEvent&)> handler;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        due = events.Take(clock.NowNs());
+        if (!due.empty())
+        {
+            handler = messageHandler;
+        }
+    }
+    for (const Velmo::Gvcp::SEvent& event : due)
+    {
+        if (handler)
+        {
+            handler(event);
+        }
+    }
+}
+
 void CCameraModel::SPrivate::FollowUp(const SFollowUp& followUp, CCameraModel& model)
 {
     if (followUp.wake)
@@ -309,6 +253,10 @@ void CCameraModel::SPrivate::FollowUp(const SFollowUp& followUp, CCameraModel& m
         {
             handler();
         }
+    }
+    if (followUp.report)
+    {
+        Report();
     }
     if (followUp.reset)
     {
@@ -353,7 +301,7 @@ void CCameraModel::Read(void* buffer, std::int64_t address, std::int64_t length)
 
 void CCameraModel::Write(const void* buffer, std::int64_t address, std::int64_t length)
 {
-    SFollowUp followUp;
+    SPrivate::SFollowUp followUp;
     bool losesPower = false;
     {
         const std::lock_guard<std::mutex> lock(m_p->mutex);
@@ -400,7 +348,7 @@ std::string CCameraModel::GetFeature(const std::string& name) const
 
 void CCameraModel::SetFeature(const std::string& name, const std::string& value)
 {
-    SFollowUp followUp;
+    SPrivate::SFollowUp followUp;
     {
         const std::lock_guard<std::mutex> lock(m_p->mutex);
         const SFeature* feature = m_p->settings.FindFeature(name);
@@ -424,7 +372,7 @@ std::optional<Velmo::Gvcp::EStatus> CCameraModel::Action(const Velmo::Gvcp::SAct
             status = m_p->actions.Handle(action, m_p->clock.NowNs());
         }
     }
-    SFollowUp followUp;
+    SPrivate::SFollowUp followUp;
     followUp.wake = status.has_value();
     m_p->FollowUp(followUp, *this);
     return status;
@@ -516,17 +464,33 @@ std::int64_t CCameraModel::Produce()
     SFrame frame;
     std::shared_ptr<const CTestImage> image; // keeps frame.data alive
     std::optional<Velmo::Codec::SDescriptor> compression;
+    bool hasFrame = false;
+    bool isReporting = false;
     {
         const std::lock_guard<std::mutex> lock(m_p->mutex);
         const std::int64_t nowNs = m_p->clock.NowNs();
         std::int64_t frameNs = 0;
         m_p->actions.Run(nowNs);
-        if (m_p->isRemoved || !m_p->schedule.Take(nowNs, frameNs) || !m_p->PrepareFrame(frameNs, frame))
+        hasFrame = !m_p->isRemoved && m_p->schedule.Take(nowNs, frameNs) && m_p->PrepareFrame(frameNs, frame);
+        isReporting = m_p->events.GetDeadline() <= nowNs;
+        if (hasFrame)
+        {
+            image = m_p->image;
+            compression = Internal::GetCompression(m_p->settings);
+        }
+        else if (!isReporting)
         {
             return m_p->GetDeadline();
         }
-        image = m_p->image;
-        compression = Internal::GetCompression(m_p->settings);
+    }
+    if (isReporting)
+    {
+        m_p->Report();
+    }
+    if (!hasFrame)
+    {
+        const std::lock_guard<std::mutex> lock(m_p->mutex);
+        return m_p->GetDeadline();
     }
     // Not under the lock: the camera's registers answer meanwhile.
     if (compression)
@@ -564,6 +528,12 @@ void CCameraModel::SetWakeHandler(std::function<void()> handler)
     m_p->wakeHandler = std::move(handler);
 }
 
+void CCameraModel::SetMessageHandler(std::function<void(const Velmo::Gvcp::SEvent&)> handler)
+{
+    const std::lock_guard<std::mutex> lock(m_p->mutex);
+    m_p->messageHandler = std::move(handler);
+}
+
 void CCameraModel::SetEventHandler(std::function<void(EEvent)> handler)
 {
     const std::lock_guard<std::mutex> lock(m_p->mutex);
@@ -581,6 +551,7 @@ void CCameraModel::Remove()
         m_p->isRemoved = true;
         m_p->schedule.Stop();
         m_p->actions.Clear();
+        m_p->events.Clear();
     }
     m_p->Send(EEvent::Removed);
 }

@@ -99,6 +99,10 @@ public:
     std::int64_t Produce();
     /** Called when the time that Produce returned is no longer right. */
     void SetWakeHandler(std::function<void()> handler);
+    /** What the camera reports by its events (EventNotification); a message that nobody takes is gone. Called on the
+     *  thread that calls Produce, or that executed TestEventGenerate, one message at a time; the handler must not call
+     *  Produce. A call that is under way may outlast this one. */
+    void SetMessageHandler(std::function<void(const Velmo::Gvcp::SEvent&)> handler);
     /** Called on the thread that caused the event. */
     void SetEventHandler(std::function<void(EEvent)> handler);
 

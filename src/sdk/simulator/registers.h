@@ -86,6 +86,10 @@ constexpr std::int64_t ChunkModeActive = 0x20720;
 constexpr std::int64_t ChunkSelector = 0x20724;
 constexpr std::int64_t ChunkEnable = 0x20730; // one for each value of ChunkSelector; room for 32
 
+constexpr std::int64_t EventSelector = 0x207C0;
+constexpr std::int64_t TestEventGenerate = 0x207C4;
+constexpr std::int64_t EventNotification = 0x207D0; // one for each value of EventSelector; room for 12
+
 constexpr std::int64_t FaultDropFrames = 0x20800;
 constexpr std::int64_t FaultFailEveryNth = 0x20804;
 constexpr std::int64_t FaultStall = 0x20808;

@@ -102,7 +102,7 @@ void CBootstrap::AddCapabilities(const SServedCamera& camera)
     Add(Gvbs::NumberOfNetworkInterfaces, 1);
     constexpr std::uint64_t bitsPerMegabit = 1'000'000;
     Add(Gvbs::LinkSpeed, static_cast<std::uint32_t>(camera.linkBitsPerSecond / bitsPerMegabit));
-    Add(Gvbs::NumberOfMessageChannels, 0);
+    Add(Gvbs::NumberOfMessageChannels, 1);
     Add(Gvbs::NumberOfStreamChannels, 1);
     Add(Gvbs::NumberOfActionSignals, ActionSignals);
     AddWritable(Gvbs::ActionDeviceKey, 0);
@@ -115,11 +115,12 @@ void CBootstrap::AddCapabilities(const SServedCamera& camera)
     Add(Gvbs::ScheduledActionQueueSize, ScheduledActions);
     Add(Gvbs::NumberOfActiveLinks, 1);
     Add(Gvbs::GvspCapability, Gvbs::GvspCapabilitySourcePort | Gvbs::GvspCapabilityStandardIds);
-    Add(Gvbs::MessageChannelCapability, 0);
+    Add(Gvbs::MessageChannelCapability, Gvbs::MccSourcePort);
     Add(Gvbs::GvcpCapability,
         Gvbs::GvcpCapabilityUserDefinedName | Gvbs::GvcpCapabilitySerialNumber | Gvbs::GvcpCapabilityHeartbeatDisable |
             Gvbs::GvcpCapabilityLinkSpeed | Gvbs::GvcpCapabilityPrimaryApplication | Gvbs::GvcpCapabilityPendingAck |
-            Gvbs::GvcpCapabilityPacketResend | Gvbs::GvcpCapabilityWriteMem | Gvbs::GvcpCapabilityConcatenation);
+            Gvbs::GvcpCapabilityEventData | Gvbs::GvcpCapabilityEvent | Gvbs::GvcpCapabilityPacketResend |
+            Gvbs::GvcpCapabilityWriteMem | Gvbs::GvcpCapabilityConcatenation);
     AddWritable(Gvbs::HeartbeatTimeout, DefaultHeartbeatMs);
     Add(Gvbs::TimestampTickFrequencyHigh, 0);
     Add(Gvbs::TimestampTickFrequencyLow, TicksPerSecond);
@@ -136,6 +137,11 @@ void CBootstrap::AddChannels()
     AddWritable(Gvbs::ControlChannelPrivilege, 0);
     Add(Gvbs::PrimaryApplicationPort, 0);
     Add(Gvbs::PrimaryApplicationIpAddress, 0);
+    AddWritable(Gvbs::MessageChannelPort, 0);
+    AddWritable(Gvbs::MessageChannelDestination, 0);
+    AddWritable(Gvbs::MessageChannelTransmissionTimeout, 0);
+    AddWritable(Gvbs::MessageChannelRetryCount, 0);
+    Add(Gvbs::MessageChannelSourcePort, 0);
     AddWritable(Gvbs::StreamChannelPort, 0);
     AddWritable(Gvbs::StreamChannelPacketSize, DefaultPacketBytes);
     AddWritable(Gvbs::StreamChannelPacketDelay, 0);

@@ -19,8 +19,13 @@ struct SLiveCounters
     std::atomic<std::uint64_t> lostPackets{0};
     std::atomic<std::uint64_t> refusedPackets{0};
     std::atomic<std::uint64_t> missedRequests{0};
+    std::atomic<std::uint64_t> events{0};
+    std::atomic<std::uint64_t> lostEvents{0};
 
-    SCounters Get() const { return {blocks, packets, resentPackets, lostPackets, refusedPackets, missedRequests}; }
+    SCounters Get() const
+    {
+        return {blocks, packets, resentPackets, lostPackets, refusedPackets, missedRequests, events, lostEvents};
+    }
 };
 
 } // namespace GigEServer::Internal

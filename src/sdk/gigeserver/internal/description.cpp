@@ -43,6 +43,14 @@ constexpr STransportFeature Features[] = {
      15, "<Min>92</Min><Max>16384</Max><Inc>4</Inc>"},
     {"GevSCPD", "Pause between packets, in ticks of the camera's clock.", Gvbs::StreamChannelPacketDelay, true, 0, 31,
      ""},
+    {"GevMCPHostPort", "Port to which events are sent; 0 closes the message channel.", Gvbs::MessageChannelPort, false,
+     0, 15, ""},
+    {"GevMCDA", "Address to which events are sent.", Gvbs::MessageChannelDestination, false, 0, 31, ""},
+    {"GevMCTT", "Time after which an event that was not acknowledged is sent again, in ms; 0: none is.",
+     Gvbs::MessageChannelTransmissionTimeout, true, 0, 31, ""},
+    {"GevMCRC", "How often an event that was not acknowledged is sent again.", Gvbs::MessageChannelRetryCount, true, 0,
+     31, ""},
+    {"GevMCSP", "Port from which events are sent.", Gvbs::MessageChannelSourcePort, false, 0, 15, ""},
 };
 
 struct STransportSwitch

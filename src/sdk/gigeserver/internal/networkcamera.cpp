@@ -68,6 +68,25 @@ std::uint16_t RequestIdOf(const std::uint8_t* data)
     return static_cast<std::uint16_t>(data[place] << 8 | data[place + 1]);
 }
 
+/** Calls handle with every datagram that waits at the socket, and its sender. */
+template <class Handle> void ReceiveAll(int socket, Handle handle)
+{
+    constexpr int mostAtOnce = 256; // so that a flood at one camera cannot keep the others waiting
+    std::uint8_t data[2048];
+    for (int i = 0; i < mostAtOnce; ++i)
+    {
+        sockaddr_in sender{};
+        socklen_t length = sizeof sender;
+        const ssize_t bytes =
+            recvfrom(socket, data, sizeof data, MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&sender), &length);
+        if (bytes <= 0)
+        {
+            return;
+        }
+        handle(data, static_cast<std::size_t>(bytes), SPeer{ntohl(sender.sin_addr.s_addr), ntohs(sender.sin_port)});
+    }
+}
+
 } // namespace
 
 CNetworkCamera::CNetworkCamera(const SServedCamera& camera, std::function<void()> wake)
@@ -79,6 +98,7 @@ CNetworkCamera::CNetworkCamera(const SServedCamera& camera, std::function<void()
     }
     catch (...)
     {
+        ShutDown();
         close(m_socket);
         throw;
     }
@@ -100,12 +120,19 @@ void CNetworkCamera::Boot()
             (event == CCameraModel::EEvent::Reset ? m_isResetAsked : m_isDead) = true;
             m_wake();
         });
-    m_pRegisters = std::make_unique<CRegisters>(m_camera, m_pModel,
-                                                CRegisters::SHooks{[this] { UpdateStream(); },
-                                                                   [this](std::uint32_t)
-                                                                   {
-                                                                       m_pSender->SendTestPacket();
-                                                                   }});
+    m_pModel->SetMessageHandler([this](const Gvcp::SEvent& event) { OnModelMessage(event); });
+    m_pMessages = std::make_unique<CMessageChannel>([this](const Gvcp::Bytes& message, const SPeer& peer)
+                                                    { SendFrom(m_messageSocket, message, peer); },
+                                                    m_counters);
+    m_pRegisters = std::make_unique<CRegisters>(
+        m_camera, m_pModel,
+        CRegisters::SHooks{[this] { UpdateStream(); }, [this](std::uint32_t) { m_pSender->SendTestPacket(); },
+                           [this]
+                           {
+                               UpdateMessages();
+                           }});
+    m_messageSocket = OpenSocket(m_camera.address.ip, 0, false);
+    m_pRegisters->GetBootstrap().Set(Gvbs::MessageChannelSourcePort, PortOf(m_messageSocket));
     m_pSender = std::make_unique<CStreamSender>(m_camera, m_pModel, m_counters,
                                                 [this]
                                                 {
@@ -127,11 +154,62 @@ void CNetworkCamera::ShutDown()
     m_lateAnswers.clear();
     m_pSender.reset();
     m_pRegisters.reset();
+    m_pMessages.reset();
+    if (m_messageSocket >= 0)
+    {
+        close(m_messageSocket);
+        m_messageSocket = -1;
+    }
     if (m_pModel != nullptr)
     {
         m_pModel->SetEventHandler(nullptr);
+        m_pModel->SetMessageHandler(nullptr); // with the sender nobody is left who could be in it
         m_pModel.reset();
     }
+    const std::lock_guard<std::mutex> lock(m_eventMutex);
+    m_events.clear();
+}
+
+void CNetworkCamera::OnModelMessage(const Gvcp::SEvent& event)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_eventMutex);
+        m_events.push_back(event);
+    }
+    m_wake();
+}
+
+void CNetworkCamera::SendEvents(Time now)
+{
+    std::vector<Gvcp::SEvent> events;
+    {
+        const std::lock_guard<std::mutex> lock(m_eventMutex);
+        events.swap(m_events);
+    }
+    if (m_camera.faults.isSilent)
+    {
+        return;
+    }
+    for (const Gvcp::SEvent& event : events)
+    {
+        m_pMessages->Push(event, now);
+    }
+    m_pMessages->OnTime(now);
+}
+
+void CNetworkCamera::UpdateMessages()
+{
+    const CBootstrap& bootstrap = m_pRegisters->GetBootstrap();
+    SMessageTarget target;
+    target.peer.ip = bootstrap.Get(Gvbs::MessageChannelDestination);
+    target.peer.port = static_cast<std::uint16_t>(bootstrap.Get(Gvbs::MessageChannelPort) & Gvbs::McpHostPortMask);
+    target.timeout = milliseconds(bootstrap.Get(Gvbs::MessageChannelTransmissionTimeout));
+    target.retries = bootstrap.Get(Gvbs::MessageChannelRetryCount);
+    if (target.peer.ip == 0)
+    {
+        target.peer.port = 0;
+    }
+    m_pMessages->SetTarget(target);
 }
 
 std::optional<SServedCamera> CNetworkCamera::TakeTwin()
@@ -177,6 +255,11 @@ bool CNetworkCamera::MoveTo(const Gvcp::SForceIp& forceIp)
         const int socket = OpenSocket(forceIp.ip, Gvcp::Port, false);
         close(m_socket);
         m_socket = socket;
+        // Applications ignore messages that come from elsewhere.
+        const int messageSocket = OpenSocket(forceIp.ip, 0, false);
+        close(m_messageSocket);
+        m_messageSocket = messageSocket;
+        m_pRegisters->GetBootstrap().Set(Gvbs::MessageChannelSourcePort, PortOf(m_messageSocket));
     }
     catch (const GenICam::RuntimeException&)
     {
@@ -193,26 +276,27 @@ bool CNetworkCamera::MoveTo(const Gvcp::SForceIp& forceIp)
 
 void CNetworkCamera::Receive(Time now, const Relay& onDiscovery)
 {
-    constexpr int mostAtOnce = 256; // so that a flood at one camera cannot keep the others waiting
-    std::uint8_t data[2048];
-    for (int i = 0; i < mostAtOnce; ++i)
-    {
-        sockaddr_in sender{};
-        socklen_t length = sizeof sender;
-        const ssize_t bytes =
-            recvfrom(m_socket, data, sizeof data, MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&sender), &length);
-        if (bytes <= 0)
-        {
-            return;
-        }
-        const SPeer peer{ntohl(sender.sin_addr.s_addr), ntohs(sender.sin_port)};
-        const auto size = static_cast<std::size_t>(bytes);
-        Handle(data, size, peer, now);
-        if (onDiscovery && IsCommand(data, size, {Gvcp::ECommand::DiscoveryCmd}))
-        {
-            onDiscovery(data, size, peer);
-        }
-    }
+    ReceiveAll(m_socket,
+               [&](const std::uint8_t* data, std::size_t bytes, const SPeer& peer)
+               {
+                   Handle(data, bytes, peer, now);
+                   if (onDiscovery && IsCommand(data, bytes, {Gvcp::ECommand::DiscoveryCmd}))
+                   {
+                       onDiscovery(data, bytes, peer);
+                   }
+               });
+}
+
+void CNetworkCamera::ReceiveAcknowledges(Time now)
+{
+    ReceiveAll(m_messageSocket,
+               [&](const std::uint8_t* data, std::size_t bytes, const SPeer& peer)
+               {
+                   if (m_pMessages != nullptr && !m_camera.faults.isSilent)
+                   {
+                       m_pMessages->Handle(data, bytes, peer, now);
+                   }
+               });
 }
 
 void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const SPeer& peer, Time now)
@@ -257,7 +341,7 @@ std::uint32_t CNetworkCamera::GetCommandMs(const std::uint8_t* data, std::size_t
     return IsFileOperation(data, bytes) ? std::max(commandMs, m_pModel->GetFaults().fileDelayMs) : commandMs;
 }
 
-void CNetworkCamera::Send(const Gvcp::Bytes& answer, const SPeer& peer)
+void CNetworkCamera::SendFrom(int socket, const Gvcp::Bytes& datagram, const SPeer& peer)
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -266,7 +350,7 @@ void CNetworkCamera::Send(const Gvcp::Bytes& answer, const SPeer& peer)
     // A refusal that an earlier answer drew is reported by the next call; the second try is the real one.
     for (int attempt = 0; attempt < 2; ++attempt)
     {
-        if (sendto(m_socket, answer.data(), answer.size(), MSG_NOSIGNAL, reinterpret_cast<const sockaddr*>(&address),
+        if (sendto(socket, datagram.data(), datagram.size(), MSG_NOSIGNAL, reinterpret_cast<const sockaddr*>(&address),
                    sizeof address) >= 0)
         {
             return;
@@ -301,6 +385,7 @@ void CNetworkCamera::OnTime(Time now)
         return;
     }
     m_pControl->Expire(now);
+    SendEvents(now);
     const auto late = std::stable_partition(m_lateAnswers.begin(), m_lateAnswers.end(),
                                             [now](const SLateAnswer& answer) { return answer.due <= now; });
     for (auto answer = m_lateAnswers.begin(); answer != late; ++answer)
@@ -317,6 +402,10 @@ std::optional<CNetworkCamera::Time> CNetworkCamera::GetDeadline() const
         return m_bootEnd;
     }
     std::optional<Time> deadline = m_pControl->GetDeadline();
+    if (const std::optional<Time> message = m_pMessages->GetDeadline(); message.has_value())
+    {
+        deadline = deadline.has_value() ? std::min(*deadline, *message) : message;
+    }
     for (const SLateAnswer& answer : m_lateAnswers)
     {
         deadline = deadline.has_value() ? std::min(*deadline, answer.due) : answer.due;

@@ -4,12 +4,14 @@
 #pragma once
 
 #include "gigeserver/internal/controlchannel.h"
+#include "gigeserver/internal/messagechannel.h"
 #include "gigeserver/internal/streamsender.h"
 #include "simulator/flash.h"
 
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -40,9 +42,13 @@ public:
     using Relay = std::function<void(const std::uint8_t* data, std::size_t bytes, const SPeer& peer)>;
     /** All datagrams that wait at its own socket. Discoveries are given to the relay as well, if there is one. */
     void Receive(Time now, const Relay& onDiscovery);
+    /** Where acknowledges of events come in; -1 while the camera does not run. */
+    int GetMessageSocket() const { return m_messageSocket; }
+    /** All datagrams that wait there. */
+    void ReceiveAcknowledges(Time now);
     /** One that arrived elsewhere for all cameras of an adapter. */
     void Handle(const std::uint8_t* data, std::size_t bytes, const SPeer& peer, Time now);
-    /** Does what is due: late answers, the heartbeat, the end of a reset. */
+    /** Does what is due: late answers, the heartbeat, events, the end of a reset. */
     void OnTime(Time now);
     /** The camera of the same serial number that a fault wants beside this one since it came back, at the next address;
      *  told once. */
@@ -60,9 +66,13 @@ private:
     void Boot();
     void ShutDown();
     bool IsRunning() const { return m_pControl != nullptr; }
-    void Send(const Velmo::Gvcp::Bytes& answer, const SPeer& peer);
+    void Send(const Velmo::Gvcp::Bytes& answer, const SPeer& peer) { SendFrom(m_socket, answer, peer); }
+    static void SendFrom(int socket, const Velmo::Gvcp::Bytes& datagram, const SPeer& peer);
     bool MoveTo(const Velmo::Gvcp::SForceIp& forceIp);
     void UpdateStream();
+    void UpdateMessages();
+    void OnModelMessage(const Velmo::Gvcp::SEvent& event);
+    void SendEvents(Time now);
     /** How long the camera takes for that command. */
     std::uint32_t GetCommandMs(const std::uint8_t* data, std::size_t bytes) const;
 
@@ -70,6 +80,7 @@ private:
     const std::function<void()> m_wake;
     const std::shared_ptr<Simulator::SFlash> m_pFlash = std::make_shared<Simulator::SFlash>();
     int m_socket = -1;
+    int m_messageSocket = -1;
     SLiveCounters m_counters;
     std::atomic<bool> m_isResetAsked{false};
     std::atomic<bool> m_isDead{false};
@@ -80,7 +91,10 @@ private:
     std::shared_ptr<Simulator::CCameraModel> m_pModel;
     std::unique_ptr<CRegisters> m_pRegisters;
     std::unique_ptr<CStreamSender> m_pSender;
+    std::unique_ptr<CMessageChannel> m_pMessages;
     std::unique_ptr<CControlChannel> m_pControl; // there while it runs
+    std::mutex m_eventMutex;                     // guards m_events; nothing is called while it is held
+    std::vector<Velmo::Gvcp::SEvent> m_events;   // that the model reported, on whatever thread
 };
 
 } // namespace GigEServer::Internal

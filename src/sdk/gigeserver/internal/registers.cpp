@@ -198,10 +198,26 @@ EStatus CRegisters::WriteWord(std::uint32_t address, std::uint32_t value)
     case Gvbs::StreamChannelDestination:
     case Gvbs::StreamChannelConfiguration:
         return WriteStreamWord(address, value);
+    case Gvbs::MessageChannelPort:
+    case Gvbs::MessageChannelDestination:
+    case Gvbs::MessageChannelTransmissionTimeout:
+    case Gvbs::MessageChannelRetryCount:
+        return WriteMessageWord(address, value);
     default:
         m_bootstrap.Set(address, value);
         return EStatus::Success;
     }
+}
+
+EStatus CRegisters::WriteMessageWord(std::uint32_t address, std::uint32_t value)
+{
+    if (address == Gvbs::MessageChannelPort && (value & ~Gvbs::McpHostPortMask) != 0)
+    {
+        return EStatus::InvalidParameter; // there is one network interface, number 0
+    }
+    m_bootstrap.Set(address, value);
+    m_hooks.onMessageChanged();
+    return EStatus::Success;
 }
 
 EStatus CRegisters::WriteStreamWord(std::uint32_t address, std::uint32_t value)
@@ -341,7 +357,10 @@ void CRegisters::CloseChannels()
     m_bootstrap.Set(Gvbs::StreamChannelPort, 0);
     m_bootstrap.Set(Gvbs::StreamChannelDestination, 0);
     m_bootstrap.Set(Gvbs::GvcpConfiguration, 0);
+    m_bootstrap.Set(Gvbs::MessageChannelPort, 0);
+    m_bootstrap.Set(Gvbs::MessageChannelDestination, 0);
     m_hooks.onStreamChanged();
+    m_hooks.onMessageChanged();
 }
 
 } // namespace GigEServer::Internal

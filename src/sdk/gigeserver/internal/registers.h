@@ -27,6 +27,7 @@ public:
     {
         std::function<void()> onStreamChanged;                 // a register of the stream channel
         std::function<void(std::uint32_t bytes)> onTestPacket; // one of that size is asked for
+        std::function<void()> onMessageChanged;                // a register of the message channel
     };
 
     CRegisters(const SServedCamera& camera, std::shared_ptr<Simulator::CCameraModel> pModel, SHooks hooks);
@@ -37,7 +38,7 @@ public:
 
     CBootstrap& GetBootstrap() { return m_bootstrap; }
     Simulator::CCameraModel& GetModel() { return *m_pModel; }
-    /** What a camera gives up with its control: the stream, the acquisition, its open files. */
+    /** What a camera gives up with its control: the stream, the acquisition, its open files, the messages. */
     void CloseChannels();
 
 private:
@@ -45,6 +46,7 @@ private:
     Velmo::Gvcp::EStatus WriteBootstrap(std::uint32_t address, const std::uint8_t* data, std::size_t bytes);
     Velmo::Gvcp::EStatus WriteWord(std::uint32_t address, std::uint32_t value);
     Velmo::Gvcp::EStatus WriteStreamWord(std::uint32_t address, std::uint32_t value);
+    Velmo::Gvcp::EStatus WriteMessageWord(std::uint32_t address, std::uint32_t value);
     Velmo::Gvcp::EStatus WriteName(std::uint32_t offset, const std::uint8_t* data, std::size_t bytes);
     Velmo::Gvcp::EStatus ReadModel(std::uint32_t address, std::uint8_t* data, std::size_t bytes);
     Velmo::Gvcp::EStatus WriteModel(std::uint32_t address, const std::uint8_t* data, std::size_t bytes);

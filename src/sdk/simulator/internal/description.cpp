@@ -4,6 +4,7 @@
 #include "simulator/internal/description.h"
 
 #include "simulator/internal/chunkkinds.h"
+#include "simulator/internal/events.h"
 #include "simulator/internal/limits.h"
 #include "simulator/registers.h"
 
@@ -89,7 +90,21 @@ std::string Common(const SFeature& feature)
     {
         xml += Element("pIsLocked", "TLParamsLocked");
     }
+    if (feature.eventId != 0)
+    {
+        xml += Element("EventID", Hex(feature.eventId).substr(2));
+    }
     return xml;
+}
+
+/** The port behind which the feature's bytes are. */
+std::string PortOf(const SFeature& feature)
+{
+    if (feature.eventId != 0)
+    {
+        return "Event" + Hex(feature.eventId).substr(2) + "Port";
+    }
+    return feature.chunkId == 0 ? "Device" : feature.name + "Port";
 }
 
 std::string RegisterBody(const SFeature& feature)
@@ -109,7 +124,7 @@ std::string RegisterBody(const SFeature& feature)
     }
     xml += feature.lengthFeature.empty() ? Element("Length", std::to_string(feature.bytes))
                                          : Element("pLength", feature.lengthFeature + "Reg");
-    xml += Element("AccessMode", access) + Element("pPort", feature.chunkId == 0 ? "Device" : feature.name + "Port");
+    xml += Element("AccessMode", access) + Element("pPort", PortOf(feature));
     xml += Element("Cachable", feature.isVolatile ? "NoCache" : "WriteAround");
     return xml;
 }
@@ -258,6 +273,21 @@ std::string Identifier(const std::string& text)
     return identifier;
 }
 
+std::string EventPorts(const std::vector<SFeature>& values)
+{
+    std::string xml;
+    std::uint32_t last = 0;
+    for (const SFeature& value : values) // those of one event follow each other
+    {
+        if (value.eventId != last)
+        {
+            xml += Open("Port", PortOf(value), true) + Element("EventID", Hex(value.eventId).substr(2)) + "</Port>\n";
+        }
+        last = value.eventId;
+    }
+    return xml;
+}
+
 } // namespace
 
 std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeature>& settings)
@@ -265,6 +295,8 @@ std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeat
     std::vector<SFeature> features = settings;
     const std::vector<SFeature> chunkValues = MakeChunkValues(config);
     features.insert(features.end(), chunkValues.begin(), chunkValues.end());
+    const std::vector<SFeature> eventValues = MakeEventValues();
+    features.insert(features.end(), eventValues.begin(), eventValues.end());
     std::string xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<RegisterDescription ModelName=\"" +
                       Identifier(config.modelName) + "\" VendorName=\"" + Identifier(config.vendorName) +
                       "\" ToolTip=\"Simulated camera\" StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" "
@@ -285,6 +317,7 @@ std::string MakeDescription(const SCameraConfig& config, const std::vector<SFeat
     {
         xml += Open("Port", value.name + "Port", true) + Element("ChunkID", Hex(value.chunkId).substr(2)) + "</Port>\n";
     }
+    xml += EventPorts(eventValues);
     xml += "<Port Name=\"Device\" NameSpace=\"Standard\"></Port>\n</RegisterDescription>\n";
     if (config.faults.brokenDescription)
     {

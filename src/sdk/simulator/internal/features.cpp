@@ -6,6 +6,7 @@
 #include "simulator/internal/actions.h"
 #include "simulator/internal/chunkkinds.h"
 #include "simulator/internal/compression.h"
+#include "simulator/internal/events.h"
 #include "simulator/internal/fileaccess.h"
 #include "simulator/internal/limits.h"
 #include "simulator/pixelformats.h"
@@ -301,6 +302,7 @@ std::vector<SFeature> MakeFeatures(const SCameraConfig& config)
     AddActionControl(all);
     AddChunkControl(all);
     AddCompressionControl(all);
+    AddEventControl(all);
     AddFaults(all);
     AddFileAccessControl(all);
     return all;

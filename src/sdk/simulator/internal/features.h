@@ -61,6 +61,7 @@ struct SFeature
     std::int64_t banks = 1;    // so many registers in a row, by the selector's value
     std::string lengthFeature; // of Bytes: tells how many of them count now
     std::uint32_t chunkId = 0; // not 0: the value comes in that chunk, and there is no register
+    std::uint32_t eventId = 0; // not 0: the value comes with that event, the address counts from the event's begin
 };
 
 /** The features of a camera, grouped by category. */

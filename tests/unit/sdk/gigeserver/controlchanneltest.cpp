@@ -59,14 +59,16 @@ protected:
 
     std::shared_ptr<Simulator::CCameraModel> m_pModel = std::make_shared<Simulator::CCameraModel>(SomeCamera().config);
     int m_streamChanges = 0;
+    int m_messageChanges = 0;
     std::uint32_t m_testPacketBytes = 0;
     std::vector<Gvcp::SPacketResend> m_resends;
     std::vector<Gvcp::SForceIp> m_forcedIps;
     CRegisters m_registers{SomeCamera(), m_pModel,
                            CRegisters::SHooks{[this] { ++m_streamChanges; },
-                                              [this](std::uint32_t bytes)
+                                              [this](std::uint32_t bytes) { m_testPacketBytes = bytes; },
+                                              [this]
                                               {
-                                                  m_testPacketBytes = bytes;
+                                                  ++m_messageChanges;
                                               }}};
     CControlChannel m_channel{m_registers, CControlChannel::SHooks{[this](const Gvcp::SPacketResend& resend)
                                                                    { m_resends.push_back(resend); },
@@ -311,4 +313,24 @@ TEST_F(ControlChannel, whatIsNoCommandIsIgnored)
     {
         EXPECT_TRUE(m_channel.Handle(garbage, bytes, Mine, m_now).empty());
     }
+}
+
+TEST_F(ControlChannel, messageChannelIsWrittenByTheControllerAndClosedWithTheControl)
+{
+    EXPECT_EQ(Read(Gvbs::NumberOfMessageChannels), 1U);
+    const std::uint32_t events = Gvbs::GvcpCapabilityEvent | Gvbs::GvcpCapabilityEventData;
+    EXPECT_EQ(Read(Gvbs::GvcpCapability) & events, 0x18U);
+    EXPECT_EQ(Write(Gvbs::MessageChannelPort, 5000), EStatus::AccessDenied);
+    TakeControl();
+    EXPECT_EQ(Write(Gvbs::MessageChannelDestination, Mine.ip), EStatus::Success);
+    EXPECT_EQ(Write(Gvbs::MessageChannelTransmissionTimeout, 200), EStatus::Success);
+    EXPECT_EQ(Write(Gvbs::MessageChannelRetryCount, 3), EStatus::Success);
+    EXPECT_EQ(Write(Gvbs::MessageChannelPort, 0x00015000), EStatus::InvalidParameter); // network interface 1
+    EXPECT_EQ(Write(Gvbs::MessageChannelPort, 5000), EStatus::Success);
+    EXPECT_EQ(m_messageChanges, 4);
+    EXPECT_EQ(Write(Gvbs::MessageChannelSourcePort, 1), EStatus::WriteProtect);
+    EXPECT_EQ(Write(Gvbs::ControlChannelPrivilege, 0), EStatus::Success);
+    EXPECT_EQ(m_messageChanges, 5);
+    EXPECT_EQ(Read(Gvbs::MessageChannelPort), 0U);
+    EXPECT_EQ(Read(Gvbs::MessageChannelDestination), 0U);
 }

@@ -47,8 +47,8 @@ struct SRegistersOfACamera
     SServedCamera camera;
     std::shared_ptr<Simulator::CCameraModel> pModel = std::make_shared<Simulator::CCameraModel>(camera.config);
     CRegisters registers{camera, pModel,
-                         CRegisters::SHooks{[] {},
-                                            [](std::uint32_t) {
+                         CRegisters::SHooks{[] {}, [](std::uint32_t) {},
+                                            [] {
                                             }}};
 };
 
