@@ -44,8 +44,13 @@ public:
     virtual GenApi::INodeMap* GetNodeMap() = 0;
     /** The transport layer's parameters for this device (heartbeat ...); null when there are none. */
     virtual GenApi::INodeMap* GetTLNodeMap() = 0;
-    /** The event channel's parameters; null when there are none. */
+    /** The event channel's parameters, while open with control; null when the camera or the transport has none. */
     virtual GenApi::INodeMap* GetEventGrabberNodeMap() = 0;
+    /** Receives the camera's events until Close: they are attached to the node map on a thread of the transport, on
+     *  which the callbacks of its nodes then run; those must not close the device. Nothing where there are no events:
+     *  for a monitor, and for cameras and transports without. Errors: RuntimeException, or what the camera's registers
+     *  throw, when the channel cannot be opened; the device stays open without events. */
+    virtual void StartEvents();
     virtual unsigned int GetNumStreams() const = 0;
     /** Valid as long as the device; null beyond GetNumStreams(). */
     virtual Transport::IStream* GetStream(unsigned int index) = 0;

@@ -10,6 +10,9 @@ namespace Velmo
 
 // Defined here so that each interface's run-time information exists once in the process.
 IVelmoDevice::~IVelmoDevice() = default;
+
+void IVelmoDevice::StartEvents() {}
+
 IChunkParser::~IChunkParser() = default;
 
 namespace Transport

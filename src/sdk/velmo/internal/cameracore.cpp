@@ -125,6 +125,23 @@ bool CCameraCore::IsMonitorAsked()
     return GenApi::CBooleanPtr(m_settings.GetNode("MonitorModeActive"))->GetValue();
 }
 
+void CCameraCore::StartEvents(IVelmoDevice& device)
+{
+    if (!GenApi::CBooleanPtr(m_settings.GetNode("GrabCameraEvents"))->GetValue())
+    {
+        return;
+    }
+    try
+    {
+        device.StartEvents();
+    }
+    catch (...)
+    {
+        // The camera is of use without its events.
+        Log(ELogLevel::Warning, "velmo.camera", "Receiving the camera's events failed: " + CurrentExceptionText());
+    }
+}
+
 void CCameraCore::Attach(IVelmoDevice* pDevice, ECleanup cleanup)
 {
     if (pDevice == nullptr)
@@ -275,6 +292,7 @@ void CCameraCore::Open()
         m_monitor = monitor;
     }
     m_settings.SetOpen(true);
+    StartEvents(device);
     After(&CConfigurationEventHandler::OnOpened);
 }
 

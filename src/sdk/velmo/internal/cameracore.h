@@ -68,6 +68,7 @@ private:
     // Owner only, from here.
     IVelmoDevice& RequireDevice() const;
     bool IsMonitorAsked();
+    void StartEvents(IVelmoDevice& device);
     void CloseDevice(bool forced);
     void CloseStreamAndDevice(IVelmoDevice& device);
     void LeaveDevice(bool destroy, bool forced);

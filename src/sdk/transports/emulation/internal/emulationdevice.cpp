@@ -84,6 +84,10 @@ void CEmulationDevice::Open(EDeviceAccess access)
         m_port.reset();
         throw;
     }
+    if (wantsControl)
+    {
+        MakeEventGrabber();
+    }
     m_stream->SetMonitor(!wantsControl);
     m_hasControl = wantsControl;
     m_isOpen = true;
@@ -104,6 +108,39 @@ void CEmulationDevice::Connect(bool wantsControl)
     m_nodeMap->Connect(m_port.get());
 }
 
+void CEmulationDevice::MakeEventGrabber()
+{
+    m_events = std::make_shared<Transport::CEventDelivery>("'" + m_info.GetSerialNumber().str() + "'");
+    m_eventParameters = std::make_unique<Transport::CSoftwareNodeMap>("EmulationEventGrabber");
+    m_events->AddParameters(*m_eventParameters);
+    m_eventParameters->Build();
+}
+
+GenApi::INodeMap* CEmulationDevice::GetEventGrabberNodeMap()
+{
+    return m_eventParameters == nullptr ? nullptr : m_eventParameters->Get();
+}
+
+void CEmulationDevice::StartEvents()
+{
+    if (m_events == nullptr)
+    {
+        return;
+    }
+    m_events->Start(*m_nodeMap);
+    m_camera->GetModel()->SetMessageHandler(
+        [weak = std::weak_ptr<Transport::CEventDelivery>(m_events)](const Gvcp::SEvent& event)
+        {
+            // The same bytes as on the network: the description says where in them the values are.
+            const Gvcp::Bytes message = Gvcp::EncodeEventDataCmd(0, event, false);
+            const auto events = weak.lock();
+            if (events != nullptr && message.size() >= Gvcp::HeaderBytes)
+            {
+                events->Push({event.id, {message.begin() + Gvcp::HeaderBytes, message.end()}});
+            }
+        });
+}
+
 void CEmulationDevice::Close()
 {
     if (!m_isOpen)
@@ -114,6 +151,10 @@ void CEmulationDevice::Close()
     m_stream->Close();
     if (m_hasControl)
     {
+        m_camera->GetModel()->SetMessageHandler(nullptr);
+        m_events->Stop();
+        m_eventParameters.reset();
+        m_events.reset();
         // A camera that loses its controller stops sending.
         m_camera->GetModel()->SetFeature("AcquisitionStop", "1");
         m_camera->GetModel()->AbandonFiles();

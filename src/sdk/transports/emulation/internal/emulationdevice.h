@@ -4,6 +4,7 @@
 #pragma once
 
 #include "transport/device.h"
+#include "transport/eventdelivery.h"
 #include "transport/nodemapchunkparser.h"
 #include "transports/emulation/internal/emulatedcamera.h"
 #include "transports/emulation/internal/emulationstream.h"
@@ -43,7 +44,8 @@ public:
     bool IsRemoved() const override;
     GenApi::INodeMap* GetNodeMap() override { return m_nodeMap.get(); }
     GenApi::INodeMap* GetTLNodeMap() override { return nullptr; }
-    GenApi::INodeMap* GetEventGrabberNodeMap() override { return nullptr; }
+    GenApi::INodeMap* GetEventGrabberNodeMap() override;
+    void StartEvents() override;
     unsigned int GetNumStreams() const override { return 1; }
     Transport::IStream* GetStream(unsigned int index) override;
     void SetRemovalCallback(std::function<void()> callback) override;
@@ -52,6 +54,7 @@ public:
 
 private:
     void Connect(bool wantsControl);
+    void MakeEventGrabber();
 
     const std::shared_ptr<CEmulatedCamera> m_camera;
     const std::shared_ptr<CRemovalReporter> m_reporter;
@@ -60,6 +63,9 @@ private:
     std::unique_ptr<CModelPort> m_port;
     std::unique_ptr<GenApi::INodeMap> m_nodeMap; // after the port that it reads
     Transport::CChunkParsers m_chunkParsers;     // after the node map that they show chunks in
+    // While open with control; shared with the camera's reports, which may be under way when it is closed.
+    std::shared_ptr<Transport::CEventDelivery> m_events;
+    std::unique_ptr<Transport::CSoftwareNodeMap> m_eventParameters; // after what its getters read
     std::atomic<bool> m_isOpen{false};
     bool m_hasControl = false;
 };

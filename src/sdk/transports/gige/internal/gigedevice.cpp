@@ -247,6 +247,7 @@ void CGigEDevice::OpenControl()
     {
         m_pCamera = OpenCamera();
         m_pParameters = MakeParameters();
+        m_pEvents = CEventGrabber::Create(Name(), m_adapterIp, m_deviceIp, *m_pCamera->pPort);
         m_stream.Attach(*m_pCamera);
         Watch([this] { m_stream.OnRemoved(); });
         m_lostHandler =
@@ -256,6 +257,7 @@ void CGigEDevice::OpenControl()
     catch (...)
     {
         m_stream.Detach();
+        m_pEvents.reset();
         m_pParameters.reset();
         m_pCamera.reset();
         m_pServices->openCameras.Remove(m_deviceIp);
@@ -323,14 +325,21 @@ void CGigEDevice::CloseMonitor()
 
 void CGigEDevice::CloseControl()
 {
+    // What is written to a camera that does not answer takes seconds.
+    const bool isThere = !IsRemoved() && IsAnswering();
     m_stream.Detach();
+    if (m_pEvents != nullptr)
+    {
+        m_pEvents->Stop(isThere);
+        m_pEvents.reset();
+    }
     m_pParameters.reset();
     g_signal_handler_disconnect(m_pCamera->pEngine.get(), m_lostHandler);
     ObjectPtr<ArvDevice> pEngine = std::move(m_pCamera->pEngine);
     m_chunkParsers.Disconnect();
     m_pCamera->pNodeMap.reset();
     m_pCamera.reset();
-    ReleaseEngine(std::move(pEngine));
+    ReleaseEngine(std::move(pEngine), isThere);
     m_pServices->openCameras.Remove(m_deviceIp);
 }
 
@@ -342,10 +351,9 @@ bool CGigEDevice::IsAnswering() const
            client.ReadRegister(Gvbs::Version, milliseconds(150), attempts).result != ERequest::Silent;
 }
 
-void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const
+void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine, bool isThere) const
 {
-    // Giving up control of a camera that does not answer takes seconds.
-    if (!IsRemoved() && IsAnswering())
+    if (isThere)
     {
         return;
     }
@@ -373,6 +381,19 @@ Transport::IStream* CGigEDevice::GetStream(unsigned int index)
 GenApi::INodeMap* CGigEDevice::GetTLNodeMap()
 {
     return m_pParameters == nullptr ? nullptr : m_pParameters->Get();
+}
+
+GenApi::INodeMap* CGigEDevice::GetEventGrabberNodeMap()
+{
+    return m_pEvents == nullptr ? nullptr : m_pEvents->GetParameters();
+}
+
+void CGigEDevice::StartEvents()
+{
+    if (m_pEvents != nullptr)
+    {
+        m_pEvents->Start(*m_pCamera->pNodeMap);
+    }
 }
 
 void CGigEDevice::SetRemovalCallback(std::function<void()> callback)

@@ -5,6 +5,7 @@
 
 #include "transport/nodemapchunkparser.h"
 #include "transport/transport.h"
+#include "transports/gige/internal/eventgrabber.h"
 #include "transports/gige/internal/gigestream.h"
 #include "transports/gige/internal/monitorcamera.h"
 #include "transports/gige/internal/monitorstream.h"
@@ -31,7 +32,8 @@ public:
     bool IsRemoved() const override { return m_pRemoval->IsRemoved(); }
     GenApi::INodeMap* GetNodeMap() override;
     GenApi::INodeMap* GetTLNodeMap() override;
-    GenApi::INodeMap* GetEventGrabberNodeMap() override { return nullptr; }
+    GenApi::INodeMap* GetEventGrabberNodeMap() override;
+    void StartEvents() override;
     unsigned int GetNumStreams() const override { return 1; }
     /** Another one for a monitor than for control. */
     Transport::IStream* GetStream(unsigned int index) override;
@@ -52,7 +54,7 @@ private:
     void CloseControl();
     void CloseMonitor();
     void Watch(CRemoval::Handler onRemoved);
-    void ReleaseEngine(ObjectPtr<ArvDevice> pEngine) const;
+    void ReleaseEngine(ObjectPtr<ArvDevice> pEngine, bool isThere) const;
     bool IsAnswering() const;
 
     CDeviceInfo m_info;
@@ -63,6 +65,7 @@ private:
     CGigEStream m_stream;
     CMonitorStream m_monitorStream;
     std::unique_ptr<SOpenCamera> m_pCamera;     // while controlled
+    std::unique_ptr<CEventGrabber> m_pEvents;   // while controlled, of a camera that has events
     std::unique_ptr<SMonitorCamera> m_pMonitor; // while monitored
     Transport::CChunkParsers m_chunkParsers;    // after the cameras, whose node maps show the chunks
     std::unique_ptr<Transport::CSoftwareNodeMap> m_pParameters;

@@ -5,12 +5,14 @@
 
 #include "genapi/exceptions.h"
 #include "simulator/registers.h"
+#include "support/waitbox.h"
 
 #include <gmock/gmock.h>
 
 #include <array>
 
 using namespace EmulationTest;
+using Test::CWaitBox;
 using testing::HasSubstr;
 using Velmo::EDeviceAccess;
 
@@ -283,4 +285,32 @@ TEST(EmulationDevice, hasOneStream)
     EXPECT_EQ(device->GetNumStreams(), 1U);
     EXPECT_NE(device->GetStream(0), nullptr);
     EXPECT_EQ(device->GetStream(1), nullptr);
+}
+
+TEST(EmulationDevice, eventsReachTheNodesOfTheController)
+{
+    const SRig rig;
+    const auto owner = rig.Open();
+    const auto monitor = rig.Open(0, EDeviceAccess::Monitor);
+    EXPECT_EQ(monitor->GetEventGrabberNodeMap(), nullptr);
+    ASSERT_NE(owner->GetEventGrabberNodeMap(), nullptr);
+    CWaitBox<std::int64_t> frames;
+    GenApi::INode* const pFrame = owner->GetNodeMap()->GetNode("EventExposureEndFrameID");
+    const auto handle =
+        pFrame->RegisterCallback([&](GenApi::INode* pNode) { frames.Put(GenApi::CIntegerPtr(pNode)->GetValue()); });
+    owner->StartEvents();
+    monitor->StartEvents();
+    GenApi::CEnumerationPtr(owner->GetNodeMap()->GetNode("EventSelector"))->FromString("ExposureEnd");
+    GenApi::CEnumerationPtr(owner->GetNodeMap()->GetNode("EventNotification"))->FromString("On");
+    CGrab grab(*owner);
+    grab.Start();
+    const std::vector<std::int64_t> seen = frames.Await(3);
+    ASSERT_GE(seen.size(), 3U);
+    EXPECT_EQ((std::vector<std::int64_t>{seen[0], seen[1], seen[2]}), (std::vector<std::int64_t>{1, 2, 3}));
+    EXPECT_EQ(Integer(*owner, "EventExposureEnd")->GetValue(), 0x9003);
+    EXPECT_GT(Integer(*owner, "EventExposureEndTimestamp")->GetValue(), 0);
+    EXPECT_FALSE(GenApi::IsReadable(Integer(*monitor, "EventExposureEnd").Get()));
+    pFrame->DeregisterCallback(handle);
+    owner->Close();
+    EXPECT_EQ(owner->GetEventGrabberNodeMap(), nullptr);
 }
