@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <csignal>
 #include <set>
 
 namespace
@@ -51,12 +52,20 @@ protected:
         m_shell.setProcessChannelMode(QProcess::MergedChannels);
         m_shell.start(QStringLiteral("bash"), {QStringLiteral("-u")});
         ASSERT_TRUE(m_shell.waitForStarted());
-        type(QStringLiteral("trap 'kill $(jobs -p)' EXIT; trap exit TERM"));
         ASSERT_EQ(m_blocks.size(), 7) << "blocks of the guide";
     }
     void TearDown() override
     {
-        // A shell that reads takes notice of the end of its input, one that waits of the signal; both end its jobs.
+        // The shell leaves its jobs alone when it ends.
+        const auto cameras = QRegularExpression(QStringLiteral("cameras run as (\\d+)"))
+                                 .match(QString::fromUtf8(m_all))
+                                 .captured(1)
+                                 .toInt();
+        EXPECT_GT(cameras, 0);
+        if (cameras > 0)
+        {
+            EXPECT_EQ(::kill(cameras, SIGKILL), 0);
+        }
         m_shell.closeWriteChannel();
         m_shell.terminate();
         EXPECT_TRUE(m_shell.waitForFinished(limitMs));
@@ -86,8 +95,14 @@ protected:
                 return cameras.size() == cameraCount;
             }
             m_shell.waitForReadyRead(pollMs);
-            m_seen += m_shell.readAll();
+            read();
         }
+    }
+    void read()
+    {
+        const QByteArray fresh = m_shell.readAll();
+        m_seen += fresh;
+        m_all += fresh;
     }
     bool see(const char* text)
     {
@@ -96,7 +111,7 @@ protected:
         while (!m_seen.contains(text) && timer.elapsed() < limitMs)
         {
             m_shell.waitForReadyRead(pollMs);
-            m_seen += m_shell.readAll();
+            read();
         }
         return m_seen.contains(text);
     }
@@ -105,12 +120,15 @@ protected:
     static constexpr int pollMs = 100;
     const QStringList m_blocks = shellBlocks();
     QProcess m_shell;
-    QByteArray m_seen;
+    QByteArray m_seen; // since the last type()
+    QByteArray m_all;
 };
 
 TEST_F(ActionGuide, triggersEightCamerasAsPrinted)
 {
     type(m_blocks.at(0));
+    type(QStringLiteral("echo cameras run as $!"));
+    ASSERT_TRUE(see("cameras run as ")) << m_seen.toStdString();
     ASSERT_TRUE(seeOfAll("(127\\.0\\.0\\.\\d) .* is ready")) << m_seen.toStdString();
     type(m_blocks.at(1));
     ASSERT_TRUE(seeOfAll("\\((GEV-000\\d)\\) +127\\.0\\.0\\.\\d +yes +yes")) << m_seen.toStdString();
