@@ -135,6 +135,13 @@ void CDeviceFile::Open(const char* mode)
     m_blocks.reset();
 }
 
+void CDeviceFile::OpenForContinuing()
+{
+    Select();
+    constexpr char Keeping[] = "ReadWrite";
+    Open(HasEntry(Node<IEnumeration>(FileOpenMode), Keeping) ? Keeping : "Write");
+}
+
 void CDeviceFile::Close()
 {
     if (!m_isOpen)

@@ -29,6 +29,8 @@ public:
 
     /** A file that somebody left open is closed first. */
     void OpenForWriting() { Open("Write"); }
+    /** For writing, in the mode that keeps what is there if the device has it. */
+    void OpenForContinuing();
     void OpenForReading() { Open("Read"); }
     /** Does nothing when no file is open. */
     void Close();

@@ -58,9 +58,16 @@ public:
     SFirmwareUploadResult Run()
     {
         const std::uint64_t kept = KeptBytes();
-        m_file.OpenForWriting();
+        if (kept > 0)
+        {
+            m_file.OpenForContinuing();
+        }
+        else
+        {
+            m_file.OpenForWriting();
+        }
         m_file.CheckSize(m_bytes.size());
-        // Opening for writing may have emptied it.
+        // Opening may have emptied it all the same.
         const std::uint64_t begin = kept > 0 && m_file.Size() == kept ? kept : 0;
         m_progress.Add(begin);
         const std::int64_t since = m_clock.NowMs();

@@ -165,7 +165,8 @@ private:
 
     bool Operate(std::uint32_t operation)
     {
-        const bool isForWriting = Get(OpenMode) == 1;
+        const std::uint32_t mode = Get(OpenMode); // Read, Write, ReadWrite
+        const bool isForWriting = mode != 0;
         const std::size_t offset = Get(Offset);
         const std::uint32_t length = std::min(Get(Length), takesAtMost);
         Put(Result, 0);
@@ -177,7 +178,7 @@ private:
                 return false;
             }
             isOpen = true;
-            if (isForWriting && truncatesOnOpen)
+            if (mode == 1 && truncatesOnOpen)
             {
                 file.clear();
             }
@@ -190,7 +191,7 @@ private:
         }
         case 2:
         {
-            if (!isOpen || isForWriting || offset > file.size())
+            if (!isOpen || mode == 1 || offset > file.size())
             {
                 return false;
             }
@@ -250,7 +251,7 @@ inline std::string FirmwareCameraXml(const std::string& more = {})
            at(Camera::Model, 32, "RO") + "</StringReg>\n<StringReg Name=\"DeviceFirmwareVersion\">" +
            at(Camera::Version, 32, "RO") + "</StringReg>\n" +
            choice("FileSelector", Camera::Selector, "RW", {"UserSet1", "FirmwareUpdate"}) +
-           choice("FileOpenMode", Camera::OpenMode, "RW", {"Read", "Write"}) +
+           choice("FileOpenMode", Camera::OpenMode, "RW", {"Read", "Write", "ReadWrite"}) +
            choice("FileOperationSelector", Camera::Operation, "RW", {"Open", "Close", "Read", "Write"}) +
            command("FileOperationExecute", Camera::Execute) + reg("FileAccessOffset", Camera::Offset, "RW") +
            "<Integer Name=\"FileAccessLength\"><pValue>FileAccessLengthReg</pValue><Min>0</Min><Max>" +

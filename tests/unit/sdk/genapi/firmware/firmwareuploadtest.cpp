@@ -239,6 +239,15 @@ TEST_F(FirmwareUpload, whatCannotBeReadIsNotReadBackUnlessThePackageInsists)
 
 TEST_F(FirmwareUpload, anInterruptedOneIsContinuedBehindWhatIsThere)
 {
+    camera.file = MainBytes().substr(0, 640);
+    EXPECT_EQ(Upload(), "");
+    EXPECT_EQ(camera.file, MainBytes());
+    EXPECT_EQ(Count("Write"), Blocks() - 10);
+}
+
+TEST_F(FirmwareUpload, itIsContinuedWithoutAModeOfItsOwnWhereOpeningKeepsTheFile)
+{
+    device.xml = Without(FirmwareCameraXml(), "ReadWrite");
     camera.truncatesOnOpen = false;
     camera.file = MainBytes().substr(0, 640);
     EXPECT_EQ(Upload(), "");
@@ -248,6 +257,7 @@ TEST_F(FirmwareUpload, anInterruptedOneIsContinuedBehindWhatIsThere)
 
 TEST_F(FirmwareUpload, itBeginsAnewWhereOpeningEmptiesTheFile)
 {
+    device.xml = Without(FirmwareCameraXml(), "ReadWrite");
     camera.file = MainBytes().substr(0, 640);
     EXPECT_EQ(Upload(), "");
     EXPECT_EQ(camera.file, MainBytes());
