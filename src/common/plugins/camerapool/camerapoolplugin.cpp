@@ -9,6 +9,7 @@
 #include "camerapool/internal/cameraparameterservice.h"
 #include "camerapool/internal/camerastreamcontrolservice.h"
 #include "camerapool/internal/controlservice.h"
+#include "camerapool/internal/devicefirmwareupdateservice.h"
 #include "camerapool/internal/imagedecompressorservice.h"
 #include "camerapool/internal/statusservice.h"
 #include "dataprocessingcore/inoderegistry.h"
@@ -25,6 +26,7 @@ CCameraPoolPlugin::~CCameraPoolPlugin()
     unregisterNode();
     m_initializer.clear();
     m_ptrImageDecompressorService.reset();
+    m_ptrFirmwareUpdateService.reset();
     m_ptrActionCommandsService.reset();
     m_ptrStreamControlService.reset();
     m_ptrParameterService.reset();
@@ -94,6 +96,11 @@ void CCameraPoolPlugin::createServices()
     {
         return;
     }
+    m_ptrFirmwareUpdateService.reset(new CDeviceFirmwareUpdateService(m_cameraPool, nullptr));
+    if (!registerService(m_ptrFirmwareUpdateService))
+    {
+        return;
+    }
     m_ptrImageDecompressorService.reset(new CImageDecompressorService(m_cameraPool, nullptr));
     registerService(m_ptrImageDecompressorService);
 }
@@ -131,8 +138,9 @@ bool CCameraPoolPlugin::postInitialize()
 
 QVector<QSharedPointer<Core::Service::IService>> CCameraPoolPlugin::services() const
 {
-    return {m_ptrEnumerationService,   m_ptrStatusService,         m_ptrControlService,          m_ptrParameterService,
-            m_ptrStreamControlService, m_ptrActionCommandsService, m_ptrImageDecompressorService};
+    return {m_ptrEnumerationService,    m_ptrStatusService,           m_ptrControlService,
+            m_ptrParameterService,      m_ptrStreamControlService,    m_ptrActionCommandsService,
+            m_ptrFirmwareUpdateService, m_ptrImageDecompressorService};
 }
 
 bool CCameraPoolPlugin::unInitialize(QPointer<Core::Plugin::IPluginInitializer> initializer)

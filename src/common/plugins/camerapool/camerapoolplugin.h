@@ -26,6 +26,7 @@ class CCameraParameterService;
 class CCameraPool;
 class CCameraStreamControlService;
 class CControlService;
+class CDeviceFirmwareUpdateService;
 class CImageDecompressorService;
 class CInterfacePool;
 class CStatusService;
@@ -71,6 +72,7 @@ private:
     QSharedPointer<Internal::CCameraParameterService> m_ptrParameterService;
     QSharedPointer<Internal::CCameraStreamControlService> m_ptrStreamControlService;
     QSharedPointer<Internal::CCameraActionCommandsService> m_ptrActionCommandsService;
+    QSharedPointer<Internal::CDeviceFirmwareUpdateService> m_ptrFirmwareUpdateService;
     QSharedPointer<Internal::CImageDecompressorService> m_ptrImageDecompressorService;
     QPointer<Core::Plugin::IPluginInitializer> m_initializer;
     QWeakPointer<Plugin::DataProcessingCore::INodeRegistry> m_nodeRegistry; // the one that has the node; else null

@@ -8,11 +8,15 @@
 #include "camerapool/icamerainfo.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/idevicefirmwareupdate.h"
+#include "camerapool/idevicefirmwareupdateservice.h"
 #include "camerapool/ideviceparameterservice.h"
+#include "camerapool/ifirmwareupdateinfo.h"
 #include "camerapool/iimagedecompressorservice.h"
 #include "camerapool/iinterface.h"
 #include "camerapool/iinterfaceinfo.h"
 #include "camerapool/internal/camerainfo.h"
+#include "camerapool/internal/ifirmwareupdatable.h"
 #include "camerapool/internal/interfaceinfo.h"
 #include "camerapool/itransportlayerinfo.h"
 
@@ -79,8 +83,27 @@ ICameraEnumerationService::ICameraEnumerationService(QObject* parent) : IService
 
 ICameraEnumerationService::~ICameraEnumerationService() = default;
 
+IFirmwareUpdateInfo::IFirmwareUpdateInfo(QObject* parent) : QObject(parent) {}
+
+IFirmwareUpdateInfo::~IFirmwareUpdateInfo() = default;
+
+IDeviceFirmwareUpdate::IDeviceFirmwareUpdate(QObject* parent) : QObject(parent) {}
+
+IDeviceFirmwareUpdate::~IDeviceFirmwareUpdate() = default;
+
+IDeviceFirmwareUpdateService::IDeviceFirmwareUpdateService(QObject* parent) : IService(parent) {}
+
+IDeviceFirmwareUpdateService::~IDeviceFirmwareUpdateService() = default;
+
 IImageDecompressorService::IImageDecompressorService(QObject* parent) : IService(parent) {}
 
 IImageDecompressorService::~IImageDecompressorService() = default;
+
+namespace Internal
+{
+
+IFirmwareUpdatable::~IFirmwareUpdatable() = default;
+
+} // namespace Internal
 
 } // namespace Plugin::CameraPool

@@ -213,11 +213,16 @@ void CCamera::openVelmoDevice(bool monitorMode)
     m_connectionLost = false;
     m_pVelmoDevice->Open();
     enableClearBufferMode(m_pVelmoDevice->GetNodeMap());
+    shareOpenVelmoDevice();
+}
+
+void CCamera::shareOpenVelmoDevice()
+{
     attachVelmoDeviceToParameterCollection();
     m_deviceState.setState(ParameterCollection::ObjectState_Open);
     if (m_connectionLost)
     {
-        // Lost while it was opening: the removal came before the line above.
+        // Lost since it was opened: the removal came before the line above.
         m_deviceState.setState(ParameterCollection::ObjectState_ConnectionLost);
     }
 }

@@ -9,6 +9,8 @@
 #include "camerapool/internal/chunkparsingeventhandler.h"
 #include "camerapool/internal/compressionstatisticcounter.h"
 #include "camerapool/internal/grabsettings.h"
+#include "camerapool/internal/ifirmwareupdatable.h"
+#include "camerapool/internal/updatabledevice.h"
 #include "genapi/exceptions.h"
 #include "parametercollection/objectstate.h"
 #include "parametercollection/parametercollection.h"
@@ -44,7 +46,8 @@ class CFrameGrabberTimer;
  */
 class CAMERAPOOL_TEST_EXPORT CCamera : public ICamera,
                                        protected Velmo::CImageEventHandler,
-                                       protected Velmo::CConfigurationEventHandler
+                                       protected Velmo::CConfigurationEventHandler,
+                                       public IFirmwareUpdatable
 {
     Q_OBJECT
 public:
@@ -82,6 +85,21 @@ public:
     /** Bytes of a decompressed image, not 0. */
     unsigned int getImageSizeForDecompression() const;
     /** @} */
+
+    /** Of an open camera. */
+    bool matchesFirmwareUpdate(const GenApi::CFirmwareUpdateInfo& update, bool& matches) override;
+    /**
+     * Any thread; the instance state is held until the update has ended, so that whatever else would open or close the
+     * camera waits. A camera that is not open is opened for it.
+     *
+     * The device is lent to a CUpdatableDevice meanwhile: the camera is not open then and has no parameters. A device
+     * that comes back is attached again, open, and, when it was reset, opened anew as open() does. Otherwise the camera
+     * is closed, which deviceClosed tells, or lost, which cameraConnectionLost tells; the next open() makes a device.
+     */
+    bool applyFirmwareUpdate(const GenApi::CFirmwareUpdateInfo& update,
+                             GenApi::IFirmwareUpdateProgressObserver* pObserver, QString& failure) override;
+    /** How recovery after a reset waits; before the first update. */
+    void setRecoverySleep(CUpdatableDevice::Sleep sleep) { m_recoverySleep = std::move(sleep); }
 
     /** Throws Core::Exception::ObjectDisposedException. */
     void raiseExceptionIfDisposed() const;
@@ -123,9 +141,17 @@ private:
     void deregisterEventHandlers();
 
     void openVelmoDevice(bool monitorMode);
+    /** With the parameter layer. */
+    void shareOpenVelmoDevice();
     void undoOpen();
     void closeVelmoDevice();
     void dispose();
+
+    class CLoan;
+    void lendVelmoDevice(CUpdatableDevice& borrower);
+    /** Whatever state the borrower has it in; throws nothing. */
+    void takeVelmoDeviceBack(CUpdatableDevice& borrower, bool wasOpen);
+    bool reattachVelmoDevice(CUpdatableDevice& borrower);
 
     bool isReadyToGrab(const char* operation) const;
     void prepareGrab();
@@ -184,6 +210,7 @@ private:
     std::optional<SGrabSettings> m_grabSettings; // since initialize()
     std::atomic<int> m_imagesFailed{0};
     std::atomic<bool> m_connectionLost{false}; // the loss of this opening has been reported
+    CUpdatableDevice::Sleep m_recoverySleep;   // null: by the clock
     bool m_isClosing = false;                  // guarded by m_instanceState
 };
 

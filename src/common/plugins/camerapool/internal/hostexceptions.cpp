@@ -20,9 +20,7 @@ template <class Sdk, class Host> void throwIf(const GenICam::GenericException& e
     }
 }
 
-} // namespace
-
-void throwAsHostException(const GenICam::GenericException& e)
+void throwIfCommonKind(const GenICam::GenericException& e)
 {
     using namespace Core::Exception;
     throwIf<GenICam::InvalidArgumentException, ArgumentException>(e);
@@ -31,7 +29,25 @@ void throwAsHostException(const GenICam::GenericException& e)
     throwIf<GenICam::TimeoutException, TimeoutException>(e);
     throwIf<GenICam::LogicalErrorException, InvalidOperationException>(e);
     throwIf<GenICam::BadAllocException, BadAllocException>(e);
-    throw RuntimeException(QString::fromUtf8(e.GetDescription()));
+}
+
+} // namespace
+
+void throwAsHostException(const GenICam::GenericException& e)
+{
+    throwIfCommonKind(e);
+    throw Core::Exception::RuntimeException(QString::fromUtf8(e.GetDescription()));
+}
+
+void throwFileFailureAsHostException(const GenICam::GenericException& e)
+{
+    using namespace Core::Exception;
+    throwIf<GenICam::FormatException, FormatException>(e);
+    throwIf<GenICam::FileIOException, FileIOException>(e);
+    throwIf<GenICam::FileNotFoundException, FileNotFoundException>(e);
+    throwIfCommonKind(e);
+    throwIf<GenICam::RuntimeException, RuntimeException>(e);
+    throw BaseException(QString::fromUtf8(e.GetDescription()));
 }
 
 } // namespace Plugin::CameraPool::Internal

@@ -67,6 +67,24 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdate</name>
+    <message>
+        <source>The firmware update was interrupted between two steps. What was done so far stays; apply the update again to complete it.</source>
+        <translation>The firmware update was interrupted between two steps. What was done so far stays; apply the update again to complete it.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdateService</name>
+    <message>
+        <source>Failed to acquire exclusive camera access.</source>
+        <translation>Failed to acquire exclusive camera access.</translation>
+    </message>
+    <message>
+        <source>Unexpected exception caught. Failed to get the list of matching firmware updates.</source>
+        <translation>Unexpected exception caught. Failed to get the list of matching firmware updates.</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
     <message>
         <source>Unknown compression mode found.</source>

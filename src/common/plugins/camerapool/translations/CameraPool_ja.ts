@@ -67,6 +67,24 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdate</name>
+    <message>
+        <source>The firmware update was interrupted between two steps. What was done so far stays; apply the update again to complete it.</source>
+        <translation>ファームウェアの更新は2つのステップの間で中断されました。これまでに実行された内容は残ります。完了するには、もう一度更新を適用してください。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdateService</name>
+    <message>
+        <source>Failed to acquire exclusive camera access.</source>
+        <translation>カメラの排他アクセスを取得できませんでした。</translation>
+    </message>
+    <message>
+        <source>Unexpected exception caught. Failed to get the list of matching firmware updates.</source>
+        <translation>予期しない例外が発生しました。適合するファームウェア更新の一覧を取得できませんでした。</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
     <message>
         <source>Unknown compression mode found.</source>

@@ -67,6 +67,24 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdate</name>
+    <message>
+        <source>The firmware update was interrupted between two steps. What was done so far stays; apply the update again to complete it.</source>
+        <translation>펌웨어 업데이트가 두 단계 사이에서 중단되었습니다. 지금까지 수행된 내용은 유지됩니다. 완료하려면 업데이트를 다시 적용하십시오.</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdateService</name>
+    <message>
+        <source>Failed to acquire exclusive camera access.</source>
+        <translation>카메라의 독점 액세스를 얻지 못했습니다.</translation>
+    </message>
+    <message>
+        <source>Unexpected exception caught. Failed to get the list of matching firmware updates.</source>
+        <translation>예기치 않은 예외가 발생했습니다. 일치하는 펌웨어 업데이트 목록을 가져오지 못했습니다.</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
     <message>
         <source>Unknown compression mode found.</source>

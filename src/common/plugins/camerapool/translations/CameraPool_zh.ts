@@ -67,6 +67,24 @@
     </message>
 </context>
 <context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdate</name>
+    <message>
+        <source>The firmware update was interrupted between two steps. What was done so far stays; apply the update again to complete it.</source>
+        <translation>固件更新在两个步骤之间被中断。已完成的内容将保留；请再次应用更新以完成。</translation>
+    </message>
+</context>
+<context>
+    <name>Plugin::CameraPool::Internal::CDeviceFirmwareUpdateService</name>
+    <message>
+        <source>Failed to acquire exclusive camera access.</source>
+        <translation>无法获得相机的独占访问权。</translation>
+    </message>
+    <message>
+        <source>Unexpected exception caught. Failed to get the list of matching firmware updates.</source>
+        <translation>捕获到意外异常。无法获取匹配的固件更新列表。</translation>
+    </message>
+</context>
+<context>
     <name>Plugin::CameraPool::Internal::CImageDecompressorService</name>
     <message>
         <source>Unknown compression mode found.</source>

@@ -8,6 +8,7 @@
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/idevicefirmwareupdateservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iimagedecompressorservice.h"
 #include "camerapool/internal/camerapool.h"
@@ -60,14 +61,15 @@ TEST_F(CameraPoolPlugin, registersItsServicesInOrderAndTakesThemBackInOrder)
     EXPECT_TRUE(plugin.initialize(&m_initializer));
     EXPECT_TRUE(plugin.postInitialize());
     const auto& all = m_initializer.m_registered;
-    ASSERT_EQ(all.size(), 7);
+    ASSERT_EQ(all.size(), 8);
     EXPECT_TRUE(all.at(0).objectCast<ICameraEnumerationService>());
     EXPECT_TRUE(all.at(1).objectCast<ICameraStatusService>());
     EXPECT_TRUE(all.at(2).objectCast<ICameraControlService>());
     EXPECT_TRUE(all.at(3).objectCast<IDeviceParameterService>());
     EXPECT_TRUE(all.at(4).objectCast<ICameraStreamControlService>());
     EXPECT_TRUE(all.at(5).objectCast<ICameraActionCommandsService>());
-    EXPECT_TRUE(all.at(6).objectCast<IImageDecompressorService>());
+    EXPECT_TRUE(all.at(6).objectCast<IDeviceFirmwareUpdateService>());
+    EXPECT_TRUE(all.at(7).objectCast<IImageDecompressorService>());
     EXPECT_TRUE(plugin.unInitialize(&m_initializer));
     EXPECT_EQ(m_initializer.m_unregistered, m_initializer.m_registered);
 }
@@ -151,7 +153,7 @@ private:
 
 TEST_F(CameraPoolPlugin, initializerThatDiesBetweenTwoRegistrationsEndsThemAndInitializeSucceeds)
 {
-    for (int lifetime = 1; lifetime <= 7; ++lifetime)
+    for (int lifetime = 1; lifetime <= 8; ++lifetime)
     {
         QVector<ServicePtr> registered;
         CCameraPoolPlugin plugin;
@@ -206,7 +208,7 @@ TEST_F(CameraPoolPlugin, servicesAndPoolsLiveOnBetweenUnInitializeAndTheEndOfThe
         }
         m_initializer.m_registered.clear();
         m_initializer.m_unregistered.clear();
-        EXPECT_EQ(alive(), 9);
+        EXPECT_EQ(alive(), 10);
     }
     EXPECT_EQ(alive(), 0);
 }
@@ -224,7 +226,7 @@ TEST_F(CameraPoolPlugin, servicesAreReleasedInTheReverseOrderOfTheirRegistration
         }
         m_initializer.m_registered.clear();
     }
-    EXPECT_EQ(order, (QVector<int>{6, 5, 4, 3, 2, 1, 0}));
+    EXPECT_EQ(order, (QVector<int>{7, 6, 5, 4, 3, 2, 1, 0}));
 }
 
 TEST_F(CameraPoolPlugin, poolsGoAfterTheServices)
