@@ -10,6 +10,7 @@
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/icamerastatusservice.h"
 #include "camerapool/icamerastreamcontrolservice.h"
+#include "camerapool/idevicefirmwareupdateservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iimagedecompressorservice.h"
 #include "dataprocessingcore/igraphservice.h"
@@ -36,6 +37,7 @@ struct CHost::SPrivate
     QSharedPointer<Plugin::CameraPool::ICameraEnumerationService> enumeration;
     QSharedPointer<Plugin::CameraPool::ICameraStatusService> status;
     QSharedPointer<Plugin::CameraPool::ICameraStreamControlService> stream;
+    QSharedPointer<Plugin::CameraPool::IDeviceFirmwareUpdateService> firmware;
     QSharedPointer<Plugin::CameraPool::IDeviceParameterService> parameters;
     QSharedPointer<Plugin::CameraPool::IImageDecompressorService> decompressors;
     QSharedPointer<Plugin::DataProcessingCore::IGraphService> graph;
@@ -77,12 +79,13 @@ bool CHost::start(const QString& language)
     m_p->find(m_p->enumeration, "ICameraEnumerationService");
     m_p->find(m_p->status, "ICameraStatusService");
     m_p->find(m_p->stream, "ICameraStreamControlService");
+    m_p->find(m_p->firmware, "IDeviceFirmwareUpdateService");
     m_p->find(m_p->parameters, "IDeviceParameterService");
     m_p->find(m_p->decompressors, "IImageDecompressorService");
     m_p->find(m_p->graph, "IGraphService");
     m_p->find(m_p->nodes, "INodeRegistry");
-    return m_p->actions && m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->parameters &&
-           m_p->decompressors && m_p->graph && m_p->nodes;
+    return m_p->actions && m_p->control && m_p->enumeration && m_p->status && m_p->stream && m_p->firmware &&
+           m_p->parameters && m_p->decompressors && m_p->graph && m_p->nodes;
 }
 
 bool CHost::installTexts(const QString& language, QTranslator& translator)
@@ -97,6 +100,7 @@ void CHost::stop()
     m_p->graph.clear();
     m_p->decompressors.clear();
     m_p->parameters.clear();
+    m_p->firmware.clear();
     m_p->stream.clear();
     m_p->status.clear();
     m_p->enumeration.clear();
@@ -151,6 +155,11 @@ Plugin::CameraPool::ICameraStatusService& CHost::status() const
 Plugin::CameraPool::ICameraStreamControlService& CHost::stream() const
 {
     return *m_p->stream;
+}
+
+Plugin::CameraPool::IDeviceFirmwareUpdateService& CHost::firmware() const
+{
+    return *m_p->firmware;
 }
 
 Plugin::CameraPool::IDeviceParameterService& CHost::parameters() const

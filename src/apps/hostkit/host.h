@@ -25,6 +25,7 @@ class ICameraControlService;
 class ICameraEnumerationService;
 class ICameraStatusService;
 class ICameraStreamControlService;
+class IDeviceFirmwareUpdateService;
 class IDeviceParameterService;
 class IImageDecompressorService;
 } // namespace Plugin::CameraPool
@@ -69,6 +70,7 @@ public:
     Plugin::CameraPool::ICameraEnumerationService& enumeration() const;
     Plugin::CameraPool::ICameraStatusService& status() const;
     Plugin::CameraPool::ICameraStreamControlService& stream() const;
+    Plugin::CameraPool::IDeviceFirmwareUpdateService& firmware() const;
     Plugin::CameraPool::IDeviceParameterService& parameters() const;
     Plugin::CameraPool::IImageDecompressorService& decompressors() const;
     Plugin::DataProcessingCore::IGraphService& graph() const;

@@ -5,10 +5,12 @@
 #include "poolcli/texts.h"
 #include "poolcli/verbs.h"
 
+#include "hostkit/host.h"
 #include "hostkit/sdklog.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
+#include <QTranslator>
 
 #include <cerrno>
 #include <csignal>
@@ -37,16 +39,23 @@ void checkOutput()
 int runVerb(const SOptions& options)
 {
     static const std::map<QString, int (*)(CSession&, const SOptions&)> verbs{
-        {QStringLiteral("list"), PoolCli::runList},       {QStringLiteral("watch"), PoolCli::runWatch},
-        {QStringLiteral("info"), PoolCli::runInfo},       {QStringLiteral("features"), PoolCli::runFeatures},
-        {QStringLiteral("get"), PoolCli::runGet},         {QStringLiteral("set"), PoolCli::runSet},
-        {QStringLiteral("grab"), PoolCli::runGrab},       {QStringLiteral("snapshot"), PoolCli::runSnapshot},
-        {QStringLiteral("stats"), PoolCli::runStats},     {QStringLiteral("interfaces"), PoolCli::runInterfaces},
-        {QStringLiteral("chunks"), PoolCli::runChunks},   {QStringLiteral("action"), PoolCli::runAction},
-        {QStringLiteral("monitor"), PoolCli::runMonitor}, {QStringLiteral("network"), PoolCli::runNetwork},
+        {QStringLiteral("list"), PoolCli::runList},         {QStringLiteral("watch"), PoolCli::runWatch},
+        {QStringLiteral("info"), PoolCli::runInfo},         {QStringLiteral("features"), PoolCli::runFeatures},
+        {QStringLiteral("get"), PoolCli::runGet},           {QStringLiteral("set"), PoolCli::runSet},
+        {QStringLiteral("grab"), PoolCli::runGrab},         {QStringLiteral("snapshot"), PoolCli::runSnapshot},
+        {QStringLiteral("stats"), PoolCli::runStats},       {QStringLiteral("interfaces"), PoolCli::runInterfaces},
+        {QStringLiteral("chunks"), PoolCli::runChunks},     {QStringLiteral("action"), PoolCli::runAction},
+        {QStringLiteral("monitor"), PoolCli::runMonitor},   {QStringLiteral("network"), PoolCli::runNetwork},
+        {QStringLiteral("firmware"), PoolCli::runFirmware},
     };
     try
     {
+        if (options.firmware.what == QLatin1String("create"))
+        {
+            QTranslator translator;
+            HostKit::CHost::installTexts(options.language, translator);
+            return PoolCli::runFirmwareCreate(options);
+        }
         CSession session(options.language);
         const int code = verbs.at(options.verb)(session, options);
         checkOutput();

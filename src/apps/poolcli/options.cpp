@@ -49,6 +49,11 @@ struct SRaw
     double frameRate = 0.0;
     double reservePercent = 10.0;
     bool isToApply = false;
+    std::string firmware;
+    std::string packageFile;
+    std::string descriptionFile;
+    std::string version;
+    bool yes = false;
     int images = 0;
     bool json = false;
 };
@@ -284,6 +289,49 @@ void addNetwork(CLI::App& app, SRaw& raw)
         ->expected(1);
 }
 
+CLI::App* addFirmwareCommand(CLI::App& firmware, SRaw& raw, const char* name, const std::string& text)
+{
+    CLI::App* pVerb = firmware.add_subcommand(name, text);
+    pVerb->callback([&raw, name] { raw.firmware = name; });
+    return pVerb;
+}
+
+void addFirmware(CLI::App& app, SRaw& raw)
+{
+    CLI::App* pFirmware =
+        app.add_subcommand("firmware", utf8(CTexts::tr("Look into firmware packages and update cameras with them")));
+    pFirmware->require_subcommand(1);
+    const auto addFile = [&raw](CLI::App& verb)
+    {
+        verb.add_option("file", raw.packageFile, utf8(CTexts::tr("The firmware package")))->required();
+    };
+    CLI::App* pList = addFirmwareCommand(*pFirmware, raw, "list", utf8(CTexts::tr("List the updates of a package")));
+    pList->add_flag("--json", raw.json, utf8(CTexts::tr("Print JSON")));
+    addFile(*pList);
+    CLI::App* pMatch = addFirmwareCommand(*pFirmware, raw, "match",
+                                          utf8(CTexts::tr("List the updates that fit a camera, newest first")));
+    addCommon(*pMatch, raw);
+    addFile(*pMatch);
+    addCamera(*pMatch, raw);
+    CLI::App* pUpdate =
+        addFirmwareCommand(*pFirmware, raw, "update", utf8(CTexts::tr("Write an update into a camera")));
+    pUpdate
+        ->add_option("--discovery-timeout", raw.discoverySeconds,
+                     utf8(CTexts::tr("Seconds to wait for cameras to be found")))
+        ->check(CLI::Range(0.0, longestSeconds))
+        ->capture_default_str();
+    addFile(*pUpdate);
+    addCamera(*pUpdate, raw);
+    pUpdate->add_option("--version", raw.version,
+                        utf8(CTexts::tr("The version of the update; the newest that fits by default")));
+    pUpdate->add_flag("-y,--yes", raw.yes, utf8(CTexts::tr("Do not ask before a downgrade")));
+    CLI::App* pCreate = addFirmwareCommand(*pFirmware, raw, "create",
+                                           utf8(CTexts::tr("Make a package of its description and its files")));
+    pCreate->add_option("description", raw.descriptionFile, utf8(CTexts::tr("The package's description, XML")))
+        ->required();
+    addFile(*pCreate);
+}
+
 void addVerbs(CLI::App& app, SRaw& raw)
 {
     addCommon(*app.add_subcommand("list", utf8(CTexts::tr("List the cameras that can be found"))), raw);
@@ -304,6 +352,7 @@ void addVerbs(CLI::App& app, SRaw& raw)
     addChunks(app, raw);
     addAction(app, raw);
     addNetwork(app, raw);
+    addFirmware(app, raw);
 }
 
 QStringList toList(const std::vector<std::string>& texts)
@@ -355,6 +404,8 @@ void fill(SOptions& options, const SRaw& raw)
                       static_cast<unsigned int>(milliseconds(raw.answerSeconds))};
     options.network = {QString::fromStdString(raw.network), raw.linkMegabits, raw.frameRate, raw.reservePercent,
                        raw.isToApply};
+    options.firmware = {QString::fromStdString(raw.firmware), QString::fromStdString(raw.packageFile),
+                        QString::fromStdString(raw.descriptionFile), QString::fromStdString(raw.version), raw.yes};
     options.language = QString::fromStdString(raw.language);
 }
 

@@ -34,6 +34,16 @@ struct SNetworkOptions
     bool isToApply = false;
 };
 
+/** What the verb firmware is to do. */
+struct SFirmwareOptions
+{
+    QString what;        // "list", "match", "update" or "create"
+    QString file;        // the package
+    QString description; // what it is created from
+    QString version;     // "" for the newest
+    bool isAgreed = false;
+};
+
 /** What the command line asks for. Times in milliseconds; 0 images or time: no limit. */
 struct SOptions
 {
@@ -55,6 +65,7 @@ struct SOptions
     QStringList chunks;    // to enable; empty for all that the camera has
     SActionOptions action;
     SNetworkOptions network;
+    SFirmwareOptions firmware;
     QString language = QStringLiteral("en");
 };
 

@@ -66,6 +66,11 @@ void printLine(const QString& text)
     printOut(text.toUtf8() + '\n');
 }
 
+void printOver(const QString& text)
+{
+    printOut("\r\033[K" + text.toUtf8()); // ECMA-48: erase to the end of the line
+}
+
 void printError(const QString& text)
 {
     print(stderr, "poolcli: " + text.toUtf8() + '\n');

@@ -13,6 +13,8 @@ namespace PoolCli
 
 /** One line on stdout, UTF-8, flushed. */
 void printLine(const QString& text);
+/** A line on stdout that the next one of these is written over; printLine ends it. For a terminal. */
+void printOver(const QString& text);
 /** One line on stderr. */
 void printError(const QString& text);
 /** An indented document. */

@@ -27,6 +27,10 @@ int runChunks(CSession& session, const SOptions& options);
 int runStats(CSession& session, const SOptions& options);
 int runAction(CSession& session, const SOptions& options);
 int runNetwork(CSession& session, const SOptions& options);
+/** Any but "create". A Ctrl-C in the midst of an update is a failure: the update is not complete. */
+int runFirmware(CSession& session, const SOptions& options);
+/** Needs no plugins. */
+int runFirmwareCreate(const SOptions& options);
 
 /** The devices on an open interface, by their features' names; its selection stays as it is. Empty when it does not
  *  list devices. */

@@ -952,5 +952,157 @@
         <source>How long to grab; 2 by default</source>
         <translation>How long to grab; 2 by default</translation>
     </message>
+    <message>
+        <source>Look into firmware packages and update cameras with them</source>
+        <translation>Look into firmware packages and update cameras with them</translation>
+    </message>
+    <message>
+        <source>The firmware package</source>
+        <translation>The firmware package</translation>
+    </message>
+    <message>
+        <source>List the updates of a package</source>
+        <translation>List the updates of a package</translation>
+    </message>
+    <message>
+        <source>List the updates that fit a camera, newest first</source>
+        <translation>List the updates that fit a camera, newest first</translation>
+    </message>
+    <message>
+        <source>Write an update into a camera</source>
+        <translation>Write an update into a camera</translation>
+    </message>
+    <message>
+        <source>The version of the update; the newest that fits by default</source>
+        <translation>The version of the update; the newest that fits by default</translation>
+    </message>
+    <message>
+        <source>Do not ask before a downgrade</source>
+        <translation>Do not ask before a downgrade</translation>
+    </message>
+    <message>
+        <source>Make a package of its description and its files</source>
+        <translation>Make a package of its description and its files</translation>
+    </message>
+    <message>
+        <source>The package&apos;s description, XML</source>
+        <translation>The package&apos;s description, XML</translation>
+    </message>
+    <message>
+        <source>VERSION</source>
+        <translation>VERSION</translation>
+    </message>
+    <message>
+        <source>DESCRIPTION</source>
+        <translation>DESCRIPTION</translation>
+    </message>
+    <message>
+        <source>RELEASE NOTES</source>
+        <translation>RELEASE NOTES</translation>
+    </message>
+    <message>
+        <source>No update in %1 is for the camera %2.</source>
+        <translation>No update in %1 is for the camera %2.</translation>
+    </message>
+    <message>
+        <source>Several updates fit %1, and their versions cannot be compared; name one with --version (&apos;poolcli firmware match&apos; lists them).</source>
+        <translation>Several updates fit %1, and their versions cannot be compared; name one with --version (&apos;poolcli firmware match&apos; lists them).</translation>
+    </message>
+    <message>
+        <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
+        <translation>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</translation>
+    </message>
+    <message>
+        <source>Several updates to version %1 fit %2.</source>
+        <translation>Several updates to version %1 fit %2.</translation>
+    </message>
+    <message>
+        <source>upgrade</source>
+        <translation>upgrade</translation>
+    </message>
+    <message>
+        <source>downgrade</source>
+        <translation>downgrade</translation>
+    </message>
+    <message>
+        <source>the same version again</source>
+        <translation>the same version again</translation>
+    </message>
+    <message>
+        <source>not known whether newer</source>
+        <translation>not known whether newer</translation>
+    </message>
+    <message>
+        <source>This may be a downgrade, and there is no terminal to ask on; agree with --yes.</source>
+        <translation>This may be a downgrade, and there is no terminal to ask on; agree with --yes.</translation>
+    </message>
+    <message>
+        <source>The camera would get an older version, or one that may be older. Go on? [y/N]</source>
+        <translation>The camera would get an older version, or one that may be older. Go on? [y/N]</translation>
+    </message>
+    <message>
+        <source>Nothing was changed.</source>
+        <translation>Nothing was changed.</translation>
+    </message>
+    <message>
+        <source>Interrupted: the update ends when the present step is done. Leave the camera switched on.</source>
+        <translation>Interrupted: the update ends when the present step is done. Leave the camera switched on.</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2 -&gt; %3 (%4)</source>
+        <translation>%1: firmware %2 -&gt; %3 (%4)</translation>
+    </message>
+    <message>
+        <source>The firmware of %1 was not updated: %2</source>
+        <translation>The firmware of %1 was not updated: %2</translation>
+    </message>
+    <message>
+        <source>%1 has firmware %2 now.</source>
+        <translation>%1 has firmware %2 now.</translation>
+    </message>
+    <message>
+        <source>%1 was made.</source>
+        <translation>%1 was made.</translation>
+    </message>
+    <message>
+        <source>Checking the camera</source>
+        <translation>Checking the camera</translation>
+    </message>
+    <message>
+        <source>Reading the package</source>
+        <translation>Reading the package</translation>
+    </message>
+    <message>
+        <source>Writing a feature</source>
+        <translation>Writing a feature</translation>
+    </message>
+    <message>
+        <source>Executing a command</source>
+        <translation>Executing a command</translation>
+    </message>
+    <message>
+        <source>Checking a feature</source>
+        <translation>Checking a feature</translation>
+    </message>
+    <message>
+        <source>Uploading a file</source>
+        <translation>Uploading a file</translation>
+    </message>
+    <message>
+        <source>Restarting the camera</source>
+        <translation>Restarting the camera</translation>
+    </message>
+    <message>
+        <source>Updating</source>
+        <translation>Updating</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>Estimated time: %1</source>
+        <translation>Estimated time: %1</translation>
+    </message>
 </context>
 </TS>

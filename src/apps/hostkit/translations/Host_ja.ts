@@ -952,5 +952,157 @@
         <source>How long to grab; 2 by default</source>
         <translation>画像を取得する秒数。既定は 2</translation>
     </message>
+    <message>
+        <source>Look into firmware packages and update cameras with them</source>
+        <translation>ファームウェア パッケージの内容を調べ、カメラを更新する</translation>
+    </message>
+    <message>
+        <source>The firmware package</source>
+        <translation>ファームウェア パッケージ</translation>
+    </message>
+    <message>
+        <source>List the updates of a package</source>
+        <translation>パッケージに含まれる更新を一覧表示する</translation>
+    </message>
+    <message>
+        <source>List the updates that fit a camera, newest first</source>
+        <translation>カメラに適合する更新を新しい順に一覧表示する</translation>
+    </message>
+    <message>
+        <source>Write an update into a camera</source>
+        <translation>更新をカメラに書き込む</translation>
+    </message>
+    <message>
+        <source>The version of the update; the newest that fits by default</source>
+        <translation>更新のバージョン。既定では適合する最新のもの</translation>
+    </message>
+    <message>
+        <source>Do not ask before a downgrade</source>
+        <translation>ダウングレードの前に確認しない</translation>
+    </message>
+    <message>
+        <source>Make a package of its description and its files</source>
+        <translation>記述とファイルからパッケージを作成する</translation>
+    </message>
+    <message>
+        <source>The package&apos;s description, XML</source>
+        <translation>パッケージの記述 (XML)</translation>
+    </message>
+    <message>
+        <source>VERSION</source>
+        <translation>バージョン</translation>
+    </message>
+    <message>
+        <source>DESCRIPTION</source>
+        <translation>説明</translation>
+    </message>
+    <message>
+        <source>RELEASE NOTES</source>
+        <translation>リリース ノート</translation>
+    </message>
+    <message>
+        <source>No update in %1 is for the camera %2.</source>
+        <translation>%1 にはカメラ %2 用の更新がありません。</translation>
+    </message>
+    <message>
+        <source>Several updates fit %1, and their versions cannot be compared; name one with --version (&apos;poolcli firmware match&apos; lists them).</source>
+        <translation>%1 に適合する更新が複数あり、バージョンを比較できません。--version で指定してください（&apos;poolcli firmware match&apos; で一覧表示）。</translation>
+    </message>
+    <message>
+        <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
+        <translation>%2 に適合するバージョン %1 の更新がありません。適合するものは &apos;poolcli firmware match&apos; で一覧表示されます。</translation>
+    </message>
+    <message>
+        <source>Several updates to version %1 fit %2.</source>
+        <translation>%2 に適合するバージョン %1 の更新が複数あります。</translation>
+    </message>
+    <message>
+        <source>upgrade</source>
+        <translation>アップグレード</translation>
+    </message>
+    <message>
+        <source>downgrade</source>
+        <translation>ダウングレード</translation>
+    </message>
+    <message>
+        <source>the same version again</source>
+        <translation>同じバージョンの再書き込み</translation>
+    </message>
+    <message>
+        <source>not known whether newer</source>
+        <translation>新しいかどうか不明</translation>
+    </message>
+    <message>
+        <source>This may be a downgrade, and there is no terminal to ask on; agree with --yes.</source>
+        <translation>ダウングレードの可能性がありますが、確認するための端末がありません。--yes で同意してください。</translation>
+    </message>
+    <message>
+        <source>The camera would get an older version, or one that may be older. Go on? [y/N]</source>
+        <translation>カメラには古いバージョン、または古い可能性のあるバージョンが書き込まれます。続行しますか? [y/N]</translation>
+    </message>
+    <message>
+        <source>Nothing was changed.</source>
+        <translation>何も変更されていません。</translation>
+    </message>
+    <message>
+        <source>Interrupted: the update ends when the present step is done. Leave the camera switched on.</source>
+        <translation>中断されました。現在のステップが終わると更新を終了します。カメラの電源を切らないでください。</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2 -&gt; %3 (%4)</source>
+        <translation>%1: ファームウェア %2 -&gt; %3 (%4)</translation>
+    </message>
+    <message>
+        <source>The firmware of %1 was not updated: %2</source>
+        <translation>%1 のファームウェアは更新されませんでした: %2</translation>
+    </message>
+    <message>
+        <source>%1 has firmware %2 now.</source>
+        <translation>%1 のファームウェアは %2 になりました。</translation>
+    </message>
+    <message>
+        <source>%1 was made.</source>
+        <translation>%1 を作成しました。</translation>
+    </message>
+    <message>
+        <source>Checking the camera</source>
+        <translation>カメラを確認しています</translation>
+    </message>
+    <message>
+        <source>Reading the package</source>
+        <translation>パッケージを読み込んでいます</translation>
+    </message>
+    <message>
+        <source>Writing a feature</source>
+        <translation>機能に書き込んでいます</translation>
+    </message>
+    <message>
+        <source>Executing a command</source>
+        <translation>コマンドを実行しています</translation>
+    </message>
+    <message>
+        <source>Checking a feature</source>
+        <translation>機能を確認しています</translation>
+    </message>
+    <message>
+        <source>Uploading a file</source>
+        <translation>ファイルを転送しています</translation>
+    </message>
+    <message>
+        <source>Restarting the camera</source>
+        <translation>カメラを再起動しています</translation>
+    </message>
+    <message>
+        <source>Updating</source>
+        <translation>更新しています</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 秒</translation>
+    </message>
+    <message>
+        <source>Estimated time: %1</source>
+        <translation>推定時間: %1</translation>
+    </message>
 </context>
 </TS>

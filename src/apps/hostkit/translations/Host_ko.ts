@@ -952,5 +952,157 @@
         <source>How long to grab; 2 by default</source>
         <translation>영상을 획득하는 시간. 기본값 2</translation>
     </message>
+    <message>
+        <source>Look into firmware packages and update cameras with them</source>
+        <translation>펌웨어 패키지를 살펴보고 카메라를 업데이트합니다</translation>
+    </message>
+    <message>
+        <source>The firmware package</source>
+        <translation>펌웨어 패키지</translation>
+    </message>
+    <message>
+        <source>List the updates of a package</source>
+        <translation>패키지의 업데이트를 나열합니다</translation>
+    </message>
+    <message>
+        <source>List the updates that fit a camera, newest first</source>
+        <translation>카메라에 맞는 업데이트를 최신순으로 나열합니다</translation>
+    </message>
+    <message>
+        <source>Write an update into a camera</source>
+        <translation>업데이트를 카메라에 기록합니다</translation>
+    </message>
+    <message>
+        <source>The version of the update; the newest that fits by default</source>
+        <translation>업데이트의 버전. 기본값은 맞는 것 중 최신 버전</translation>
+    </message>
+    <message>
+        <source>Do not ask before a downgrade</source>
+        <translation>다운그레이드 전에 묻지 않습니다</translation>
+    </message>
+    <message>
+        <source>Make a package of its description and its files</source>
+        <translation>설명과 파일로 패키지를 만듭니다</translation>
+    </message>
+    <message>
+        <source>The package&apos;s description, XML</source>
+        <translation>패키지 설명(XML)</translation>
+    </message>
+    <message>
+        <source>VERSION</source>
+        <translation>버전</translation>
+    </message>
+    <message>
+        <source>DESCRIPTION</source>
+        <translation>설명</translation>
+    </message>
+    <message>
+        <source>RELEASE NOTES</source>
+        <translation>릴리스 노트</translation>
+    </message>
+    <message>
+        <source>No update in %1 is for the camera %2.</source>
+        <translation>%1에는 카메라 %2용 업데이트가 없습니다.</translation>
+    </message>
+    <message>
+        <source>Several updates fit %1, and their versions cannot be compared; name one with --version (&apos;poolcli firmware match&apos; lists them).</source>
+        <translation>%1에 맞는 업데이트가 여러 개이며 버전을 비교할 수 없습니다. --version으로 하나를 지정하십시오(&apos;poolcli firmware match&apos;로 나열).</translation>
+    </message>
+    <message>
+        <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
+        <translation>%2에 맞는 버전 %1 업데이트가 없습니다. 맞는 것은 &apos;poolcli firmware match&apos;로 나열됩니다.</translation>
+    </message>
+    <message>
+        <source>Several updates to version %1 fit %2.</source>
+        <translation>%2에 맞는 버전 %1 업데이트가 여러 개입니다.</translation>
+    </message>
+    <message>
+        <source>upgrade</source>
+        <translation>업그레이드</translation>
+    </message>
+    <message>
+        <source>downgrade</source>
+        <translation>다운그레이드</translation>
+    </message>
+    <message>
+        <source>the same version again</source>
+        <translation>같은 버전 다시 쓰기</translation>
+    </message>
+    <message>
+        <source>not known whether newer</source>
+        <translation>더 새로운지 알 수 없음</translation>
+    </message>
+    <message>
+        <source>This may be a downgrade, and there is no terminal to ask on; agree with --yes.</source>
+        <translation>다운그레이드일 수 있으나 물어볼 터미널이 없습니다. --yes로 동의하십시오.</translation>
+    </message>
+    <message>
+        <source>The camera would get an older version, or one that may be older. Go on? [y/N]</source>
+        <translation>카메라에 이전 버전이거나 이전일 수 있는 버전이 기록됩니다. 계속하시겠습니까? [y/N]</translation>
+    </message>
+    <message>
+        <source>Nothing was changed.</source>
+        <translation>변경된 것이 없습니다.</translation>
+    </message>
+    <message>
+        <source>Interrupted: the update ends when the present step is done. Leave the camera switched on.</source>
+        <translation>중단됨: 현재 단계가 끝나면 업데이트가 종료됩니다. 카메라의 전원을 켜 두십시오.</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2 -&gt; %3 (%4)</source>
+        <translation>%1: 펌웨어 %2 -&gt; %3 (%4)</translation>
+    </message>
+    <message>
+        <source>The firmware of %1 was not updated: %2</source>
+        <translation>%1의 펌웨어가 업데이트되지 않았습니다: %2</translation>
+    </message>
+    <message>
+        <source>%1 has firmware %2 now.</source>
+        <translation>%1의 펌웨어는 이제 %2입니다.</translation>
+    </message>
+    <message>
+        <source>%1 was made.</source>
+        <translation>%1을(를) 만들었습니다.</translation>
+    </message>
+    <message>
+        <source>Checking the camera</source>
+        <translation>카메라 확인 중</translation>
+    </message>
+    <message>
+        <source>Reading the package</source>
+        <translation>패키지 읽는 중</translation>
+    </message>
+    <message>
+        <source>Writing a feature</source>
+        <translation>기능 쓰는 중</translation>
+    </message>
+    <message>
+        <source>Executing a command</source>
+        <translation>명령 실행 중</translation>
+    </message>
+    <message>
+        <source>Checking a feature</source>
+        <translation>기능 확인 중</translation>
+    </message>
+    <message>
+        <source>Uploading a file</source>
+        <translation>파일 업로드 중</translation>
+    </message>
+    <message>
+        <source>Restarting the camera</source>
+        <translation>카메라 다시 시작 중</translation>
+    </message>
+    <message>
+        <source>Updating</source>
+        <translation>업데이트 중</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1초</translation>
+    </message>
+    <message>
+        <source>Estimated time: %1</source>
+        <translation>예상 시간: %1</translation>
+    </message>
 </context>
 </TS>

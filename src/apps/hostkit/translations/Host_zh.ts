@@ -952,5 +952,157 @@
         <source>How long to grab; 2 by default</source>
         <translation>采集时长；默认 2</translation>
     </message>
+    <message>
+        <source>Look into firmware packages and update cameras with them</source>
+        <translation>查看固件包并用其更新相机</translation>
+    </message>
+    <message>
+        <source>The firmware package</source>
+        <translation>固件包</translation>
+    </message>
+    <message>
+        <source>List the updates of a package</source>
+        <translation>列出固件包中的更新</translation>
+    </message>
+    <message>
+        <source>List the updates that fit a camera, newest first</source>
+        <translation>列出适合相机的更新，最新的在前</translation>
+    </message>
+    <message>
+        <source>Write an update into a camera</source>
+        <translation>将更新写入相机</translation>
+    </message>
+    <message>
+        <source>The version of the update; the newest that fits by default</source>
+        <translation>更新的版本；默认为适合的最新版本</translation>
+    </message>
+    <message>
+        <source>Do not ask before a downgrade</source>
+        <translation>降级前不询问</translation>
+    </message>
+    <message>
+        <source>Make a package of its description and its files</source>
+        <translation>由描述文件及其文件制作固件包</translation>
+    </message>
+    <message>
+        <source>The package&apos;s description, XML</source>
+        <translation>固件包的描述 (XML)</translation>
+    </message>
+    <message>
+        <source>VERSION</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>DESCRIPTION</source>
+        <translation>描述</translation>
+    </message>
+    <message>
+        <source>RELEASE NOTES</source>
+        <translation>发行说明</translation>
+    </message>
+    <message>
+        <source>No update in %1 is for the camera %2.</source>
+        <translation>%1 中没有适用于相机 %2 的更新。</translation>
+    </message>
+    <message>
+        <source>Several updates fit %1, and their versions cannot be compared; name one with --version (&apos;poolcli firmware match&apos; lists them).</source>
+        <translation>有多个更新适合 %1，且无法比较其版本；请用 --version 指定一个（&apos;poolcli firmware match&apos; 可列出）。</translation>
+    </message>
+    <message>
+        <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
+        <translation>没有适合 %2 的版本 %1 更新；&apos;poolcli firmware match&apos; 可列出适合的更新。</translation>
+    </message>
+    <message>
+        <source>Several updates to version %1 fit %2.</source>
+        <translation>有多个版本 %1 的更新适合 %2。</translation>
+    </message>
+    <message>
+        <source>upgrade</source>
+        <translation>升级</translation>
+    </message>
+    <message>
+        <source>downgrade</source>
+        <translation>降级</translation>
+    </message>
+    <message>
+        <source>the same version again</source>
+        <translation>再次写入相同版本</translation>
+    </message>
+    <message>
+        <source>not known whether newer</source>
+        <translation>不确定是否更新</translation>
+    </message>
+    <message>
+        <source>This may be a downgrade, and there is no terminal to ask on; agree with --yes.</source>
+        <translation>这可能是降级，且没有可供询问的终端；请用 --yes 表示同意。</translation>
+    </message>
+    <message>
+        <source>The camera would get an older version, or one that may be older. Go on? [y/N]</source>
+        <translation>相机将得到较旧或可能较旧的版本。是否继续？[y/N]</translation>
+    </message>
+    <message>
+        <source>Nothing was changed.</source>
+        <translation>未作任何更改。</translation>
+    </message>
+    <message>
+        <source>Interrupted: the update ends when the present step is done. Leave the camera switched on.</source>
+        <translation>已中断：当前步骤完成后更新将结束。请保持相机通电。</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2 -&gt; %3 (%4)</source>
+        <translation>%1：固件 %2 -&gt; %3 (%4)</translation>
+    </message>
+    <message>
+        <source>The firmware of %1 was not updated: %2</source>
+        <translation>%1 的固件未更新：%2</translation>
+    </message>
+    <message>
+        <source>%1 has firmware %2 now.</source>
+        <translation>%1 的固件现在是 %2。</translation>
+    </message>
+    <message>
+        <source>%1 was made.</source>
+        <translation>已制作 %1。</translation>
+    </message>
+    <message>
+        <source>Checking the camera</source>
+        <translation>正在检查相机</translation>
+    </message>
+    <message>
+        <source>Reading the package</source>
+        <translation>正在读取固件包</translation>
+    </message>
+    <message>
+        <source>Writing a feature</source>
+        <translation>正在写入特性</translation>
+    </message>
+    <message>
+        <source>Executing a command</source>
+        <translation>正在执行命令</translation>
+    </message>
+    <message>
+        <source>Checking a feature</source>
+        <translation>正在检查特性</translation>
+    </message>
+    <message>
+        <source>Uploading a file</source>
+        <translation>正在上传文件</translation>
+    </message>
+    <message>
+        <source>Restarting the camera</source>
+        <translation>正在重启相机</translation>
+    </message>
+    <message>
+        <source>Updating</source>
+        <translation>正在更新</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 秒</translation>
+    </message>
+    <message>
+        <source>Estimated time: %1</source>
+        <translation>预计时间：%1</translation>
+    </message>
 </context>
 </TS>
