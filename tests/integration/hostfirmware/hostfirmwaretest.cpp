@@ -1,0 +1,246 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "camerapool/icameracontrolservice.h"
+#include "camerapool/icamerastatusservice.h"
+#include "camerapool/idevicefirmwareupdateservice.h"
+#include "genapi/firmwarepackagewriter.h"
+#include "integration/plugin/hostfixture.h"
+#include "simulator/firmware.h"
+
+#include <QMutex>
+#include <QThread>
+
+namespace
+{
+
+using namespace Plugin::CameraPool;
+using JobPtr = QSharedPointer<IDeviceFirmwareUpdate>;
+using UpdateInfos = QVector<QSharedPointer<IFirmwareUpdateInfo>>;
+
+/** The host with the checked-in example package, and a second client that only listens to the status service. */
+class HostFirmware : public ::Test::HostFixture
+{
+protected:
+    void SetUp() override
+    {
+        HostFixture::SetUp();
+        ASSERT_FALSE(HasFatalFailure());
+        ASSERT_TRUE(QFile::copy(QStringLiteral(EXAMPLE "/control.xml"), path("control.xml")));
+        for (const char* const version : {"1.5.0", "2.0.0"})
+        {
+            const auto image = Simulator::MakeFirmware(version, "EmuMono1280", 2000);
+            QFile file(path((std::string("emumono-") + version + ".bin").c_str()));
+            ASSERT_TRUE(file.open(QFile::WriteOnly));
+            file.write(reinterpret_cast<const char*>(image.data()), static_cast<qint64>(image.size()));
+        }
+        GenApi::CFirmwarePackageWriter().WritePackage(path("control.xml").toUtf8(), path("example.guf").toUtf8());
+        m_camera = cameras().value(0);
+        m_updates = service<IDeviceFirmwareUpdateService>()->getUpdates(path("example.guf"), QString());
+        ASSERT_EQ(m_updates.size(), 2);
+        listen();
+    }
+    QByteArray emulation() const override
+    {
+        return R"({"cameras": [{"serial": "FW-A", "firmware": "1.5.0", "bootTimeMs": 20)" + m_more +
+               R"(}, {"serial": "FW-B", "model": "Other"}]})";
+    }
+    QString path(const char* name) const { return m_folder.filePath(QString::fromLatin1(name)); }
+
+    void listen()
+    {
+        const auto status = service<ICameraStatusService>();
+        const auto* const pStatus = status.data();
+        const auto add = [this](const char* name)
+        {
+            return [this, name](const auto& info)
+            {
+                if (info == m_camera)
+                {
+                    m_heard.append(QString::fromLatin1(name));
+                }
+            };
+        };
+        QObject::connect(pStatus, &ICameraStatusService::deviceOpened, pStatus, add("opened"));
+        QObject::connect(pStatus, &ICameraStatusService::deviceClosing, pStatus, add("closing"));
+        QObject::connect(pStatus, &ICameraStatusService::deviceClosed, pStatus, add("closed"));
+        QObject::connect(pStatus, &ICameraStatusService::cameraDetached, pStatus, add("detached"));
+        QObject::connect(pStatus, &ICameraStatusService::cameraAttached, pStatus, add("attached"));
+        QObject::connect(pStatus, &ICameraStatusService::cameraConnectionLost, pStatus, add("lost"));
+    }
+    QString heard() { return std::exchange(m_heard, {}).join(QLatin1Char(' ')); }
+
+    JobPtr job(const QString& version)
+    {
+        for (const auto& update : qAsConst(m_updates))
+        {
+            if (update->getVersion() == version)
+            {
+                return service<IDeviceFirmwareUpdateService>()->update(m_camera, update);
+            }
+        }
+        return {};
+    }
+    /** On a thread of its own, as hosts do it; the main thread goes on. */
+    static bool apply(IDeviceFirmwareUpdate& job)
+    {
+        bool isDone = false;
+        const std::unique_ptr<QThread> thread(QThread::create([&] { isDone = job.apply(); }));
+        thread->start();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return thread->isFinished(); }, 60000));
+        return thread->wait(60000) && isDone;
+    }
+    void expectUpdate(const QString& version, EFirmwareUpdateDirection direction)
+    {
+        auto update = job(version);
+        ASSERT_FALSE(update.isNull()) << m_camera->errorString().toStdString();
+        EXPECT_EQ(update->getFirmwareUpdateDirection(), direction);
+        EXPECT_EQ(heard(), QStringLiteral("opened detached"));
+        EXPECT_FALSE(service<ICameraControlService>()->open(m_camera, false)) << "it is locked";
+        EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
+        EXPECT_EQ(update->getDeviceVersion(), version);
+        EXPECT_EQ(update->getFirmwareUpdateDirection(), EFirmwareUpdateDirection::Sidegrade);
+        EXPECT_EQ(heard(), QString());
+        update.clear();
+        EXPECT_EQ(heard(), QStringLiteral("attached closing closed"));
+    }
+    void expectOpenable()
+    {
+        EXPECT_TRUE(service<ICameraControlService>()->open(m_camera, false)) << m_camera->errorString().toStdString();
+        service<ICameraControlService>()->close(m_camera);
+    }
+
+    QByteArray m_more;
+    CameraInfoPtr m_camera;
+    UpdateInfos m_updates;
+    QStringList m_heard;
+};
+
+TEST_F(HostFirmware, upgradesRepeatsAndDowngrades)
+{
+    expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade);
+    expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Sidegrade);
+    expectUpdate(QStringLiteral("1.5.0"), EFirmwareUpdateDirection::Downgrade);
+    expectOpenable();
+}
+
+TEST_F(HostFirmware, listsWhatFitsNewestFirstAndClosesWhoeverHasTheCameraOpen)
+{
+    ASSERT_TRUE(service<ICameraControlService>()->open(m_camera, false));
+    heard();
+    UpdateInfos matching;
+    bool isSorted = false;
+    EXPECT_TRUE(
+        service<IDeviceFirmwareUpdateService>()->getUpdatesMatchingTheDevice(m_camera, m_updates, matching, isSorted));
+    EXPECT_TRUE(isSorted);
+    ASSERT_EQ(matching.size(), 2);
+    EXPECT_EQ(matching.first()->getVersion(), QStringLiteral("2.0.0"));
+    EXPECT_EQ(heard(), QStringLiteral("closing closed opened detached closing attached closed"));
+    EXPECT_TRUE(service<IDeviceFirmwareUpdateService>()->getUpdatesMatchingTheDevice(cameras().at(1), m_updates,
+                                                                                     matching, isSorted));
+    EXPECT_TRUE(matching.isEmpty());
+}
+
+/** A camera whose start with other firmware takes longer than two looks for it. */
+class HostFirmwareSlow : public HostFirmware
+{
+protected:
+    HostFirmwareSlow() { m_more = R"(, "firmwareBootTimeMs": 1750)"; }
+};
+
+TEST_F(HostFirmwareSlow, cameraComesBackAtTheThirdAttempt)
+{
+    static QStringList s_lines;
+    static QMutex s_mutex;
+    const auto previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text)
+        {
+            const QMutexLocker lock(&s_mutex);
+            s_lines.append(text);
+        });
+    expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade);
+    qInstallMessageHandler(previous);
+    EXPECT_TRUE(s_lines.contains(QStringLiteral("Waiting for device to reboot for 1000 ms.")));
+    EXPECT_TRUE(s_lines.contains(QStringLiteral("Trying to re-create the device (2).\n")));
+    EXPECT_FALSE(s_lines.contains(QStringLiteral("Trying to re-create the device (1).\n")));
+}
+
+/** A camera that is not to be had again after its reset. */
+class HostFirmwareGone : public HostFirmware
+{
+protected:
+    void expectGivenUp()
+    {
+        auto update = job(QStringLiteral("2.0.0"));
+        ASSERT_FALSE(update.isNull());
+        QString told;
+        QObject::connect(update.data(), &IDeviceFirmwareUpdate::firmwareUpdateError, m_camera.data(),
+                         [&](const QString& text) { told = text; });
+        EXPECT_EQ(heard(), QStringLiteral("opened detached"));
+        EXPECT_FALSE(apply(*update));
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(told, QStringLiteral("Could not rediscover device after reset."));
+        EXPECT_EQ(m_camera->errorString(), told);
+        EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("<unknown>"));
+        heard(); // a discovery pass may have missed the camera meanwhile
+        update.clear();
+    }
+};
+
+class HostFirmwareNever : public HostFirmwareGone
+{
+protected:
+    HostFirmwareNever() { m_more = R"(, "faults": {"afterReset": "never"})"; }
+};
+
+TEST_F(HostFirmwareNever, cameraThatNeverReturnsIsToldOfAsClosedOrGone)
+{
+    expectGivenUp();
+    const QString after = heard();
+    // The pass of every ten seconds drops the camera in the midst of the attempts, which take fifteen, or does not.
+    EXPECT_TRUE(after == QStringLiteral("attached closed") || after.isEmpty()) << after.toStdString();
+    EXPECT_FALSE(service<ICameraControlService>()->open(m_camera, false));
+}
+
+class HostFirmwareTwice : public HostFirmwareGone
+{
+protected:
+    HostFirmwareTwice() { m_more = R"(, "faults": {"afterReset": "twice"})"; }
+};
+
+TEST_F(HostFirmwareTwice, twoCamerasOfOneSerialNumberAreNotChosenFrom)
+{
+    expectGivenUp();
+    heard();
+    expectOpenable();
+}
+
+class HostFirmwarePowerLoss : public HostFirmware
+{
+protected:
+    HostFirmwarePowerLoss() { m_more = R"(, "faults": {"powerLossAtFileOperation": 3})"; }
+};
+
+TEST_F(HostFirmwarePowerLoss, cameraThatVanishesMidStepKeepsItsFirmwareAndCanBeTriedAgain)
+{
+    auto update = job(QStringLiteral("2.0.0"));
+    ASSERT_FALSE(update.isNull());
+    EXPECT_FALSE(apply(*update));
+    EXPECT_TRUE(m_camera->errorString().contains(QStringLiteral("The upload failed")))
+        << m_camera->errorString().toStdString();
+    update.clear();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&]
+        {
+            update = job(QStringLiteral("2.0.0"));
+            return !update.isNull();
+        },
+        20000))
+        << m_camera->errorString().toStdString();
+    ASSERT_FALSE(update.isNull());
+    EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("1.5.0"));
+    EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
+    EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("2.0.0"));
+}
+
+} // namespace

@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The CameraPool developers
+// SPDX-License-Identifier: MIT
+
+#include "integration/poolcli/poolcliprogram.h"
+
+#include <csignal>
+
+namespace
+{
+
+using PoolCliTest::SOutcome;
+
+/** The real program with the example package, made as the guide says. */
+class PoolCliFirmware : public PoolCliTest::PoolCliProgram
+{
+protected:
+    void SetUp() override
+    {
+        PoolCliProgram::SetUp();
+        writeCamera(QByteArray());
+        ASSERT_TRUE(QFile::copy(QStringLiteral(EXAMPLE "/control.xml"), path("control.xml")));
+        for (const char* const version : {"1.5.0", "2.0.0"})
+        {
+            const QString file = path((std::string("emumono-") + version + ".bin").c_str());
+            ASSERT_EQ(QProcess::execute(QStringLiteral(GIGECAMERA),
+                                        {"--make-firmware", version, "EmuMono1280", file, "--firmware-size", "4000"}),
+                      0);
+        }
+        const SOutcome outcome = firmware({"create", path("control.xml"), path("e.guf")});
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    }
+    void writeCamera(const QByteArray& more) const
+    {
+        writeData(R"({"cameras": [{"serial": "FW-A", "firmware": "1.7.0", "bootTimeMs": 20)" + more + "}]}");
+    }
+    QString path(const char* name) const { return m_folder.filePath(QString::fromLatin1(name)); }
+    SOutcome firmware(const QStringList& arguments) const { return run(QStringList{"firmware"} + arguments); }
+    SOutcome update(const QStringList& more) const
+    {
+        return firmware(QStringList{"update", path("e.guf"), "FW-A"} + more);
+    }
+    QString write(const char* name, const QByteArray& bytes) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QFile::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+    QByteArray package() const
+    {
+        QFile file(path("e.guf"));
+        EXPECT_TRUE(file.open(QFile::ReadOnly));
+        return file.readAll();
+    }
+    static QStringList versions(const SOutcome& outcome)
+    {
+        QStringList all;
+        const auto updates = outcome.json().array();
+        for (const auto& value : updates)
+        {
+            all.append(value.toObject().value("version").toString());
+        }
+        return all;
+    }
+    static void expectRefused(const SOutcome& outcome, const char* reason)
+    {
+        EXPECT_EQ(outcome.exitCode, 1) << outcome.out.toStdString();
+        EXPECT_TRUE(outcome.err.contains(reason)) << outcome.err.toStdString();
+    }
+};
+
+TEST_F(PoolCliFirmware, listsInTheFilesOrderAndMatchesNewestFirst)
+{
+    EXPECT_EQ(versions(firmware({"list", path("e.guf"), "--json"})), (QStringList{"1.5.0", "2.0.0"}));
+    const SOutcome table = firmware({"match", path("e.guf"), "FW-A"});
+    EXPECT_EQ(table.exitCode, 0) << table.err.toStdString();
+    EXPECT_TRUE(table.out.startsWith("VERSION")) << table.out.toStdString();
+    EXPECT_EQ(versions(firmware({"match", path("e.guf"), "--json"})), (QStringList{"2.0.0", "1.5.0"}));
+}
+
+TEST_F(PoolCliFirmware, updatesToTheNewestAndShowsEachStep)
+{
+    const SOutcome outcome = update({});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    const QString out = QString::fromUtf8(outcome.out);
+    EXPECT_TRUE(out.contains(QStringLiteral("firmware 1.7.0 -> 2.0.0 (upgrade)"))) << outcome.out.toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("Estimated time: ")));
+    EXPECT_TRUE(out.contains(QStringLiteral("\nUploading a file")));
+    EXPECT_TRUE(out.contains(QStringLiteral("\nRestarting the camera")));
+    EXPECT_TRUE(out.endsWith(QStringLiteral("has firmware 2.0.0 now.\n")));
+}
+
+TEST_F(PoolCliFirmware, downgradesOnlyWithConsent)
+{
+    expectRefused(update({"--version", "1.5.0"}), "--yes");
+    const SOutcome agreed = update({"--version", "1.5.0", "--yes"});
+    EXPECT_EQ(agreed.exitCode, 0) << agreed.err.toStdString();
+    EXPECT_TRUE(agreed.out.contains("1.7.0 -> 1.5.0 (downgrade)")) << agreed.out.toStdString();
+    expectRefused(update({"--version", "3.0"}), "No update to version 3.0");
+}
+
+TEST_F(PoolCliFirmware, badFilesAreRefusedWithTheirReason)
+{
+    expectRefused(firmware({"list", path("none.guf")}), "does not exist");
+    expectRefused(firmware({"list", write("text.guf", "no archive")}), "text.guf");
+    const QByteArray whole = package();
+    expectRefused(firmware({"update", write("half.guf", whole.left(whole.size() / 2)), "FW-A"}), "half.guf");
+    expectRefused(firmware({"create", path("none.xml"), path("new.guf")}), "none.xml");
+    EXPECT_EQ(firmware({}).exitCode, 2);
+    EXPECT_EQ(firmware({"list"}).exitCode, 2);
+}
+
+TEST_F(PoolCliFirmware, updateOfAnotherCameraIsRefused)
+{
+    writeCamera(R"(, "model": "Other")");
+    expectRefused(update({}), "No update in ");
+    expectRefused(firmware({"match", path("e.guf"), "FW-A", "--json"}), "is for the camera");
+}
+
+TEST_F(PoolCliFirmware, cameraInUseElsewhereIsRefusedWithItsOwner)
+{
+    writeCamera(R"(, "faults": {"refuseOpenOwner": "somebody"})");
+    expectRefused(update({}), "somebody");
+}
+
+TEST_F(PoolCliFirmware, cameraThatVanishesMidStepIsAFailureWithTheConsequence)
+{
+    writeCamera(R"(, "faults": {"powerLossAtFileOperation": 3})");
+    expectRefused(update({}), "The camera keeps the firmware that it has");
+}
+
+TEST_F(PoolCliFirmware, interruptEndsItBeforeTheNextStep)
+{
+    writeCamera(R"(, "faults": {"fileDelayMs": 100})");
+    QProcess process;
+    prepare(process);
+    process.start(QStringLiteral(POOLCLI), {"firmware", "update", path("e.guf"), "FW-A"});
+    QByteArray out;
+    while (!out.contains("Uploading") && process.waitForReadyRead(30000))
+    {
+        out += process.readAllStandardOutput();
+    }
+    ASSERT_TRUE(out.contains("Uploading")) << out.toStdString();
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    out += process.readAllStandardOutput();
+    const QByteArray errors = process.readAllStandardError();
+    EXPECT_EQ(process.exitCode(), 1) << out.toStdString();
+    EXPECT_TRUE(errors.contains("Leave the camera switched on")) << errors.toStdString();
+    EXPECT_TRUE(errors.contains("interrupted between two steps")) << errors.toStdString();
+    EXPECT_FALSE(out.contains("Restarting")) << out.toStdString();
+}
+
+} // namespace
