@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "integration/poolcli/poolcliprogram.h"
+#include "support/cameraprogram.h"
 
 #include <csignal>
 
@@ -149,6 +150,52 @@ TEST_F(PoolCliFirmware, interruptEndsItBeforeTheNextStep)
     EXPECT_TRUE(errors.contains("Leave the camera switched on")) << errors.toStdString();
     EXPECT_TRUE(errors.contains("interrupted between two steps")) << errors.toStdString();
     EXPECT_FALSE(out.contains("Restarting")) << out.toStdString();
+}
+
+/** The same over the network: a camera keeps its firmware between two runs of the program. */
+class PoolCliFirmwareGigE : public PoolCliFirmware
+{
+protected:
+    PoolCliFirmwareGigE() { m_gigeAdapters = QStringLiteral("127.0.0.1"); }
+    std::string cameraFile() const
+    {
+        return write("gige.json", R"({"cameras": [{"serial": "GC-1", "model": "EmuMono1280", "firmware": "1.7.0",
+                                      "bootTimeMs": 300}]})")
+            .toStdString();
+    }
+    SOutcome updateGigE(const QStringList& more) const
+    {
+        return firmware(QStringList{"update", path("e.guf"), "GC-1"} + more);
+    }
+};
+
+TEST_F(PoolCliFirmwareGigE, upgradesThenWritesTheSameThenDowngrades)
+{
+    const ::Test::CCameraProgram camera({"--config", cameraFile()});
+    const SOutcome up = updateGigE({});
+    EXPECT_EQ(up.exitCode, 0) << up.err.toStdString();
+    EXPECT_TRUE(up.out.contains("1.7.0 -> 2.0.0 (upgrade)")) << up.out.toStdString();
+    EXPECT_TRUE(up.out.endsWith("has firmware 2.0.0 now.\n")) << up.out.toStdString();
+    const SOutcome same = updateGigE({});
+    EXPECT_EQ(same.exitCode, 0) << same.err.toStdString();
+    EXPECT_TRUE(same.out.contains("2.0.0 -> 2.0.0 (the same version again)")) << same.out.toStdString();
+    const SOutcome down = updateGigE({"--version", "1.5.0", "--yes"});
+    EXPECT_EQ(down.exitCode, 0) << down.err.toStdString();
+    EXPECT_TRUE(down.out.endsWith("has firmware 1.5.0 now.\n")) << down.out.toStdString();
+}
+
+TEST_F(PoolCliFirmwareGigE, cameraThatAnotherProgramControlsIsRefused)
+{
+    const ::Test::CCameraProgram camera({"--config", cameraFile()});
+    QProcess other;
+    prepare(other);
+    other.start(QStringLiteral(POOLCLI), {"stats", "GC-1", "--seconds", "60"});
+    ASSERT_TRUE(other.waitForReadyRead(30000)) << other.readAllStandardError().toStdString();
+    const SOutcome outcome = updateGigE({});
+    EXPECT_EQ(outcome.exitCode, 1) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.err.contains("could not be opened")) << outcome.err.toStdString();
+    ::kill(static_cast<pid_t>(other.processId()), SIGINT);
+    EXPECT_TRUE(other.waitForFinished(30000));
 }
 
 } // namespace

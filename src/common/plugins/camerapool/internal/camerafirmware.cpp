@@ -109,7 +109,7 @@ void CCamera::lendVelmoDevice(CUpdatableDevice& borrower)
         GENICAM_THROW(RuntimeException, "The camera cannot be reached.");
     }
     borrower.attach(device.get());
-    device.release();
+    static_cast<void>(device.release());
 }
 
 void CCamera::takeVelmoDeviceBack(CUpdatableDevice& borrower, bool wasOpen)
@@ -150,7 +150,7 @@ bool CCamera::reattachVelmoDevice(CUpdatableDevice& borrower)
         return false;
     }
     m_pVelmoDevice->Attach(device.get(), Velmo::Cleanup_Delete);
-    device.release();
+    static_cast<void>(device.release());
     if (!m_pVelmoDevice->IsOpen())
     {
         return false;

@@ -86,7 +86,8 @@ bool CDeviceFirmwareUpdateService::getUpdatesMatchingTheDevice(const QSharedPoin
                                                                const UpdateInfos& updates, UpdateInfos& matching,
                                                                bool& sorted)
 {
-    const UpdateInfos all = updates; // matching may be the same list
+    // A copy: matching may be the same list.
+    const UpdateInfos all = updates; // NOLINT(performance-unnecessary-copy-initialization)
     matching.resize(0);
     sorted = false;
     if (all.isEmpty())
