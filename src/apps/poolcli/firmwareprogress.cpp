@@ -6,6 +6,8 @@
 #include "poolcli/output.h"
 #include "poolcli/texts.h"
 
+#include <utility>
+
 namespace PoolCli
 {
 
@@ -59,6 +61,7 @@ CFirmwareProgress::CFirmwareProgress(const IDeviceFirmwareUpdate& job) : m_isDra
     connect(&job, &IDeviceFirmwareUpdate::firmwareUpdateProgressStepProgressChanged, this,
             [this](EStep /*step*/, double percent) { onPercent(percent); });
     connect(&job, &IDeviceFirmwareUpdate::firmwareUpdateProgressStepDone, this, [this] { onStepDone(); });
+    connect(&job, &IDeviceFirmwareUpdate::firmwareUpdateError, this, [this] { endBar(); });
 }
 
 void CFirmwareProgress::onBegin(unsigned int estimatedMs)
@@ -96,12 +99,21 @@ void CFirmwareProgress::onStepDone()
     if (m_isDrawn)
     {
         draw(wholePercent);
+        endBar();
+    }
+}
+
+void CFirmwareProgress::endBar()
+{
+    if (std::exchange(m_isBarOpen, false))
+    {
         printLine(QString());
     }
 }
 
-void CFirmwareProgress::draw(double percent) const
+void CFirmwareProgress::draw(double percent)
 {
+    m_isBarOpen = true;
     const int done = qBound(0, static_cast<int>(percent * barWidth / wholePercent), barWidth);
     printOver(QStringLiteral("[%1%2] %3 %  %4")
                   .arg(QString(done, QLatin1Char('#')), QString(barWidth - done, QLatin1Char('.')))

@@ -20,6 +20,8 @@ class CFirmwareProgress : public QObject
     Q_OBJECT
 public:
     explicit CFirmwareProgress(const Plugin::CameraPool::IDeviceFirmwareUpdate& job);
+    /** What is printed next begins a line of its own. */
+    void endBar();
 
 private:
     using EStep = Plugin::CameraPool::EFirmwareUpdateStep;
@@ -28,11 +30,12 @@ private:
     void onStepBegin(EStep step, unsigned int estimatedMs, const QString& description);
     void onPercent(double percent);
     void onStepDone();
-    void draw(double percent) const;
+    void draw(double percent);
 
     const bool m_isDrawn;
     QString m_step;
     int m_percent = 0; // drawn last
+    bool m_isBarOpen = false;
 };
 
 /** What a step is called where the package does not say. */

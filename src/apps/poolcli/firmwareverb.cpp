@@ -217,7 +217,7 @@ void askBeforeDowngrade(CSession& session, const SOptions& options, EFirmwareUpd
 /** Applies the update on a thread of its own, so that signals are shown and Ctrl-C is heard meanwhile. */
 bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job)
 {
-    const CFirmwareProgress progress(job);
+    CFirmwareProgress progress(job);
     bool isDone = false;
     bool isFinished = false;
     const std::unique_ptr<QThread> thread(QThread::create([&] { isDone = job.apply(); }));
@@ -230,6 +230,7 @@ bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job)
         if (outputError() == 0)
         {
             thread->requestInterruption();
+            progress.endBar();
             printError(CTexts::tr("Interrupted: the update ends when the present step is done. Leave the camera "
                                   "switched on."));
         }
