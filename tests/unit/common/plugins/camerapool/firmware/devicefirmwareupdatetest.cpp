@@ -7,6 +7,8 @@
 #include <QMetaEnum>
 #include <QThread>
 
+#include <thread>
+
 namespace
 {
 
@@ -181,14 +183,13 @@ TEST_F(FirmwareJob, signalsCrossThreadsQueued)
                      [&](const UpdateInfoPtr& info, unsigned int) { told = info; });
     QObject::connect(job.data(), &IDeviceFirmwareUpdate::firmwareUpdateProgressStepDone, &context,
                      [&](EFirmwareUpdateStep done, unsigned int) { step = done; });
-    const std::unique_ptr<QThread> thread(QThread::create(
+    std::thread thread(
         [&]
         {
             job->OnFirmwareUpdateBegin(GenApi::CFirmwareUpdateInfo(), 90);
             job->OnFirmwareUpdateProgressStepEnd(GenApi::EFirmwareUpdateStepType::DeviceReset, 1);
-        }));
-    thread->start();
-    thread->wait();
+        });
+    thread.join();
     EXPECT_TRUE(told.isNull());
     EXPECT_TRUE(::Test::waitUntil([&] { return step == EFirmwareUpdateStep::DeviceReset; }));
     EXPECT_EQ(told, job->getFirmwareUpdateInfoToApply());
@@ -274,9 +275,8 @@ TEST_F(FirmwareJob, interruptedThreadEndsBeforeTheNextStep)
         },
         Qt::DirectConnection);
     bool isDone = true;
-    const std::unique_ptr<QThread> thread(QThread::create([&] { isDone = update->apply(); }));
-    thread->start();
-    ASSERT_TRUE(thread->wait(30000));
+    std::thread thread([&] { isDone = update->apply(); }); // the sanitizer knows its start and its end
+    thread.join();
     EXPECT_FALSE(isDone);
     EXPECT_EQ(m_transport->GetLastWrite(s_serial, "TriggerMode"), "1") << "the step that had begun";
     EXPECT_EQ(m_transport->GetLastWrite(s_serial, "ExposureTime"), "");
