@@ -69,6 +69,8 @@ TEST_F(HostOnTwoGigECameras, theDeathOfOneCostsTheOtherNoImage)
     m_pHost->stream().startGrabbing(second);
     ASSERT_TRUE(ofFirst.waitFor(20) && ofSecond.waitFor(20));
 
+    // A search that misses the camera first would tell that it is gone, and no loss.
+    m_pHost->enumeration().setEnumerationEnabled(false);
     QElapsedTimer sinceDeath;
     m_pCamera->Kill();
     sinceDeath.start();
@@ -96,10 +98,12 @@ TEST_P(HostOnRebootingGigECamera, comesBackWithTheSameRecordAndTheNextGrabWorks)
     QSignalSpy closed(&m_pHost->status(), &ICameraStatusService::deviceClosed);
     m_pHost->stream().startGrabbing(m_info);
     ASSERT_TRUE(images.waitFor(10));
+    m_pHost->enumeration().setEnumerationEnabled(false); // as above
     GenApi::CCommandPtr(m_pNodes->GetNode("DeviceReset"))->Execute();
     ASSERT_TRUE(lost.count() > 0 || lost.wait(lossLimitMs));
     EXPECT_EQ(lost.first().first().value<CameraInfoPtr>(), m_info);
     ASSERT_TRUE(closed.count() > 0 || closed.wait(limitMs));
+    m_pHost->enumeration().setEnumerationEnabled(true);
 
     ASSERT_TRUE(waitFor([this] { return named("GC-1") == m_info; })) << "it did not come back";
     ASSERT_TRUE(m_pHost->control().open(m_info, false)) << m_info->errorString().toStdString();
