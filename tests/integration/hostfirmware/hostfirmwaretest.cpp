@@ -7,9 +7,12 @@
 #include "genapi/firmwarepackagewriter.h"
 #include "integration/plugin/hostfixture.h"
 #include "simulator/firmware.h"
+#include "support/cameraprogram.h"
 
 #include <QMutex>
 #include <QThread>
+
+#include <optional>
 
 namespace
 {
@@ -18,12 +21,22 @@ using namespace Plugin::CameraPool;
 using JobPtr = QSharedPointer<IDeviceFirmwareUpdate>;
 using UpdateInfos = QVector<QSharedPointer<IFirmwareUpdateInfo>>;
 
+enum class ETransport
+{
+    Emulation,
+    GigE // a program of its own, over loopback
+};
+
 /** The host with the checked-in example package, and a second client that only listens to the status service. */
-class HostFirmware : public ::Test::HostFixture
+class HostFirmware : public ::Test::HostFixture, public ::testing::WithParamInterface<ETransport>
 {
 protected:
     void SetUp() override
     {
+        if (isGigE())
+        {
+            startProgram(camerasAsData());
+        }
         HostFixture::SetUp();
         ASSERT_FALSE(HasFatalFailure());
         ASSERT_TRUE(QFile::copy(QStringLiteral(EXAMPLE "/control.xml"), path("control.xml")));
@@ -40,10 +53,22 @@ protected:
         ASSERT_EQ(m_updates.size(), 2);
         listen();
     }
-    QByteArray emulation() const override
+    static bool isGigE() { return GetParam() == ETransport::GigE; }
+    QByteArray adapters() const override { return isGigE() ? "127.0.0.1" : "none"; }
+    QByteArray emulation() const override { return isGigE() ? QByteArray(R"({"cameras": []})") : camerasAsData(); }
+    QByteArray camerasAsData() const
     {
         return R"({"cameras": [{"serial": "FW-A", "firmware": "1.5.0", "bootTimeMs": 20)" + m_more +
                R"(}, {"serial": "FW-B", "model": "Other"}]})";
+    }
+    void startProgram(const QByteArray& data)
+    {
+        QFile file(path("gige.json"));
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(data);
+        file.close();
+        m_program.reset(); // the addresses are taken until it is gone
+        m_program.emplace(std::vector<std::string>{"--config", path("gige.json").toStdString(), "--count", "2"}, 2);
     }
     QString path(const char* name) const { return m_folder.filePath(QString::fromLatin1(name)); }
 
@@ -90,19 +115,37 @@ protected:
         EXPECT_TRUE(QTest::qWaitFor([&] { return thread->isFinished(); }, 60000));
         return thread->wait(60000) && isDone;
     }
+    /** What the second client is told of the camera when it asks. */
+    bool isOpen() const { return service<ICameraStatusService>()->isDeviceOpen(m_camera); }
     void expectUpdate(const QString& version, EFirmwareUpdateDirection direction)
     {
+        EXPECT_FALSE(isOpen());
         auto update = job(version);
         ASSERT_FALSE(update.isNull()) << m_camera->errorString().toStdString();
         EXPECT_EQ(update->getFirmwareUpdateDirection(), direction);
         EXPECT_EQ(heard(), QStringLiteral("opened detached"));
+        EXPECT_TRUE(isOpen());
         EXPECT_FALSE(service<ICameraControlService>()->open(m_camera, false)) << "it is locked";
+        int steps = 0;
+        QObject::connect(
+            update.data(), &IDeviceFirmwareUpdate::firmwareUpdateProgressStepBegin, m_camera.data(),
+            [&]
+            {
+                ++steps;
+                EXPECT_FALSE(isOpen()) << "the update has its device";
+                EXPECT_EQ(heard(), QString());
+                EXPECT_FALSE(service<ICameraControlService>()->open(m_camera, false));
+            },
+            Qt::BlockingQueuedConnection);
         EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
+        EXPECT_EQ(steps, 7);
         EXPECT_EQ(update->getDeviceVersion(), version);
         EXPECT_EQ(update->getFirmwareUpdateDirection(), EFirmwareUpdateDirection::Sidegrade);
         EXPECT_EQ(heard(), QString());
+        EXPECT_TRUE(isOpen());
         update.clear();
         EXPECT_EQ(heard(), QStringLiteral("attached closing closed"));
+        EXPECT_FALSE(isOpen());
     }
     void expectOpenable()
     {
@@ -110,13 +153,14 @@ protected:
         service<ICameraControlService>()->close(m_camera);
     }
 
+    std::optional<::Test::CCameraProgram> m_program; // of GigE cameras
     QByteArray m_more;
     CameraInfoPtr m_camera;
     UpdateInfos m_updates;
     QStringList m_heard;
 };
 
-TEST_F(HostFirmware, upgradesRepeatsAndDowngrades)
+TEST_P(HostFirmware, upgradesRepeatsAndDowngrades)
 {
     expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade);
     expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Sidegrade);
@@ -124,7 +168,7 @@ TEST_F(HostFirmware, upgradesRepeatsAndDowngrades)
     expectOpenable();
 }
 
-TEST_F(HostFirmware, listsWhatFitsNewestFirstAndClosesWhoeverHasTheCameraOpen)
+TEST_P(HostFirmware, listsWhatFitsNewestFirstAndClosesWhoeverHasTheCameraOpen)
 {
     ASSERT_TRUE(service<ICameraControlService>()->open(m_camera, false));
     heard();
@@ -141,22 +185,38 @@ TEST_F(HostFirmware, listsWhatFitsNewestFirstAndClosesWhoeverHasTheCameraOpen)
     EXPECT_TRUE(matching.isEmpty());
 }
 
-/** A camera whose start with other firmware takes longer than two looks for it. */
+/** A camera whose start with other firmware takes longer than two looks for it; over the network, where a look takes
+ *  its time, one that does not come back until it is switched on again. */
 class HostFirmwareSlow : public HostFirmware
 {
 protected:
-    HostFirmwareSlow() { m_more = R"(, "firmwareBootTimeMs": 1750)"; }
+    HostFirmwareSlow() { m_more = isGigE() ? R"(, "firmwareBootTimeMs": 60000)" : R"(, "firmwareBootTimeMs": 1750)"; }
 };
 
-TEST_F(HostFirmwareSlow, cameraComesBackAtTheThirdAttempt)
+TEST_P(HostFirmwareSlow, cameraComesBackAtTheThirdAttempt)
 {
     static QStringList s_lines;
     static QMutex s_mutex;
+    static std::function<void()> s_atThird; // on the thread that looks for the camera, before it waits
+    s_lines.clear();
+    s_atThird = [] {
+    };
+    if (isGigE())
+    {
+        s_atThird = [this]
+        {
+            startProgram(camerasAsData().replace("1.5.0", "2.0.0"));
+        };
+    }
     const auto previous = qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext&, const QString& text)
         {
             const QMutexLocker lock(&s_mutex);
             s_lines.append(text);
+            if (text == QStringLiteral("Waiting (2)\n"))
+            {
+                s_atThird();
+            }
         });
     expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade);
     qInstallMessageHandler(previous);
@@ -182,8 +242,13 @@ protected:
         EXPECT_EQ(told, QStringLiteral("Could not rediscover device after reset."));
         EXPECT_EQ(m_camera->errorString(), told);
         EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("<unknown>"));
-        heard(); // a discovery pass may have missed the camera meanwhile
+        EXPECT_FALSE(isOpen());
+        EXPECT_EQ(heard(), QString()) << "it is locked";
         update.clear();
+        EXPECT_FALSE(isOpen());
+        // The pass of every ten seconds drops the camera in the midst of the attempts, which take fifteen, or does not.
+        const QString after = heard();
+        EXPECT_TRUE(after == QStringLiteral("attached") || after.isEmpty()) << after.toStdString();
     }
 };
 
@@ -193,12 +258,9 @@ protected:
     HostFirmwareNever() { m_more = R"(, "faults": {"afterReset": "never"})"; }
 };
 
-TEST_F(HostFirmwareNever, cameraThatNeverReturnsIsToldOfAsClosedOrGone)
+TEST_P(HostFirmwareNever, cameraThatNeverReturnsIsGivenBackClosedOrIsGone)
 {
     expectGivenUp();
-    const QString after = heard();
-    // The pass of every ten seconds drops the camera in the midst of the attempts, which take fifteen, or does not.
-    EXPECT_TRUE(after == QStringLiteral("attached closed") || after.isEmpty()) << after.toStdString();
     EXPECT_FALSE(service<ICameraControlService>()->open(m_camera, false));
 }
 
@@ -208,10 +270,9 @@ protected:
     HostFirmwareTwice() { m_more = R"(, "faults": {"afterReset": "twice"})"; }
 };
 
-TEST_F(HostFirmwareTwice, twoCamerasOfOneSerialNumberAreNotChosenFrom)
+TEST_P(HostFirmwareTwice, twoCamerasOfOneSerialNumberAreNotChosenFrom)
 {
     expectGivenUp();
-    heard();
     expectOpenable();
 }
 
@@ -221,7 +282,7 @@ protected:
     HostFirmwarePowerLoss() { m_more = R"(, "faults": {"powerLossAtFileOperation": 3})"; }
 };
 
-TEST_F(HostFirmwarePowerLoss, cameraThatVanishesMidStepKeepsItsFirmwareAndCanBeTriedAgain)
+TEST_P(HostFirmwarePowerLoss, cameraThatVanishesMidStepKeepsItsFirmwareAndCanBeTriedAgain)
 {
     auto update = job(QStringLiteral("2.0.0"));
     ASSERT_FALSE(update.isNull());
@@ -242,5 +303,16 @@ TEST_F(HostFirmwarePowerLoss, cameraThatVanishesMidStepKeepsItsFirmwareAndCanBeT
     EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
     EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("2.0.0"));
 }
+
+const auto transports = ::testing::Values(ETransport::Emulation, ETransport::GigE);
+const auto names = [](const auto& info)
+{
+    return info.param == ETransport::GigE ? "GigE" : "Emulation";
+};
+INSTANTIATE_TEST_SUITE_P(Over, HostFirmware, transports, names);
+INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareSlow, transports, names);
+INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareNever, transports, names);
+INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareTwice, transports, names);
+INSTANTIATE_TEST_SUITE_P(Over, HostFirmwarePowerLoss, transports, names);
 
 } // namespace

@@ -32,7 +32,7 @@ protected:
         file.write(emulation());
         file.close();
         qputenv("CAMERAPOOL_EMULATION_FILE", QFile::encodeName(name));
-        qputenv("CAMERAPOOL_GIGE_ADAPTERS", "none");
+        qputenv("CAMERAPOOL_GIGE_ADAPTERS", adapters());
         for (const QString& folder : pluginFolders())
         {
             m_manager->addFolder(folder);
@@ -46,6 +46,8 @@ protected:
     {
         return R"({"cameras": [{"serial": "LIFE-A", "model": "Mono"}, {"serial": "LIFE-B", "model": "Mono"}]})";
     }
+    /** Where GigE cameras are searched. */
+    virtual QByteArray adapters() const { return "none"; }
     void TearDown() override { qunsetenv("CAMERAPOOL_EMULATION_FILE"); }
 
     template <class T> QSharedPointer<T> service() const

@@ -183,8 +183,14 @@ private:
         {
             throw;
         }
-        throw Exception(std::string("The upload failed: ") + e.GetDescription() + ". " + Consequence(),
-                        e.GetSourceFileName(), e.GetSourceLine());
+        std::string reason = e.GetDescription();
+        // Some texts of transports end as sentences do.
+        while (!reason.empty() && (reason.back() == '.' || reason.back() == ' ' || reason.back() == '\n'))
+        {
+            reason.pop_back();
+        }
+        throw Exception("The upload failed: " + reason + ". " + Consequence(), e.GetSourceFileName(),
+                        e.GetSourceLine());
     }
 
     const char* Consequence() const

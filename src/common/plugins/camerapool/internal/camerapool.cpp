@@ -169,11 +169,6 @@ bool CCameraPool::unlock(QSharedPointer<ICamera> camera)
     connectRelays(camera.data());
     m_lockedCameras.removeAll(camera);
     emit cameraAttached(info);
-    if (!camera->isOpen())
-    {
-        // All have heard that it was opened, and nobody that it was closed while it was locked.
-        emit deviceClosed(info);
-    }
     return true;
 }
 

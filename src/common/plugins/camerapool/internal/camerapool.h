@@ -49,8 +49,8 @@ public:
     QSharedPointer<ICamera> tryLock(QSharedPointer<ICameraInfo> info);
     /** Opens and locks a closed camera; null when it is open already or cannot be opened. */
     QSharedPointer<ICamera> openCameraExclusive(QSharedPointer<ICameraInfo> info);
-    /** Gives a locked camera back; false when it is not locked. One that was closed or lost its device meanwhile, as
-     *  a failed firmware update may leave it, is then told of as closed. */
+    /** Gives a locked camera back; false when it is not locked. One that was closed meanwhile, as a failed firmware
+     *  update may leave it, is not told of as closed: whoever hears cameraAttached() asks isDeviceOpen(). */
     bool unlock(QSharedPointer<ICamera> camera);
 
     void stopGrabbingAll();

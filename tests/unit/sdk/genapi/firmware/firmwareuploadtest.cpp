@@ -140,6 +140,19 @@ TEST_F(FirmwareUpload, theUserIsToldWhatAFailureMeansForTheCamera)
     EXPECT_THAT(Upload(), HasSubstr("leave it switched on and apply the update again"));
 }
 
+TEST_F(FirmwareUpload, aReasonThatIsASentenceGetsNoSecondFullStop)
+{
+    camera.onWrite = [](std::int64_t address)
+    {
+        if (address == CFirmwareCamera::Buffer)
+        {
+            GENICAM_THROW(RuntimeException, "The camera lost its power.");
+        }
+    };
+    EXPECT_EQ(Upload(), "The upload failed: The camera lost its power. The camera may be without working firmware; "
+                        "leave it switched on and apply the update again");
+}
+
 TEST_F(FirmwareUpload, aFileThatWasLeftOpenIsClosedFirst)
 {
     camera.isOpen = true;

@@ -127,7 +127,8 @@ TEST_F(CameraFirmware, deviceThatNeverReturnsLeavesAClosedCamera)
     EXPECT_EQ(order(), QString()) << "it is locked: the pool hears nothing";
     EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
     m_pool->unlock(m_camera);
-    EXPECT_EQ(order(), QStringLiteral("cameraAttached deviceClosed"));
+    EXPECT_EQ(order(), QStringLiteral("cameraAttached"));
+    EXPECT_FALSE(m_pool->isDeviceOpen(m_info));
     expectClosedAndOpenable();
 }
 

@@ -157,6 +157,18 @@ TEST_F(CameraPoolExclusive, unlockGivesTheCameraBackToTheRelays)
     EXPECT_EQ(order(), QStringLiteral("cameraAttached deviceClosed"));
 }
 
+TEST_F(CameraPoolExclusive, unlockOfACameraThatWasClosedMeanwhileTellsOnlyThatItIsBack)
+{
+    m_pool->openDevice(m_info, false);
+    const auto locked = m_pool->tryLock(m_info);
+    m_order.clear();
+    locked->close();
+    EXPECT_EQ(order(), QString()) << "it is locked";
+    EXPECT_TRUE(m_pool->unlock(locked));
+    EXPECT_EQ(order(), QStringLiteral("cameraAttached"));
+    EXPECT_FALSE(m_pool->isDeviceOpen(m_info));
+}
+
 TEST_F(CameraPoolExclusive, everySignalIsRelayedOnceAfterLockingAndUnlocking)
 {
     m_pool->openDevice(m_info, false);
