@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "genapi/inodemap.h"
+#include "integration/gigecamera/messagepeer.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
 #include "support/cameraprogram.h"
@@ -13,12 +14,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <poll.h>
-
 using namespace Velmo;
 using GigE::Internal::CUdpSocket;
 using Test::CCameraProgram;
 using Test::CGvcpPeer;
+using Test::CMessagePeer;
 using Test::CWaitBox;
 using Test::WriteConfig;
 using namespace std::chrono_literals;
@@ -30,40 +30,6 @@ constexpr std::uint32_t Camera = 0x7F000001;
 constexpr std::uint32_t OtherAddress = 0x7F000009;
 
 const char* const TestIsOn = "\"EventNotification[Test]\": \"On\"";
-
-/** The application's end of a message channel, by hand. */
-class CMessagePeer
-{
-public:
-    CMessagePeer() { EXPECT_TRUE(m_socket.Bind(Camera)); }
-    void Open(CGvcpPeer& controller, std::uint32_t timeoutMs, std::uint32_t retries)
-    {
-        EXPECT_EQ(controller.Write(Gvbs::ControlChannelPrivilege, Gvbs::CcpControlAccess), Gvcp::EStatus::Success);
-        EXPECT_EQ(controller.Write(Gvbs::MessageChannelDestination, Camera), Gvcp::EStatus::Success);
-        EXPECT_EQ(controller.Write(Gvbs::MessageChannelTransmissionTimeout, timeoutMs), Gvcp::EStatus::Success);
-        EXPECT_EQ(controller.Write(Gvbs::MessageChannelRetryCount, retries), Gvcp::EStatus::Success);
-        EXPECT_EQ(controller.Write(Gvbs::MessageChannelPort, m_socket.GetPort()), Gvcp::EStatus::Success);
-    }
-    /** Empty when none came in time. */
-    Gvcp::Bytes Receive(std::chrono::milliseconds limit)
-    {
-        pollfd entry{m_socket.GetDescriptor(), POLLIN, 0};
-        Gvcp::Bytes data(1000);
-        std::uint32_t ip = 0;
-        const bool isReady = poll(&entry, 1, static_cast<int>(limit.count())) > 0;
-        data.resize(isReady ? m_socket.Receive(data.data(), data.size(), ip, m_senderPort) : 0);
-        return data;
-    }
-    void Acknowledge(std::uint16_t id)
-    {
-        m_socket.Send(Gvcp::EncodePlainAck(id, Gvcp::ECommand::EventAck, Gvcp::EStatus::Success), Camera, m_senderPort);
-    }
-    std::uint16_t GetSenderPort() const { return m_senderPort; }
-
-private:
-    CUdpSocket m_socket;
-    std::uint16_t m_senderPort = 0;
-};
 
 void GenerateTest(CGvcpPeer& controller)
 {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
+#include "integration/gigecamera/messagepeer.h"
 #include "protocols/chunks.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
@@ -149,6 +150,42 @@ TEST(Packets, independentDissectorFindsNothingMalformedInASession)
     EXPECT_GT(streamed, 4 * ImageBytes / 8000);
     EXPECT_THAT(text, HasSubstr("udp:gvcp"));
     EXPECT_THAT(text, Not(HasSubstr("alformed"))) << text;
+}
+
+TEST(Packets, independentDissectorReadsTheEventsOfAMessageChannel)
+{
+    const CCameraProgram cameras(
+        {"--config", WriteConfig("\"AcquisitionMode\": \"SingleFrame\", \"EventNotification[Test]\": "
+                                 "\"On\", \"EventNotification[ExposureEnd]\": \"On\"")});
+    CGvcpPeer controller;
+    CMessagePeer messages;
+    messages.Open(controller, 3000, 2);
+    Execute(controller, Register::TestEventGenerate);
+    ASSERT_FALSE(messages.Receive(5s).empty());
+    messages.Acknowledge(1);
+    Execute(controller, Register::AcquisitionStart);
+    ASSERT_FALSE(messages.Receive(5s).empty());
+    messages.Acknowledge(2, Gvcp::ECommand::EventDataAck);
+    EXPECT_EQ(controller.Write(Gvbs::ControlChannelPrivilege, 0), EStatus::Success);
+
+    std::vector<SDatagram> session = controller.GetDatagrams();
+    session.insert(session.end(), messages.GetDatagrams().begin(), messages.GetDatagrams().end());
+    const std::string file = WriteCapture(session);
+    const std::string channel = "udp.port==" + std::to_string(messages.GetSenderPort());
+    std::vector<std::string> command{"tshark", "-r", file, "-d", "udp.port==3956,gvcp", "-d", channel + ",gvcp"};
+    command.insert(command.end(),
+                   {"-Y", channel + " or _ws.malformed or _ws.expert", "-T", "fields", "-E", "separator=,"});
+    for (const char* field : {"gvcp.cmd.command", "gvcp.ack", "gvcp.cmd.event.devicespecificid",
+                              "gvcp.cmd.eventdata.data", "_ws.malformed", "_ws.expert.message"})
+    {
+        command.insert(command.end(), {"-e", field});
+    }
+    const std::string text = OutputOf(command);
+    std::remove(file.c_str());
+    EXPECT_THAT(text, testing::EndsWith("\n0x00c0,,0x9010,,,\n" // the test
+                                        ",0x00c1,,,,\n"
+                                        "0x00c2,,0x9003,0000000000000001,,\n" // the end of the first exposure
+                                        ",0x00c3,,,,\n"));
 }
 
 TEST(Packets, requestedOnesAreSentAgain)

@@ -118,7 +118,8 @@ void CBootstrap::AddCapabilities(const SServedCamera& camera)
     Add(Gvbs::MessageChannelCapability, Gvbs::MccSourcePort);
     Add(Gvbs::GvcpCapability,
         Gvbs::GvcpCapabilityUserDefinedName | Gvbs::GvcpCapabilitySerialNumber | Gvbs::GvcpCapabilityHeartbeatDisable |
-            Gvbs::GvcpCapabilityLinkSpeed | Gvbs::GvcpCapabilityPrimaryApplication | Gvbs::GvcpCapabilityPendingAck |
+            Gvbs::GvcpCapabilityLinkSpeed | Gvbs::GvcpCapabilityPrimaryApplication | Gvbs::GvcpCapabilityIeee1588 |
+            Gvbs::GvcpCapabilityScheduledAction | Gvbs::GvcpCapabilityAction | Gvbs::GvcpCapabilityPendingAck |
             Gvbs::GvcpCapabilityEventData | Gvbs::GvcpCapabilityEvent | Gvbs::GvcpCapabilityPacketResend |
             Gvbs::GvcpCapabilityWriteMem | Gvbs::GvcpCapabilityConcatenation);
     AddWritable(Gvbs::HeartbeatTimeout, DefaultHeartbeatMs);

@@ -297,6 +297,15 @@ TEST_F(ControlChannel, scheduledActionNeedsTheSharedClock)
     EXPECT_EQ(static_cast<EStatus>(Ask(scheduled, Other).status), EStatus::ActionLate); // its time is long past
 }
 
+TEST_F(ControlChannel, capabilitiesAreWhatTheCameraDoes)
+{
+    // GigE Vision, from the most significant bit on: 0 to 4 identity, heartbeat, link speed and controller; 12 IEEE
+    // 1588; 14 scheduled actions; 25 actions; 26 to 31 pending, events, resends, writing memory and lists
+    EXPECT_EQ(Read(Gvbs::GvcpCapability), 0xF80A007FU);
+    EXPECT_GT(Read(Gvbs::NumberOfActionSignals), 0U);
+    EXPECT_GT(Read(Gvbs::ScheduledActionQueueSize), 0U);
+}
+
 TEST_F(ControlChannel, commandWithoutTheAcknowledgeFlagIsObeyedInSilence)
 {
     TakeControl();
