@@ -34,6 +34,7 @@ enum class EStep
     OpenControl,
     OpenMonitor,
     CloseDevice,
+    StartEvents,
     OpenStream,
     CloseStream,
     GetPayloadBytes,

@@ -50,6 +50,7 @@ public:
     GenApi::INodeMap* GetNodeMap() override { return m_nodeMap.get(); }
     GenApi::INodeMap* GetTLNodeMap() override { return m_tlNodeMap.get(); }
     GenApi::INodeMap* GetEventGrabberNodeMap() override { return m_eventNodeMap.get(); }
+    void StartEvents() override { Pass(EStep::StartEvents); }
     unsigned int GetNumStreams() const override { return m_self->camera->GetConfig().hasStream ? 1 : 0; }
     Velmo::Transport::IStream* GetStream(unsigned int index) override
     {

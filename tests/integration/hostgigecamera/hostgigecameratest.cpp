@@ -6,9 +6,11 @@
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/iimagedecompressorservice.h"
 #include "hostongigecamera.h"
+#include "parametercollection/parameters.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
 #include "support/gvcppeer.h"
+#include "support/waitbox.h"
 
 #include <gtest/gtest.h>
 
@@ -84,6 +86,35 @@ TEST_F(HostOnGigECamera, chunkValuesAreThoseOfTheirImages)
         }
     }
     EXPECT_GE(matched, wanted);
+}
+
+TEST_F(HostOnGigECamera, eventsReachTheCallbacksAndTheParameters)
+{
+    constexpr std::size_t wanted = 30;
+    start(R"("EventNotification[ExposureEnd]": "On")");
+    const ParameterCollection::CParameter status(m_parameters, QStringLiteral("@EventGrabber/Status"));
+    EXPECT_EQ(status.toString(), QStringLiteral("Open"));
+    ::Test::CWaitBox<std::int64_t> frames;
+    m_pNodes->GetNode("EventExposureEndFrameID")
+        ->RegisterCallback(
+            [&](GenApi::INode* node)
+            {
+                if (GenApi::IsReadable(node)) // the begin of a grab invalidates all nodes
+                {
+                    frames.Put(GenApi::CIntegerPtr(node)->GetValue());
+                }
+            });
+    m_pHost->stream().startGrabbing(m_info);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return frames.Await(0).size() >= wanted; }, limitMs));
+    m_pHost->stream().stopGrabbing(m_info);
+    const ParameterCollection::CIntegerParameter frame(m_parameters, QStringLiteral("EventExposureEndFrameID"));
+    EXPECT_GE(frame.value(), static_cast<std::int64_t>(wanted));
+    m_pHost->control().close(m_info); // ends the callbacks
+    const std::vector<std::int64_t> seen = frames.Await(0);
+    for (std::size_t i = 0; i < seen.size(); ++i)
+    {
+        ASSERT_EQ(seen[i], static_cast<std::int64_t>(i + 1));
+    }
 }
 
 TEST_F(HostOnGigECamera, compressedImagesAreDecoded)

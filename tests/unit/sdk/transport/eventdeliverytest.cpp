@@ -135,6 +135,7 @@ TEST_F(EventDelivery, dropsWhatNoBufferIsLeftFor)
     EXPECT_EQ(Parameter("EventDroppedCount"), 3);
     released.Put(0);
     EXPECT_EQ(entered.Await(3).size(), 3U);
+    m_delivery.Stop(); // the last callback may still be at the boxes
 }
 
 TEST_F(EventDelivery, callbackThatThrowsIsLoggedAndDoesNotEndIt)

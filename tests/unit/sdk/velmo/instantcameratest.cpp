@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerafixture.h"
+#include "support/warnings.h"
+
+#include <gmock/gmock.h>
 
 using namespace Velmo;
 using Test::CCameraTest;
+using Test::CWarnings;
 using Test::EFault;
 using Test::EStep;
 using Strings = std::vector<std::string>;
@@ -82,6 +86,42 @@ TEST_F(InstantCamera, monitorOpensForMonitoringAndWritesNothing)
     camera->StartGrabbing();
     camera->StopGrabbing();
     EXPECT_TRUE(transport->GetWrites(serial).empty());
+}
+
+TEST_F(InstantCamera, eventsAreStartedOnEachOpeningWhenTheyAreWanted)
+{
+    Attach();
+    camera->Open();
+    camera->Close();
+    EXPECT_EQ(0U, transport->GetCount(EStep::StartEvents));
+    camera->GrabCameraEvents.SetValue(true);
+    recorder.At("Opened", [this](CInstantCamera&) { EXPECT_EQ(1U, transport->GetCount(EStep::StartEvents)); });
+    camera->Open();
+    camera->Open(); // is open already
+    EXPECT_FALSE(camera->GrabCameraEvents.TrySetValue(false));
+    EXPECT_EQ(1U, transport->GetCount(EStep::StartEvents));
+    EXPECT_EQ(2U, recorder.Count("Opened"));
+}
+
+TEST_F(InstantCamera, eventsThatCannotBeReceivedAreLoggedAndLeaveItOpen)
+{
+    for (const EFault fault : {EFault::Runtime, EFault::Standard, EFault::Unknown})
+    {
+        Attach();
+        camera->GrabCameraEvents.SetValue(true);
+        transport->SetFault(EStep::StartEvents, fault, "no port is free");
+        CWarnings warnings;
+        EXPECT_NO_THROW(camera->Open());
+        EXPECT_TRUE(camera->IsOpen());
+        const std::vector<std::string> lines = warnings.Lines();
+        ASSERT_EQ(1U, lines.size());
+        const std::string reason = fault == EFault::Unknown ? "" : "no port is free";
+        EXPECT_THAT(lines.front(), testing::StartsWith("Receiving the camera's events failed: "));
+        EXPECT_THAT(lines.front(), testing::HasSubstr(reason));
+        EXPECT_NO_THROW(camera->StartGrabbing());
+        camera->StopGrabbing();
+        camera.reset();
+    }
 }
 
 TEST_F(InstantCamera, settingsHaveTheirDefaultsAndLimits)
