@@ -46,7 +46,7 @@ int runVerb(const SOptions& options)
         {QStringLiteral("stats"), PoolCli::runStats},       {QStringLiteral("interfaces"), PoolCli::runInterfaces},
         {QStringLiteral("chunks"), PoolCli::runChunks},     {QStringLiteral("action"), PoolCli::runAction},
         {QStringLiteral("monitor"), PoolCli::runMonitor},   {QStringLiteral("network"), PoolCli::runNetwork},
-        {QStringLiteral("firmware"), PoolCli::runFirmware},
+        {QStringLiteral("firmware"), PoolCli::runFirmware}, {QStringLiteral("events"), PoolCli::runEvents},
     };
     try
     {

@@ -55,6 +55,7 @@ struct SRaw
     std::string version;
     bool yes = false;
     int images = 0;
+    bool isToGrab = false;
     bool json = false;
 };
 
@@ -189,6 +190,28 @@ void addChunks(CLI::App& app, SRaw& raw)
         "--enable", raw.chunks,
         utf8(CTexts::tr("Only these chunks, with commas between, such as Timestamp,Gain; all that the camera has by "
                         "default. Settings are restored at the end")));
+}
+
+void addEvents(CLI::App& app, SRaw& raw)
+{
+    CLI::App* pEvents = app.add_subcommand("events", utf8(CTexts::tr("Show what a camera reports by itself")));
+    addCommon(*pEvents, raw);
+    pEvents->add_option("camera", raw.camera, utf8(CTexts::tr("The camera")))->required();
+    pEvents->add_option("event", raw.arguments,
+                        utf8(CTexts::tr("Events, such as ExposureEnd; all that the camera has when none is named. They "
+                                        "are switched on, and at the end as they were")));
+    pEvents->add_option("-n,--events", raw.images, utf8(CTexts::tr("Stop after that many events")))
+        ->check(CLI::Range(1, 1000000000));
+    pEvents
+        ->add_option("-t,-s,--seconds", raw.seconds,
+                     utf8(CTexts::tr("Stop after that time; without this and without -n, Ctrl-C ends")))
+        ->check(CLI::Range(shortestSeconds, longestSeconds));
+    pEvents->add_flag("-g,--grab", raw.isToGrab, utf8(CTexts::tr("Grab meanwhile: most events are of images")));
+    pEvents
+        ->add_option("--set", raw.settings,
+                     utf8(CTexts::tr("NAME=VALUE to write, or NAME of a command to execute, when events are on")))
+        ->take_all()
+        ->expected(1);
 }
 
 void addActionCommand(CLI::App& action, SRaw& raw, const char* name, const std::string& text)
@@ -350,6 +373,7 @@ void addVerbs(CLI::App& app, SRaw& raw)
     addGrabVerbs(app, raw);
     addMonitor(app, raw);
     addChunks(app, raw);
+    addEvents(app, raw);
     addAction(app, raw);
     addNetwork(app, raw);
     addFirmware(app, raw);
@@ -389,6 +413,7 @@ void fill(SOptions& options, const SRaw& raw)
     options.durationMs = milliseconds(raw.seconds);
     options.timeoutMs = milliseconds(raw.timeoutSeconds);
     options.images = raw.images;
+    options.isToGrab = raw.isToGrab;
     options.output = QString::fromStdString(raw.output);
     options.filter = QString::fromStdString(raw.filter);
     options.visibility = QString::fromStdString(raw.visibility);

@@ -55,7 +55,8 @@ struct SOptions
     bool json = false;
     int discoveryTimeoutMs = 3000;
     int durationMs = 0;
-    int images = 0;
+    int images = 0;        // or events
+    bool isToGrab = false; // while events are shown
     int timeoutMs = 5000;
     QString output;
     QString filter;

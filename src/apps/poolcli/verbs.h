@@ -24,6 +24,7 @@ int runGrab(CSession& session, const SOptions& options);
 int runMonitor(CSession& session, const SOptions& options);
 int runSnapshot(CSession& session, const SOptions& options);
 int runChunks(CSession& session, const SOptions& options);
+int runEvents(CSession& session, const SOptions& options);
 int runStats(CSession& session, const SOptions& options);
 int runAction(CSession& session, const SOptions& options);
 int runNetwork(CSession& session, const SOptions& options);

@@ -493,6 +493,58 @@
         <translation>%1 sent images without chunk data.</translation>
     </message>
     <message>
+        <source>The camera reports no events.</source>
+        <translation>The camera reports no events.</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s events cannot be received; the log says why.</source>
+        <translation>The camera&apos;s events cannot be received; the log says why.</translation>
+    </message>
+    <message>
+        <source>The camera has no event %1; it has: %2.</source>
+        <translation>The camera has no event %1; it has: %2.</translation>
+    </message>
+    <message>
+        <source>The event settings could not be restored: %1</source>
+        <translation>The event settings could not be restored: %1</translation>
+    </message>
+    <message>
+        <source>%1 did not start: %2</source>
+        <translation>%1 did not start: %2</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show the event %1.</source>
+        <translation>The camera has no features that show the event %1.</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show its events.</source>
+        <translation>The camera has no features that show its events.</translation>
+    </message>
+    <message>
+        <source>%1 events came faster than they could be handled and were dropped.</source>
+        <translation>%1 events came faster than they could be handled and were dropped.</translation>
+    </message>
+    <message>
+        <source>Show what a camera reports by itself</source>
+        <translation>Show what a camera reports by itself</translation>
+    </message>
+    <message>
+        <source>Events, such as ExposureEnd; all that the camera has when none is named. They are switched on, and at the end as they were</source>
+        <translation>Events, such as ExposureEnd; all that the camera has when none is named. They are switched on, and at the end as they were</translation>
+    </message>
+    <message>
+        <source>Stop after that many events</source>
+        <translation>Stop after that many events</translation>
+    </message>
+    <message>
+        <source>Grab meanwhile: most events are of images</source>
+        <translation>Grab meanwhile: most events are of images</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write, or NAME of a command to execute, when events are on</source>
+        <translation>NAME=VALUE to write, or NAME of a command to execute, when events are on</translation>
+    </message>
+    <message>
         <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
         <translation>%1 is no GigE Vision camera; action commands do not reach it.</translation>
     </message>

@@ -493,6 +493,58 @@
         <translation>%1 はチャンクデータのない画像を送信しました。</translation>
     </message>
     <message>
+        <source>The camera reports no events.</source>
+        <translation>カメラはイベントを通知しません。</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s events cannot be received; the log says why.</source>
+        <translation>カメラのイベントを受信できません。理由はログにあります。</translation>
+    </message>
+    <message>
+        <source>The camera has no event %1; it has: %2.</source>
+        <translation>カメラにイベント %1 はありません。使用可能: %2。</translation>
+    </message>
+    <message>
+        <source>The event settings could not be restored: %1</source>
+        <translation>イベントの設定を元に戻せませんでした: %1</translation>
+    </message>
+    <message>
+        <source>%1 did not start: %2</source>
+        <translation>%1 は開始しませんでした: %2</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show the event %1.</source>
+        <translation>カメラにはイベント %1 を示す機能がありません。</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show its events.</source>
+        <translation>カメラにはイベントを示す機能がありません。</translation>
+    </message>
+    <message>
+        <source>%1 events came faster than they could be handled and were dropped.</source>
+        <translation>%1 個のイベントは処理が追いつかないため破棄されました。</translation>
+    </message>
+    <message>
+        <source>Show what a camera reports by itself</source>
+        <translation>カメラが自ら通知すること (イベント) を表示します</translation>
+    </message>
+    <message>
+        <source>Events, such as ExposureEnd; all that the camera has when none is named. They are switched on, and at the end as they were</source>
+        <translation>ExposureEnd などのイベント。指定がなければカメラのすべて。有効にし、最後に元に戻します</translation>
+    </message>
+    <message>
+        <source>Stop after that many events</source>
+        <translation>この数のイベントの後に停止します</translation>
+    </message>
+    <message>
+        <source>Grab meanwhile: most events are of images</source>
+        <translation>その間グラブします: ほとんどのイベントは画像のものです</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write, or NAME of a command to execute, when events are on</source>
+        <translation>イベントを有効にした後に書き込む NAME=VALUE、または実行するコマンドの NAME</translation>
+    </message>
+    <message>
         <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
         <translation>%1 は GigE Vision カメラではないため、アクションコマンドは届きません。</translation>
     </message>

@@ -493,6 +493,58 @@
         <translation>%1이(가) 청크 데이터 없이 이미지를 보냈습니다.</translation>
     </message>
     <message>
+        <source>The camera reports no events.</source>
+        <translation>카메라가 이벤트를 알리지 않습니다.</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s events cannot be received; the log says why.</source>
+        <translation>카메라의 이벤트를 받을 수 없습니다. 이유는 로그에 있습니다.</translation>
+    </message>
+    <message>
+        <source>The camera has no event %1; it has: %2.</source>
+        <translation>카메라에 이벤트 %1이(가) 없습니다. 사용 가능: %2.</translation>
+    </message>
+    <message>
+        <source>The event settings could not be restored: %1</source>
+        <translation>이벤트 설정을 복원할 수 없습니다: %1</translation>
+    </message>
+    <message>
+        <source>%1 did not start: %2</source>
+        <translation>%1이(가) 시작되지 않았습니다: %2</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show the event %1.</source>
+        <translation>카메라에 이벤트 %1을(를) 보여 주는 기능이 없습니다.</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show its events.</source>
+        <translation>카메라에 이벤트를 보여 주는 기능이 없습니다.</translation>
+    </message>
+    <message>
+        <source>%1 events came faster than they could be handled and were dropped.</source>
+        <translation>이벤트 %1개가 처리 속도보다 빨리 도착하여 버려졌습니다.</translation>
+    </message>
+    <message>
+        <source>Show what a camera reports by itself</source>
+        <translation>카메라가 스스로 알리는 것(이벤트)을 표시합니다</translation>
+    </message>
+    <message>
+        <source>Events, such as ExposureEnd; all that the camera has when none is named. They are switched on, and at the end as they were</source>
+        <translation>ExposureEnd 같은 이벤트. 지정하지 않으면 카메라의 모든 이벤트. 켜고 끝에 원래대로 되돌립니다</translation>
+    </message>
+    <message>
+        <source>Stop after that many events</source>
+        <translation>이벤트가 이 수에 이르면 중지합니다</translation>
+    </message>
+    <message>
+        <source>Grab meanwhile: most events are of images</source>
+        <translation>그동안 그랩합니다. 대부분의 이벤트는 이미지에 관한 것입니다</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write, or NAME of a command to execute, when events are on</source>
+        <translation>이벤트를 켠 뒤에 쓸 NAME=VALUE 또는 실행할 명령의 NAME</translation>
+    </message>
+    <message>
         <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
         <translation>%1은(는) GigE Vision 카메라가 아니므로 액션 명령이 전달되지 않습니다.</translation>
     </message>

@@ -493,6 +493,58 @@
         <translation>%1 发送的图像不含块数据。</translation>
     </message>
     <message>
+        <source>The camera reports no events.</source>
+        <translation>相机不报告事件。</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s events cannot be received; the log says why.</source>
+        <translation>无法接收相机的事件；原因见日志。</translation>
+    </message>
+    <message>
+        <source>The camera has no event %1; it has: %2.</source>
+        <translation>相机没有事件 %1；可用的有：%2。</translation>
+    </message>
+    <message>
+        <source>The event settings could not be restored: %1</source>
+        <translation>无法恢复事件设置：%1</translation>
+    </message>
+    <message>
+        <source>%1 did not start: %2</source>
+        <translation>%1 未启动：%2</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show the event %1.</source>
+        <translation>相机没有显示事件 %1 的功能。</translation>
+    </message>
+    <message>
+        <source>The camera has no features that show its events.</source>
+        <translation>相机没有显示其事件的功能。</translation>
+    </message>
+    <message>
+        <source>%1 events came faster than they could be handled and were dropped.</source>
+        <translation>%1 个事件到达过快，来不及处理而被丢弃。</translation>
+    </message>
+    <message>
+        <source>Show what a camera reports by itself</source>
+        <translation>显示相机主动报告的内容（事件）</translation>
+    </message>
+    <message>
+        <source>Events, such as ExposureEnd; all that the camera has when none is named. They are switched on, and at the end as they were</source>
+        <translation>事件，例如 ExposureEnd；未指定时为相机的全部事件。会将其开启，结束时恢复原状</translation>
+    </message>
+    <message>
+        <source>Stop after that many events</source>
+        <translation>达到此事件数后停止</translation>
+    </message>
+    <message>
+        <source>Grab meanwhile: most events are of images</source>
+        <translation>同时采集：大多数事件与图像有关</translation>
+    </message>
+    <message>
+        <source>NAME=VALUE to write, or NAME of a command to execute, when events are on</source>
+        <translation>事件开启后写入的 NAME=VALUE，或要执行的命令的 NAME</translation>
+    </message>
+    <message>
         <source>%1 is no GigE Vision camera; action commands do not reach it.</source>
         <translation>%1 不是 GigE Vision 相机，动作命令无法到达。</translation>
     </message>
