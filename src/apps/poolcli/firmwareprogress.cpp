@@ -19,7 +19,8 @@ namespace
 
 constexpr int wholePercent = 100;
 constexpr int barWidth = 30;
-constexpr unsigned int msPerSecond = 1000;
+constexpr unsigned int msPerTenth = 100;
+constexpr unsigned int tenthsPerSecond = 10;
 
 } // namespace
 
@@ -49,7 +50,17 @@ QString firmwareStepName(EFirmwareUpdateStep step)
 
 QString estimatedTime(unsigned int timeMs)
 {
-    return timeMs == 0 ? QString() : CTexts::tr("%1 s").arg((timeMs + msPerSecond - 1) / msPerSecond);
+    if (timeMs == 0)
+    {
+        return {};
+    }
+    // Rounded up. Tenths say something only of what is short.
+    const unsigned int tenths = (timeMs - 1) / msPerTenth + 1;
+    const bool isShort = tenths < 10 * tenthsPerSecond && tenths % tenthsPerSecond != 0;
+    const unsigned int seconds = (tenths + tenthsPerSecond - 1) / tenthsPerSecond;
+    return CTexts::tr("%1 s").arg(
+        isShort ? QStringLiteral("%1.%2").arg(tenths / tenthsPerSecond).arg(tenths % tenthsPerSecond)
+                : QString::number(seconds));
 }
 
 CFirmwareProgress::CFirmwareProgress(const IDeviceFirmwareUpdate& job) : m_isDrawn(stdoutIsTerminal())

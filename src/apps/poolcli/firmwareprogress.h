@@ -40,7 +40,7 @@ private:
 
 /** What a step is called where the package does not say. */
 QString firmwareStepName(Plugin::CameraPool::EFirmwareUpdateStep step);
-/** "90 s"; "" for 0, which is not known. */
+/** "90 s", "0.2 s"; "" for 0, which is not known. */
 QString estimatedTime(unsigned int timeMs);
 
 } // namespace PoolCli

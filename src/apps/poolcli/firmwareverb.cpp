@@ -10,12 +10,14 @@
 #include "genapi/firmwarepackagewriter.h"
 
 #include <QEventLoop>
+#include <QMetaEnum>
 #include <QSocketNotifier>
 #include <QThread>
 
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <unistd.h>
 
 namespace PoolCli
@@ -172,6 +174,13 @@ QString describe(EFirmwareUpdateDirection direction)
     return CTexts::tr("not known whether newer");
 }
 
+/** For programs, in every language. */
+QString nameOf(EFirmwareUpdateDirection direction)
+{
+    return QString::fromLatin1(QMetaEnum::fromType<EFirmwareUpdateDirection>().valueToKey(static_cast<int>(direction)))
+        .toLower();
+}
+
 /** One line typed by the user; null when Ctrl-C or the end of the input came instead. */
 QString readAnswer(CSession& session)
 {
@@ -206,7 +215,9 @@ void askBeforeDowngrade(CSession& session, const SOptions& options, EFirmwareUpd
     {
         throw CRefusal(CTexts::tr("This may be a downgrade, and there is no terminal to ask on; agree with --yes."));
     }
-    printLine(CTexts::tr("The camera would get an older version, or one that may be older. Go on? [y/N]"));
+    const QString question =
+        CTexts::tr("The camera would get an older version, or one that may be older. Go on? [y/N]");
+    options.json ? printError(question) : printLine(question);
     const QString answer = readAnswer(session).toLower();
     if (answer != QLatin1String("y") && answer != QLatin1String("yes"))
     {
@@ -215,13 +226,18 @@ void askBeforeDowngrade(CSession& session, const SOptions& options, EFirmwareUpd
 }
 
 /** Applies the update on a thread of its own, so that signals are shown and Ctrl-C is heard meanwhile. */
-bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job)
+bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job, bool isShown)
 {
-    CFirmwareProgress progress(job);
+    std::optional<CFirmwareProgress> progress;
+    if (isShown)
+    {
+        progress.emplace(job);
+    }
     bool isDone = false;
     bool isFinished = false;
+    const QObject receiver; // on this thread, and gone with isFinished
     const std::unique_ptr<QThread> thread(QThread::create([&] { isDone = job.apply(); }));
-    QObject::connect(thread.get(), &QThread::finished, &progress, [&] { isFinished = true; });
+    QObject::connect(thread.get(), &QThread::finished, &receiver, [&] { isFinished = true; });
     thread->start();
     session.waitUntil([&] { return isFinished; }, -1);
     if (!isFinished)
@@ -230,7 +246,10 @@ bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job)
         if (outputError() == 0)
         {
             thread->requestInterruption();
-            progress.endBar();
+            if (progress)
+            {
+                progress->endBar();
+            }
             printError(CTexts::tr("Interrupted: the update ends when the present step is done. Leave the camera "
                                   "switched on."));
         }
@@ -257,15 +276,28 @@ int runUpdate(CSession& session, const SOptions& options)
     {
         throw CRefusal(reasonOf(session, camera));
     }
-    printLine(CTexts::tr("%1: firmware %2 -> %3 (%4)")
-                  .arg(printable(camera->getFriendlyName()), printable(job->getDeviceVersion()),
-                       printable(chosen->getVersion()), describe(job->getFirmwareUpdateDirection())));
-    askBeforeDowngrade(session, options, job->getFirmwareUpdateDirection());
+    const QString before = job->getDeviceVersion();
+    const auto direction = job->getFirmwareUpdateDirection();
+    if (!options.json)
+    {
+        printLine(CTexts::tr("%1: firmware %2 -> %3 (%4)")
+                      .arg(printable(camera->getFriendlyName()), printable(before), printable(chosen->getVersion()),
+                           describe(direction)));
+    }
+    askBeforeDowngrade(session, options, direction);
     camera->clearError();
-    if (!applyUpdate(session, *job))
+    if (!applyUpdate(session, *job, !options.json))
     {
         throw CRefusal(
             CTexts::tr("The firmware of %1 was not updated: %2").arg(camera->getFriendlyName(), camera->errorString()));
+    }
+    if (options.json)
+    {
+        printJson(QJsonObject{{"camera", camera->getFriendlyName()},
+                              {"version_before", before},
+                              {"version", job->getDeviceVersion()},
+                              {"direction", nameOf(direction)}});
+        return ExitDone;
     }
     printLine(CTexts::tr("%1 has firmware %2 now.")
                   .arg(printable(camera->getFriendlyName()), printable(job->getDeviceVersion())));

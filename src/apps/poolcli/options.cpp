@@ -338,11 +338,7 @@ void addFirmware(CLI::App& app, SRaw& raw)
     addCamera(*pMatch, raw);
     CLI::App* pUpdate =
         addFirmwareCommand(*pFirmware, raw, "update", utf8(CTexts::tr("Write an update into a camera")));
-    pUpdate
-        ->add_option("--discovery-timeout", raw.discoverySeconds,
-                     utf8(CTexts::tr("Seconds to wait for cameras to be found")))
-        ->check(CLI::Range(0.0, longestSeconds))
-        ->capture_default_str();
+    addCommon(*pUpdate, raw);
     addFile(*pUpdate);
     addCamera(*pUpdate, raw);
     pUpdate->add_option("--version", raw.version,

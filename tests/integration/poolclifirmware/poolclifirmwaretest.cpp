@@ -85,10 +85,24 @@ TEST_F(PoolCliFirmware, updatesToTheNewestAndShowsEachStep)
     EXPECT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
     const QString out = QString::fromUtf8(outcome.out);
     EXPECT_TRUE(out.contains(QStringLiteral("firmware 1.7.0 -> 2.0.0 (upgrade)"))) << outcome.out.toStdString();
-    EXPECT_TRUE(out.contains(QStringLiteral("Estimated time: ")));
-    EXPECT_TRUE(out.contains(QStringLiteral("\nUploading a file")));
-    EXPECT_TRUE(out.contains(QStringLiteral("\nRestarting the camera")));
+    EXPECT_TRUE(out.contains(QStringLiteral("\nEstimated time: 2.6 s\n"))) << outcome.out.toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("\nUploading a file (0.2 s)\n"))) << outcome.out.toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("\nRestarting the camera (1 s)\n"))) << outcome.out.toStdString();
     EXPECT_TRUE(out.endsWith(QStringLiteral("has firmware 2.0.0 now.\n")));
+}
+
+TEST_F(PoolCliFirmware, tellsProgramsWhatWasDone)
+{
+    const SOutcome outcome = update({"--version", "1.5.0", "--yes", "--json"});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    const QJsonObject done = outcome.json().object();
+    EXPECT_TRUE(done.value("camera").toString().contains("FW-A")) << outcome.out.toStdString();
+    EXPECT_EQ(done.value("version_before").toString(), QStringLiteral("1.7.0"));
+    EXPECT_EQ(done.value("version").toString(), QStringLiteral("1.5.0"));
+    EXPECT_EQ(done.value("direction").toString(), QStringLiteral("downgrade"));
+    const SOutcome refused = update({"--version", "1.5.0", "--json"});
+    expectRefused(refused, "--yes");
+    EXPECT_TRUE(refused.out.isEmpty()) << refused.out.toStdString();
 }
 
 TEST_F(PoolCliFirmware, downgradesOnlyWithConsent)
