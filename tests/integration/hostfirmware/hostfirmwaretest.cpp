@@ -12,7 +12,9 @@
 #include <QMutex>
 #include <QThread>
 
+#include <atomic>
 #include <optional>
+#include <ostream>
 
 namespace
 {
@@ -26,6 +28,12 @@ enum class ETransport
     Emulation,
     GigE // a program of its own, over loopback
 };
+
+/** For GoogleTest. */
+std::ostream& operator<<(std::ostream& stream, ETransport transport)
+{
+    return stream << (transport == ETransport::GigE ? "GigE" : "Emulation");
+}
 
 /** The host with the checked-in example package, and a second client that only listens to the status service. */
 class HostFirmware : public ::Test::HostFixture, public ::testing::WithParamInterface<ETransport>
@@ -183,6 +191,55 @@ TEST_P(HostFirmware, listsWhatFitsNewestFirstAndClosesWhoeverHasTheCameraOpen)
     EXPECT_TRUE(service<IDeviceFirmwareUpdateService>()->getUpdatesMatchingTheDevice(cameras().at(1), m_updates,
                                                                                      matching, isSorted));
     EXPECT_TRUE(matching.isEmpty());
+}
+
+TEST_P(HostFirmware, whoAsksForUpdatesMeanwhileWaitsAndIsRefused)
+{
+    auto update = job(QStringLiteral("2.0.0"));
+    ASSERT_FALSE(update.isNull());
+    std::atomic_bool isEnded{false};
+    QObject::connect(
+        update.data(), &IDeviceFirmwareUpdate::firmwareUpdateDone, update.data(), [&] { isEnded = true; },
+        Qt::DirectConnection);
+    int asked = 0;
+    QObject::connect(update.data(), &IDeviceFirmwareUpdate::firmwareUpdateProgressStepBegin, m_camera.data(),
+                     [&](EFirmwareUpdateStep step)
+                     {
+                         if (step != EFirmwareUpdateStep::DeviceReset)
+                         {
+                             return;
+                         }
+                         ++asked;
+                         EXPECT_TRUE(service<IDeviceFirmwareUpdateService>()->update(m_camera, m_updates[0]).isNull());
+                         EXPECT_TRUE(isEnded);
+                         EXPECT_EQ(m_camera->errorString(),
+                                   QStringLiteral("Failed to acquire exclusive camera access."));
+                     });
+    heard();
+    EXPECT_TRUE(apply(*update));
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(heard(), QString());
+    EXPECT_TRUE(isOpen());
+    EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("2.0.0"));
+}
+
+TEST_P(HostFirmware, whoAsksWhatFitsTakesTheCameraFromAWaitingJobWhichCanStillBeApplied)
+{
+    auto update = job(QStringLiteral("2.0.0"));
+    ASSERT_FALSE(update.isNull());
+    heard();
+    UpdateInfos matching;
+    bool isSorted = false;
+    EXPECT_TRUE(
+        service<IDeviceFirmwareUpdateService>()->getUpdatesMatchingTheDevice(m_camera, m_updates, matching, isSorted));
+    EXPECT_EQ(matching.size(), 2);
+    EXPECT_EQ(heard(), QStringLiteral("closing attached closed opened detached closing attached closed"));
+    EXPECT_FALSE(isOpen());
+    EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
+    EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("2.0.0"));
+    update.clear();
+    EXPECT_FALSE(isOpen());
+    expectOpenable();
 }
 
 /** A camera whose start with other firmware takes longer than two looks for it; over the network, where a look takes

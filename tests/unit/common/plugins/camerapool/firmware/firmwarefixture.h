@@ -19,7 +19,7 @@ namespace Test
 {
 
 /** A ZIP archive of one stored file. */
-inline std::string archiveOf(const char* name, const std::string& bytes)
+inline std::string archiveOf(const char* name, const std::string& bytes, zip_uint16_t encryption = ZIP_EM_NONE)
 {
     zip_error_t error;
     zip_error_init(&error);
@@ -27,6 +27,7 @@ inline std::string archiveOf(const char* name, const std::string& bytes)
     zip_source_keep(pTarget);
     zip_t* const pArchive = zip_open_from_source(pTarget, ZIP_TRUNCATE, &error);
     zip_file_add(pArchive, name, zip_source_buffer(pArchive, bytes.data(), bytes.size(), 0), ZIP_FL_ENC_UTF_8);
+    EXPECT_EQ(zip_file_set_encryption(pArchive, 0, encryption, "secret"), 0);
     EXPECT_EQ(zip_close(pArchive), 0);
     zip_source_open(pTarget);
     zip_source_seek(pTarget, 0, SEEK_END);
