@@ -10,11 +10,12 @@
 #include "genapi/inodes.h"
 #include "parametercollection/parameterpath.h"
 
-#include <QDeadlineTimer>
+#include <QCoreApplication>
+#include <QSet>
 #include <QThread>
 
-#include <algorithm>
-#include <mutex>
+#include <functional>
+#include <utility>
 
 namespace PoolCli
 {
@@ -22,95 +23,81 @@ namespace
 {
 
 /**
- * Reads the chunk values of each image as it comes by.
- *
- * The camera's chunk features show the latest image that was grabbed. That is a later one than the one at hand when
- * this program was held up; the camera's own frame number, when it is among the chunks, tells.
+ * Tells the chunk values of each image when the grab has made them readable, once an image: read on the grab thread,
+ * which attaches no other image's meanwhile, told on the main thread behind the image itself.
  */
-class CChunkPrinter
+class CChunkWatch
 {
 public:
-    CChunkPrinter(CChunkSettings::Collection collection, QStringList features, bool json)
-        : m_collection(std::move(collection)), m_features(std::move(features)), m_json(json)
-    {
-    }
+    using Observer = std::function<void(const QJsonObject&)>;
 
-    void show(const Velmo::CGrabResultPtr& result)
+    CChunkWatch(CChunkSettings::Collection collection, const QStringList& features, Observer observer)
+        : m_collection(std::move(collection)), m_observer(std::move(observer))
     {
-        const auto blockId = static_cast<qint64>(result->GetBlockID());
-        const QJsonObject values = readOf(blockId);
-        const bool isOvertaken = isOfALaterImage(blockId, values);
-        m_withValues += isOvertaken || values.isEmpty() ? 0 : 1;
-        if (m_json)
+        const ParameterCollection::CScopedObjectStateLock lock(m_collection->objectState());
+        m_pNodeMap = nodeMap();
+        for (const QString& name : m_pNodeMap == nullptr ? QStringList() : features)
         {
-            QJsonObject object{{"block_id", blockId},
-                               {"timestamp", QString::number(result->GetTimeStamp())},
-                               {"overtaken", isOvertaken}};
-            object.insert(QStringLiteral("chunks"), isOvertaken ? QJsonObject() : values);
-            printJsonLine(object);
-            return;
-        }
-        QStringList parts;
-        for (const QString& name : m_features)
-        {
-            if (!isOvertaken && values.contains(name))
+            if (GenApi::INode* pNode = m_pNodeMap->GetNode(name.toUtf8().constData()))
             {
-                parts.append(QStringLiteral("%1=%2").arg(name, printable(values.value(name).toString())));
+                m_nodes.append(pNode);
             }
         }
-        QString text = parts.join(QStringLiteral("  "));
-        if (parts.isEmpty())
+        for (GenApi::INode* pNode : std::as_const(m_nodes))
         {
-            text = isOvertaken ? CTexts::tr("a later image came before its values were read")
-                               : CTexts::tr("no chunk data");
+            m_handles.append(pNode->RegisterCallback([this](GenApi::INode* pChanged) { onChange(pChanged); }));
         }
-        printLine(QStringLiteral("%1: %2").arg(blockId).arg(text));
     }
+    ~CChunkWatch()
+    {
+        const ParameterCollection::CScopedObjectStateLock lock(m_collection->objectState());
+        if (nodeMap() != m_pNodeMap)
+        {
+            return; // the camera was lost, and its nodes with it
+        }
+        for (int i = 0; i < m_nodes.size(); ++i)
+        {
+            m_nodes.at(i)->DeregisterCallback(m_handles.at(i));
+        }
+    }
+    CChunkWatch(const CChunkWatch&) = delete;
+    CChunkWatch& operator=(const CChunkWatch&) = delete;
 
-    /** Images whose values were shown. */
-    int withValues() const { return m_withValues; }
+    /** Tells what was read so far. */
+    void flush() { QCoreApplication::sendPostedEvents(&m_receiver); }
 
 private:
-    /** The image's signal may be here before the grab loop has come from emitting it to showing the image's chunks. */
-    QJsonObject readOf(qint64 blockId) const
+    GenApi::INodeMap* nodeMap() const
     {
-        constexpr qint64 s_patienceMs = 200; // the grab loop needs microseconds, unless its thread has to wait
-        const QDeadlineTimer deadline(s_patienceMs);
-        QJsonObject values = read();
-        while (isOfNoImageOrAnEarlierOne(blockId, values) && !deadline.hasExpired())
+        return m_collection->nodeMap(ParameterCollection::ParameterPath::CameraDevice);
+    }
+
+    /** Each feature changes once an image, also when it loses its value. */
+    void onChange(GenApi::INode* pChanged)
+    {
+        if (QThread::currentThread() == m_receiver.thread())
         {
-            QThread::yieldCurrentThread();
-            values = read();
+            return; // a setting was changed, no image has come
         }
-        return values;
-    }
-
-    bool isOfNoImageOrAnEarlierOne(qint64 blockId, const QJsonObject& values) const
-    {
-        bool isNumber = false;
-        const qint64 frameId = frameIdOf(values, isNumber);
-        return values.isEmpty() || (isNumber && m_hasDistance && blockId - frameId > m_distance);
-    }
-
-    static qint64 frameIdOf(const QJsonObject& values, bool& isNumber)
-    {
-        return values.value(QStringLiteral("ChunkFrameID")).toString().toLongLong(&isNumber);
+        if (m_changed.contains(pChanged))
+        {
+            m_changed.clear();
+        }
+        const bool isFirst = m_changed.isEmpty();
+        m_changed.insert(pChanged);
+        if (isFirst)
+        {
+            QMetaObject::invokeMethod(
+                &m_receiver, [this, values = read()] { m_observer(values); }, Qt::QueuedConnection);
+        }
     }
 
     QJsonObject read() const
     {
         QJsonObject values;
-        const ParameterCollection::CScopedObjectStateLock lock(m_collection->objectState());
-        GenApi::INodeMap* pNodeMap = m_collection->nodeMap(ParameterCollection::ParameterPath::CameraDevice);
-        if (pNodeMap == nullptr)
+        for (GenApi::INode* pNode : m_nodes)
         {
-            return values;
-        }
-        // All values are of one image: the next one's can only be attached when this is unlocked.
-        const std::lock_guard<std::recursive_mutex> nodeLock(pNodeMap->GetLock());
-        for (const QString& name : m_features)
-        {
-            GenApi::INode* pNode = pNodeMap->GetNode(name.toUtf8().constData());
+            const QString name = QString::fromUtf8(pNode->GetName().c_str());
             const GenApi::CValuePtr value(pNode);
             try
             {
@@ -127,28 +114,66 @@ private:
         return values;
     }
 
-    /** Frame numbers of camera and stream may start apart, but they run together: where they are closer than ever
-     *  before, the values are those of a later image. */
-    bool isOfALaterImage(qint64 blockId, const QJsonObject& values)
+    CChunkSettings::Collection m_collection;
+    Observer m_observer;
+    GenApi::INodeMap* m_pNodeMap = nullptr;
+    QVector<GenApi::INode*> m_nodes;
+    QVector<GenApi::CallbackHandle> m_handles; // of m_nodes
+    QSet<GenApi::INode*> m_changed;            // for one image; only on the grab thread
+    QObject m_receiver;
+};
+
+/** Shows each image with its chunk values, which come after it or, when it has none, not at all. */
+class CChunkPrinter
+{
+public:
+    CChunkPrinter(QStringList features, bool json) : m_features(std::move(features)), m_json(json) {}
+
+    void take(const Velmo::CGrabResultPtr& result)
     {
-        bool isNumber = false;
-        const qint64 frameId = frameIdOf(values, isNumber);
-        if (!isNumber)
+        finish();
+        m_waiting = result;
+    }
+    void takeValues(const QJsonObject& values)
+    {
+        if (m_waiting.IsValid())
         {
-            return false;
+            show(values);
         }
-        const qint64 distance = blockId - frameId;
-        const bool isLater = m_hasDistance && distance < m_distance;
-        m_distance = m_hasDistance ? std::max(m_distance, distance) : distance;
-        m_hasDistance = true;
-        return isLater;
+    }
+    /** What still waits has no values. */
+    void finish() { takeValues({}); }
+
+    /** Images whose values were shown. */
+    int withValues() const { return m_withValues; }
+
+private:
+    void show(const QJsonObject& values)
+    {
+        const auto blockId = static_cast<qint64>(m_waiting->GetBlockID());
+        const QString timestamp = QString::number(m_waiting->GetTimeStamp());
+        m_waiting.Release();
+        m_withValues += values.isEmpty() ? 0 : 1;
+        if (m_json)
+        {
+            printJsonLine({{"block_id", blockId}, {"timestamp", timestamp}, {"chunks", values}});
+            return;
+        }
+        QStringList parts;
+        for (const QString& name : m_features)
+        {
+            if (values.contains(name))
+            {
+                parts.append(QStringLiteral("%1=%2").arg(name, printable(values.value(name).toString())));
+            }
+        }
+        const QString text = parts.isEmpty() ? CTexts::tr("no chunk data") : parts.join(QStringLiteral("  "));
+        printLine(QStringLiteral("%1: %2").arg(blockId).arg(text));
     }
 
-    CChunkSettings::Collection m_collection;
     QStringList m_features;
     bool m_json;
-    bool m_hasDistance = false;
-    qint64 m_distance = 0; // of the image's number to the chunk's, the largest seen
+    Velmo::CGrabResultPtr m_waiting;
     int m_withValues = 0;
 };
 
@@ -166,10 +191,14 @@ int runChunks(CSession& session, const SOptions& options)
     }
     CChunkSettings settings(collection);
     settings.enable(options.chunks);
-    CChunkPrinter printer(collection, settings.valueFeatures(), options.json);
+    const QStringList features = settings.valueFeatures();
+    CChunkPrinter printer(features, options.json);
+    CChunkWatch watch(collection, features, [&printer](const QJsonObject& values) { printer.takeValues(values); });
     CGrabSession grab(session, {camera.info()}, grabOptions);
-    grab.setImageObserver([&printer](const Velmo::CGrabResultPtr& result) { printer.show(result); });
+    grab.setImageObserver([&printer](const Velmo::CGrabResultPtr& result) { printer.take(result); });
     grab.run();
+    watch.flush(); // the grab has stopped: its thread has read all that there is
+    printer.finish();
     grab.printFailures();
     const int exitCode = grab.exitCode();
     if (exitCode == ExitDone)

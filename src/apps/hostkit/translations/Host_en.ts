@@ -481,10 +481,6 @@
         <translation>The chunk settings could not be restored: %1</translation>
     </message>
     <message>
-        <source>a later image came before its values were read</source>
-        <translation>a later image came before its values were read</translation>
-    </message>
-    <message>
         <source>no chunk data</source>
         <translation>no chunk data</translation>
     </message>

@@ -481,10 +481,6 @@
         <translation>チャンクの設定を元に戻せませんでした: %1</translation>
     </message>
     <message>
-        <source>a later image came before its values were read</source>
-        <translation>値を読み取る前に後の画像が届きました</translation>
-    </message>
-    <message>
         <source>no chunk data</source>
         <translation>チャンクデータなし</translation>
     </message>

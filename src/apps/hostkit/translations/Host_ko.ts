@@ -481,10 +481,6 @@
         <translation>청크 설정을 복원할 수 없습니다: %1</translation>
     </message>
     <message>
-        <source>a later image came before its values were read</source>
-        <translation>값을 읽기 전에 이후 이미지가 도착했습니다</translation>
-    </message>
-    <message>
         <source>no chunk data</source>
         <translation>청크 데이터 없음</translation>
     </message>

@@ -481,10 +481,6 @@
         <translation>无法恢复块设置：%1</translation>
     </message>
     <message>
-        <source>a later image came before its values were read</source>
-        <translation>读取其值之前已到达较新的图像</translation>
-    </message>
-    <message>
         <source>no chunk data</source>
         <translation>无块数据</translation>
     </message>

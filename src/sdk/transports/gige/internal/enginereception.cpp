@@ -18,8 +18,7 @@ CEngineReception::CEngineReception(SOpenCamera& camera, CReaper& reaper, const S
     : m_camera(camera), m_reaper(reaper), m_deliver(std::move(deliver))
 {
     CEngineError error;
-    ObjectPtr<ArvStream> pStream(
-        arv_device_create_stream(camera.pEngine.get(), &CEngineReception::OnEngineEvent, this, error.Receive()));
+    ObjectPtr<ArvStream> pStream(arv_device_create_stream(camera.pEngine.get(), nullptr, nullptr, error.Receive()));
     if (pStream == nullptr)
     {
         error.Throw("The stream of camera " + camera.name + " cannot be started");
@@ -28,6 +27,9 @@ CEngineReception::CEngineReception(SOpenCamera& camera, CReaper& reaper, const S
                  settings.isResending ? ARV_GV_STREAM_PACKET_RESEND_ALWAYS : ARV_GV_STREAM_PACKET_RESEND_NEVER,
                  "packet-timeout", static_cast<guint>(settings.packetTimeoutUs), "frame-retention",
                  static_cast<guint>(settings.frameRetentionUs), nullptr);
+    // The engine's callback is not told of buffers that it gives back unfilled; without them it would starve.
+    g_signal_connect(pStream.get(), "new-buffer", G_CALLBACK(&CEngineReception::OnNewBuffer), this);
+    arv_stream_set_emit_signals(pStream.get(), TRUE);
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_pStream = pStream.release();
     SizeSocketBuffer(settings.payloadBytes);
@@ -69,13 +71,9 @@ void CEngineReception::AddBuffer(void* pContext, std::uint8_t* pMemory, std::siz
     arv_stream_push_buffer(m_pStream, ARV_BUFFER(g_object_ref(buffer.pBuffer.get())));
 }
 
-void CEngineReception::OnEngineEvent(void* pUser, ArvStreamCallbackType type, ArvBuffer*)
+void CEngineReception::OnNewBuffer(ArvStream*, void* pUser)
 {
-    // Not for other events: the thread of a stream that is only waiting for its destruction has no reception behind it.
-    if (type == ARV_STREAM_CALLBACK_TYPE_BUFFER_DONE)
-    {
-        static_cast<CEngineReception*>(pUser)->TakeResults();
-    }
+    static_cast<CEngineReception*>(pUser)->TakeResults();
 }
 
 void CEngineReception::TakeResults()
@@ -92,7 +90,9 @@ void CEngineReception::TakeResults()
             }
             const auto found = m_buffers.find(const_cast<void*>(arv_buffer_get_user_data(pBuffer.get())));
             result = MakeStreamResult(pBuffer.get(), found == m_buffers.end() ? 0 : found->second.bytes);
-            result.blockId = m_blockCounter.Extend(result.blockId);
+            // One that was given back unfilled has no number that could be relied on.
+            const bool isNumbered = arv_buffer_get_status(pBuffer.get()) != ARV_BUFFER_STATUS_CLEARED;
+            result.blockId = isNumbered ? m_blockCounter.Extend(result.blockId) : 0;
         }
         m_deliver(std::move(result));
     }
@@ -130,6 +130,8 @@ SStreamStatistics CEngineReception::End()
     {
         return statistics;
     }
+    // Waits for a call under way: the thread of a stream that ends has no reception behind it.
+    arv_stream_set_emit_signals(pStream, FALSE);
     if (m_camera.pRemoval->IsRemoved() || !m_camera.isAnswering())
     {
         // The engine would wait for the camera's answers for seconds. Only its thread ends now, and gives up the

@@ -51,7 +51,7 @@ private:
         std::size_t bytes = 0;
     };
 
-    static void OnEngineEvent(void* pUser, ArvStreamCallbackType type, ArvBuffer* pBuffer);
+    static void OnNewBuffer(ArvStream* pStream, void* pUser);
     void SizeSocketBuffer(std::size_t payloadBytes);
     void TakeResults();
 

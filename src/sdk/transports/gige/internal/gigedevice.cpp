@@ -156,6 +156,9 @@ ObjectPtr<ArvDevice> CGigEDevice::OpenEngine() const
         GENICAM_THROW(AccessException, "The camera " + Name() + " was taken by another application.");
     }
     arv_gv_device_set_packet_size_adjustment(ARV_GV_DEVICE(pEngine.get()), ARV_GV_PACKET_SIZE_ADJUSTMENT_NEVER);
+    // Where it may, the engine takes images from a packet socket. Until that has its filter, which takes a busy machine
+    // seconds, it gets everybody's packets. The engine takes them for images, for which it uses up all buffers.
+    arv_gv_device_set_stream_options(ARV_GV_DEVICE(pEngine.get()), ARV_GV_STREAM_OPTION_PACKET_SOCKET_DISABLED);
     return pEngine;
 }
 

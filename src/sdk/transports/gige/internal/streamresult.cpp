@@ -66,7 +66,8 @@ const char* FailureText(ArvBufferStatus status)
         return "The image does not fit the buffer: the camera's payload size was changed.";
     case ARV_BUFFER_STATUS_ABORTED:
         return "The transfer of the image was aborted.";
-    case ARV_BUFFER_STATUS_CLEARED:
+    case ARV_BUFFER_STATUS_CLEARED: // given back unfilled
+        return "The image is of a kind that cannot be received.";
     case ARV_BUFFER_STATUS_FILLING:
         return "The transfer of the image was not finished.";
     default:
