@@ -144,6 +144,11 @@ void CGvcpPeer::OpenStream(std::uint32_t packetBytes)
     EXPECT_EQ(Write(Gvbs::StreamChannelPort, ntohs(LocalAddressOf(m_stream).sin_port)), Gvcp::EStatus::Success);
 }
 
+std::optional<std::vector<std::uint8_t>> CGvcpPeer::ReceiveStreamDatagram(std::chrono::milliseconds limit)
+{
+    return ReceiveAt(m_stream, limit);
+}
+
 std::optional<Gvsp::SPacket> CGvcpPeer::ReceivePacket(std::chrono::milliseconds limit)
 {
     const auto data = ReceiveAt(m_stream, limit);

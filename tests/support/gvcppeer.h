@@ -46,6 +46,8 @@ public:
 
     /** Takes control and says where the stream goes. */
     void OpenStream(std::uint32_t packetBytes);
+    /** The next datagram of the stream, whatever it holds; nothing when none came in time. */
+    std::optional<std::vector<std::uint8_t>> ReceiveStreamDatagram(std::chrono::milliseconds limit);
     /** The next stream packet; nothing when none came in time. Valid until the next call. */
     std::optional<Velmo::Gvsp::SPacket> ReceivePacket(std::chrono::milliseconds limit);
     /** Packets of that block by their identifiers, until its trailer or the time is over. */

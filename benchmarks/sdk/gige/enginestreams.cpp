@@ -40,7 +40,7 @@ void check(GError* pError, const char* what)
 class CEngineStream
 {
 public:
-    explicit CEngineStream(int index)
+    CEngineStream(int index, bool withPacketSocket)
     {
         GError* pError = nullptr;
         const std::string address = "127.0.0." + std::to_string(index + 1);
@@ -50,6 +50,9 @@ public:
         g_object_unref(pAdapter);
         g_object_unref(pCamera);
         check(pError, "opening");
+        arv_gv_device_set_stream_options(ARV_GV_DEVICE(m_pDevice), withPacketSocket
+                                                                       ? ARV_GV_STREAM_OPTION_NONE
+                                                                       : ARV_GV_STREAM_OPTION_PACKET_SOCKET_DISABLED);
         arv_device_set_integer_feature_value(m_pDevice, "GevSCPSPacketSize", PacketBytes, &pError);
         check(pError, "packet size");
         const gint64 payload = arv_device_get_integer_feature_value(m_pDevice, "PayloadSize", &pError);
@@ -130,12 +133,12 @@ private:
 
 } // namespace
 
-SStreamFigures streamThroughTheEngine(int cameras, int seconds)
+SStreamFigures streamThroughTheEngine(int cameras, int seconds, bool withPacketSocket)
 {
     std::vector<std::unique_ptr<CEngineStream>> streams;
     for (int i = 0; i < cameras; ++i)
     {
-        streams.push_back(std::make_unique<CEngineStream>(i));
+        streams.push_back(std::make_unique<CEngineStream>(i, withPacketSocket));
     }
     for (auto& pStream : streams)
     {

@@ -74,6 +74,7 @@ void measureStreams(CFigures& figures, int cameras, int seconds)
 {
     const CCameraProgram program(cameras, ImagesPerSecond);
     const SStreamFigures engine = runInChild("engine", cameras, seconds);
+    const SStreamFigures packets = runInChild("engine-packet-socket", cameras, seconds);
     const SStreamFigures sdk = runInChild("sdk", cameras, seconds);
     const auto rate = [](const SStreamFigures& f)
     {
@@ -89,6 +90,7 @@ void measureStreams(CFigures& figures, int cameras, int seconds)
     figures.add({"rate" + of(cameras), rate(sdk), "images/s", "the engine alone", rate(engine),
                  CFigures::EGoal::AtLeast, 0.95});
     figures.add({"processor time of one image" + of(cameras), cost(sdk), "us", "the engine alone", cost(engine)});
+    figures.add({"the same by the engine with a packet socket" + of(cameras), cost(packets), "us", "", 0});
     figures.add({"load" + of(cameras), sdk.cpuMicroseconds / sdk.seconds / 1e6, "cores", "", 0});
 }
 
@@ -129,8 +131,10 @@ int runOne(const QStringList& arguments)
     return printRun(
         [&]
         {
-            return arguments.at(2) == QLatin1String("engine") ? streamThroughTheEngine(cameras, seconds)
-                                                              : streamThroughTheSdk(cameras, seconds);
+            const QString way = arguments.at(2);
+            return way == QLatin1String("sdk")
+                       ? streamThroughTheSdk(cameras, seconds)
+                       : streamThroughTheEngine(cameras, seconds, way == QLatin1String("engine-packet-socket"));
         });
 }
 

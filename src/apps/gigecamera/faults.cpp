@@ -48,6 +48,11 @@ const std::vector<SNumber>& Numbers()
          {
              n.duplicatedPerThousand = value;
          }},
+        {"corrupted", Thousand,
+         [](SNetworkFaults& n, SFaults&, std::uint32_t value)
+         {
+             n.corruptedPerThousand = value;
+         }},
         {"delay", MostMs,
          [](SNetworkFaults& n, SFaults&, std::uint32_t value)
          {
@@ -142,7 +147,8 @@ bool ReadOther(const std::string& text, const std::string& name, const std::stri
 
 std::string GetFaultHelp()
 {
-    return "What goes wrong, as often as needed: lost=N, reordered=N, duplicated=N (stream packets per thousand), "
+    return "What goes wrong, as often as needed: lost=N, reordered=N, duplicated=N, corrupted=N (stream packets per "
+           "thousand), "
            "delay=MS (of images), slow=MS (of commands), die=N (silent for good in the N-th image), silent (answers "
            "nothing), mtu=N (larger datagrams vanish on the way), nostream (no stream packet arrives), notest (sends "
            "no test packets), power-loss-file=N, power-loss-write=N (in the N-th file operation, before the N-th "

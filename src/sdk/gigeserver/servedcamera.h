@@ -19,6 +19,7 @@ struct SNetworkFaults
     std::uint32_t lostPerThousand = 0;       // stream packets that vanish, also when they are sent again
     std::uint32_t reorderedPerThousand = 0;  // stream packets that change places with the next
     std::uint32_t duplicatedPerThousand = 0; // stream packets that arrive twice
+    std::uint32_t corruptedPerThousand = 0;  // stream packets with one wrong bit
     std::uint32_t delayMs = 0;               // each image leaves that much later
     std::uint32_t commandMs = 0;   // commands take that long; a pending acknowledge says so where it is enabled
     std::uint64_t dieInFrame = 0;  // falls silent for good in the middle of that image; 0: never

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <bitset>
 #include <set>
 
 using namespace Test;
@@ -39,7 +40,57 @@ std::vector<std::uint32_t> OrderOfOneImage(const std::string& fault)
     return order;
 }
 
+/** The datagrams of one image in the order of their arrival; every run shows the same image. */
+std::vector<std::vector<std::uint8_t>> DatagramsOfOneImage(const std::vector<std::string>& faults)
+{
+    std::vector<std::string> arguments{"--config", WriteConfig("\"AcquisitionMode\": \"SingleFrame\"")};
+    arguments.insert(arguments.end(), faults.begin(), faults.end());
+    const CCameraProgram cameras(arguments);
+    CGvcpPeer peer;
+    peer.OpenStream(PacketBytes);
+    EXPECT_EQ(peer.Write(static_cast<std::uint32_t>(Register::AcquisitionStart), 1), EStatus::Success);
+    std::vector<std::vector<std::uint8_t>> datagrams;
+    for (auto data = peer.ReceiveStreamDatagram(5s); data.has_value(); data = peer.ReceiveStreamDatagram(300ms))
+    {
+        datagrams.push_back(*data);
+    }
+    return datagrams;
+}
+
+std::size_t CountWrongBits(const std::vector<std::uint8_t>& one, const std::vector<std::uint8_t>& other)
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < one.size(); ++i)
+    {
+        count += std::bitset<8>(one[i] ^ other.at(i)).count();
+    }
+    return count;
+}
+
 } // namespace
+
+TEST(Faults, corruptedPacketsHaveOneWrongBit)
+{
+    const auto right = DatagramsOfOneImage({});
+    const auto wrong = DatagramsOfOneImage({"--fault", "corrupted=500"});
+    ASSERT_EQ(right.size(), PayloadPackets + 2);
+    ASSERT_EQ(wrong.size(), right.size());
+    std::size_t corrupted = 0;
+    std::size_t inHeaders = 0;
+    for (std::size_t i = 1; i <= PayloadPackets; ++i) // the leader has a time stamp
+    {
+        ASSERT_EQ(wrong[i].size(), right[i].size());
+        const std::size_t bits = CountWrongBits(right[i], wrong[i]);
+        EXPECT_LE(bits, 1U);
+        corrupted += bits;
+        constexpr std::ptrdiff_t headerBytes = 8;
+        inHeaders += std::equal(right[i].begin(), right[i].begin() + headerBytes, wrong[i].begin()) ? 0 : 1;
+    }
+    EXPECT_GT(corrupted, PayloadPackets / 3);
+    EXPECT_LT(corrupted, PayloadPackets * 2 / 3);
+    EXPECT_GT(inHeaders, corrupted / 4);
+    EXPECT_LT(inHeaders, corrupted * 3 / 4);
+}
 
 TEST(Faults, lostPacketsAreMissingInTheMiddleOfOthers)
 {

@@ -192,6 +192,22 @@ TEST_F(GigETransport, receivesEveryImageOfACameraThatLosesPackets)
     EXPECT_THAT(report, ::testing::Not(::testing::HasSubstr(" 0 left out"))) << report;
 }
 
+TEST_F(GigETransport, survivesCorruptedPacketsAndGetsBackEveryBuffer)
+{
+    const CCameraProgram cameras({"--config", WriteConfig(""), "--fault", "corrupted=20"});
+    const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
+    GenApi::CIntegerPtr(pDevice->GetNodeMap()->GetNode("GevSCPSPacketSize"))->SetValue(1500);
+    CRunningStream stream(*pDevice, 10);
+    int complete = 0;
+    for (int image = 0; image < 60; ++image) // each buffer several times
+    {
+        const SStreamResult result = stream.Next();
+        complete += result.status == EResultStatus::Ok ? 1 : 0;
+        EXPECT_EQ(result.status == EResultStatus::Ok, result.errorDescription.empty());
+    }
+    EXPECT_GE(complete, 10);
+}
+
 TEST_F(GigETransport, noticesWithinThreeSecondsThatTheCameraWasKilled)
 {
     CCameraProgram cameras({"--config", WriteConfig("")});

@@ -32,6 +32,7 @@ struct CPacketWriter::SBatch
     std::minstd_rand random;
     std::size_t count = 0;
     std::array<CBlock::SPacket, 2 * MostPackets> packets; // all may be duplicated
+    std::vector<std::vector<std::uint8_t>> corrupted;     // data of packets that are not the block's any more
     std::array<std::array<iovec, 2>, 2 * MostPackets> parts{};
     std::array<mmsghdr, 2 * MostPackets> messages{};
 };
@@ -58,10 +59,33 @@ void CPacketWriter::Add(const CBlock::SPacket& packet)
         return;
     }
     batch.packets[batch.count++] = packet;
+    if (batch.Happens(m_faults.corruptedPerThousand))
+    {
+        Corrupt(batch.packets[batch.count - 1]);
+    }
     if (batch.Happens(m_faults.duplicatedPerThousand))
     {
         batch.packets[batch.count++] = packet;
     }
+}
+
+void CPacketWriter::Corrupt(CBlock::SPacket& packet)
+{
+    SBatch& batch = *m_pBatch;
+    const auto flip = [&batch](std::uint8_t* data, std::size_t bytes)
+    {
+        constexpr std::size_t bits = 8;
+        const std::size_t bit = batch.random() % (bits * bytes);
+        data[bit / bits] = static_cast<std::uint8_t>(data[bit / bits] ^ 1U << bit % bits);
+    };
+    if (packet.bytes == 0 || batch.random() % 2 == 0)
+    {
+        flip(packet.header.data.data(), packet.header.bytes);
+        return;
+    }
+    batch.corrupted.emplace_back(packet.pData, packet.pData + packet.bytes);
+    flip(batch.corrupted.back().data(), packet.bytes);
+    packet.pData = batch.corrupted.back().data();
 }
 
 void CPacketWriter::Write(const CBlock& block, std::uint32_t first, std::uint32_t count, bool isResent)
@@ -69,6 +93,7 @@ void CPacketWriter::Write(const CBlock& block, std::uint32_t first, std::uint32_
     SBatch& batch = *m_pBatch;
     const auto status = isResent ? static_cast<std::uint16_t>(Velmo::Gvcp::EStatus::PacketResend) : Gvsp::StatusSuccess;
     batch.count = 0;
+    batch.corrupted.clear();
     for (std::uint32_t id = first; id < first + count; ++id)
     {
         Add(block.GetPacket(id, status));

@@ -32,6 +32,7 @@ public:
 private:
     struct SBatch;
     void Add(const CBlock::SPacket& packet);
+    void Corrupt(CBlock::SPacket& packet);
     bool Arrives(const CBlock::SPacket& packet) const;
     void Send(const STarget& target);
 
