@@ -131,7 +131,7 @@ int runOne(const QStringList& arguments)
     return printRun(
         [&]
         {
-            const QString way = arguments.at(2);
+            const QString& way = arguments.at(2);
             return way == QLatin1String("sdk")
                        ? streamThroughTheSdk(cameras, seconds)
                        : streamThroughTheEngine(cameras, seconds, way == QLatin1String("engine-packet-socket"));
