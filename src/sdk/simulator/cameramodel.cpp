@@ -16,7 +16,6 @@ namespace Simulator
 {
 
 using Internal::CFrameSchedule;
-using Internal::CSettings;
 using Internal::CTestImage;
 using Internal::SFeature;
 
