@@ -9,6 +9,8 @@
 #include "transports/gige/internal/gvcpclient.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace Velmo::GigE::Internal
@@ -356,11 +358,27 @@ bool CGigEDevice::IsAnswering() const
 
 void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine, bool isThere) const
 {
-    if (isThere)
+    // While the engine's own thread tells the loss of control it holds a reference. Were that the last one, the thread
+    // would wait for its own end, which ends the program. Without a handler, which is gone by now, it takes none.
+    const auto isAlone = [](ArvDevice* pDevice)
+    {
+        return g_atomic_int_get(&G_OBJECT(pDevice)->ref_count) == 1;
+    };
+    if (isThere && isAlone(pEngine.get()))
     {
         return;
     }
-    m_pServices->reaper.Add(m_deviceIp, [pObject = pEngine.release()] { g_object_unref(pObject); });
+    m_pServices->reaper.Add(m_deviceIp,
+                            [pDevice = pEngine.release(), isAlone]
+                            {
+                                constexpr std::chrono::seconds patience(5);
+                                const auto deadline = std::chrono::steady_clock::now() + patience;
+                                while (!isAlone(pDevice) && std::chrono::steady_clock::now() < deadline)
+                                {
+                                    std::this_thread::yield();
+                                }
+                                g_object_unref(pDevice);
+                            });
 }
 
 GenApi::INodeMap* CGigEDevice::GetNodeMap()
