@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
+#include "support/seed.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -69,7 +71,7 @@ Bytes Mutate(Bytes input, std::mt19937_64& random)
 int main(int argc, char** argv)
 {
     constexpr int rounds = 2000;
-    const std::uint64_t sequence = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : std::random_device{}();
+    const std::uint64_t sequence = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : ::Test::randomSeed();
     std::printf("random sequence %llu\n", static_cast<unsigned long long>(sequence));
     std::fflush(stdout);
     std::mt19937_64 random(sequence);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/internal/devicepool.h"
+#include "support/seed.h"
 #include "unit/common/plugins/camerapool/testing/records.h"
 #include "utils/exceptions.h"
 #include "velmo/velmo.h"
@@ -209,7 +210,7 @@ TEST_F(DevicePool, interfaceAndCameraOfEqualTextAreApart)
 
 TEST_F(DevicePool, findsWhatAWalkFromFrontToBackFinds)
 {
-    const auto seed = std::random_device()();
+    const auto seed = static_cast<std::mt19937::result_type>(::Test::randomSeed());
     RecordProperty("seed", std::to_string(seed));
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
