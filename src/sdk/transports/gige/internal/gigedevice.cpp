@@ -7,10 +7,9 @@
 #include "protocols/gvcp.h"
 #include "transport/log.h"
 #include "transports/gige/internal/gvcpclient.h"
+#include "transports/gige/internal/lastreference.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 #include <utility>
 
 namespace Velmo::GigE::Internal
@@ -358,26 +357,22 @@ bool CGigEDevice::IsAnswering() const
 
 void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine, bool isThere) const
 {
-    // While the engine's own thread tells the loss of control it holds a reference. Were that the last one, the thread
-    // would wait for its own end, which ends the program. Without a handler, which is gone by now, it takes none.
-    const auto isAlone = [](ArvDevice* pDevice)
-    {
-        return g_atomic_int_get(&G_OBJECT(pDevice)->ref_count) == 1;
-    };
-    if (isThere && isAlone(pEngine.get()))
+    // The engine's thread may be telling the loss of control now, and holds a reference then. Later it takes none: the
+    // handler is gone.
+    constexpr gint onlyOurs = 1;
+    if (isThere && g_atomic_int_get(&G_OBJECT(pEngine.get())->ref_count) == onlyOurs)
     {
         return;
     }
     m_pServices->reaper.Add(m_deviceIp,
-                            [pDevice = pEngine.release(), isAlone]
+                            [pDevice = pEngine.release(), name = Name()]
                             {
-                                constexpr std::chrono::seconds patience(5);
-                                const auto deadline = std::chrono::steady_clock::now() + patience;
-                                while (!isAlone(pDevice) && std::chrono::steady_clock::now() < deadline)
+                                constexpr milliseconds patience(5000);
+                                if (!EndAlone(ObjectPtr<GObject>(G_OBJECT(pDevice)), patience))
                                 {
-                                    std::this_thread::yield();
+                                    Log(ELogLevel::Warning, "velmo.gige",
+                                        "The engine of camera " + name + " is in use still and stays.");
                                 }
-                                g_object_unref(pDevice);
                             });
 }
 
