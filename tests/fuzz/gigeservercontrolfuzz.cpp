@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "gigeserver/internal/controlchannel.h"
+#include "gigeserver/internal/streamsender.h"
 #include "protocols/gvbsregisters.h"
 
 #include <cstdlib>
@@ -24,6 +25,55 @@ void Require(bool holds)
 constexpr SPeer Owner{0x7F000001, 40000};
 constexpr SPeer Stranger{0x7F000001, 40001};
 
+SServedCamera OnLoopback()
+{
+    SServedCamera camera;
+    camera.address.ip = Owner.ip;
+    camera.linkBitsPerSecond = 0;
+    camera.faults.isStreamBlocked = true; // the packets of its stream are counted, and that is all
+    return camera;
+}
+
+/** A stream with one block of each kind of identifiers. Its model never acquires: what it sends are requested packets.
+ */
+struct SStream
+{
+    SStream()
+    {
+        constexpr std::size_t packetBytes = 136;
+        STarget target;
+        target.ip = Owner.ip;
+        target.port = 1;
+        target.packetBytes = packetBytes;
+        const std::vector<std::uint8_t> image(200 * packetBytes);
+        Simulator::SFrame frame;
+        frame.data = image.data();
+        frame.bytes = image.size();
+        for (const bool isExtended : {false, true})
+        {
+            target.isExtended = isExtended;
+            sender.SetTarget(target);
+            ++frame.blockId;
+            Require(sender.OnFrame(frame));
+            largest = std::max<std::uint64_t>(largest, counters.lostPackets - sent);
+            sent = counters.lostPackets;
+        }
+    }
+    void Resend(const Gvcp::SPacketResend& resend)
+    {
+        sent = counters.lostPackets;
+        sender.Resend(resend);
+        Require(counters.lostPackets - sent <= largest);
+    }
+
+    SLiveCounters counters;
+    std::uint64_t sent = 0;    // so far
+    std::uint64_t largest = 0; // packets of a block
+    CStreamSender sender{OnLoopback(), std::make_shared<Simulator::CCameraModel>(Simulator::SCameraConfig()), counters,
+                         [] {
+                         }};
+};
+
 /** One camera for all inputs: making one takes a thousand times as long as answering a command. */
 struct SCamera
 {
@@ -33,7 +83,9 @@ struct SCamera
                          CRegisters::SHooks{[] {}, [](std::uint32_t) {},
                                             [] {
                                             }}};
-    CControlChannel channel{registers, CControlChannel::SHooks{[](const Gvcp::SPacketResend&) {},
+    SStream stream;
+    CControlChannel channel{registers, CControlChannel::SHooks{[this](const Gvcp::SPacketResend& resend)
+                                                               { stream.Resend(resend); },
                                                                [](const Gvcp::SForceIp&)
                                                                {
                                                                    return true;

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "gigeserver/gigeserver_testexport.h"
+
 #include <cstdint>
 
 namespace GigEServer::Internal
@@ -10,8 +12,8 @@ namespace GigEServer::Internal
 
 /** A UDP socket for that address; the caller closes it. A shared one gets its copy of broadcasts beside others. Throws
  *  GenICam::RuntimeException with address, port and reason. */
-int OpenSocket(std::uint32_t ip, std::uint16_t port, bool isShared);
+GIGESERVER_TEST_EXPORT int OpenSocket(std::uint32_t ip, std::uint16_t port, bool isShared);
 /** The port that the system chose. */
-std::uint16_t PortOf(int socket);
+GIGESERVER_TEST_EXPORT std::uint16_t PortOf(int socket);
 
 } // namespace GigEServer::Internal

@@ -234,13 +234,12 @@ void CStreamSender::Resend(const Velmo::Gvcp::SPacketResend& resend)
                                            static_cast<std::uint16_t>(EStatus::PacketUnavailable));
         return;
     }
-    // What has not left yet comes by itself.
-    const std::uint32_t end = pBlock->sent;
-    for (std::uint32_t id = resend.firstPacketId; id < end && id <= resend.lastPacketId;)
+    // What has not left yet comes by itself. The last identifier may be the largest there is: "to the end".
+    const std::uint64_t end = std::min<std::uint64_t>(pBlock->sent, std::uint64_t{resend.lastPacketId} + 1);
+    for (std::uint64_t id = resend.firstPacketId; id < end; id += CPacketWriter::MostPackets)
     {
-        const std::uint32_t count = std::min({CPacketWriter::MostPackets, end - id, resend.lastPacketId - id + 1});
-        m_pControlWriter->Write(*pBlock, id, count, true);
-        id += count;
+        const std::uint64_t count = std::min<std::uint64_t>(CPacketWriter::MostPackets, end - id);
+        m_pControlWriter->Write(*pBlock, static_cast<std::uint32_t>(id), static_cast<std::uint32_t>(count), true);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "gigeserver/gigeserver_testexport.h"
 #include "gigeserver/internal/packetwriter.h"
 #include "protocols/gvcp.h"
 #include "simulator/cameramodel.h"
@@ -23,7 +24,7 @@ namespace GigEServer::Internal
  *
  * Threads: its own sender thread runs the acquisition and sends; everything else comes from the control thread.
  */
-class CStreamSender final : public Simulator::IFrameSink
+class GIGESERVER_TEST_EXPORT CStreamSender final : public Simulator::IFrameSink
 {
 public:
     /** onDeath is called on the sender thread when the camera dies in the middle of a frame, as the faults want it.
@@ -38,6 +39,8 @@ public:
     /** From the next frame on; a frame under way is not finished when the target becomes none. */
     void SetTarget(const STarget& target);
     void SendTestPacket();
+    /** Those packets of the range that have left once; the range comes from a stranger. Says so when the block, or its
+     *  first packet, is not there. */
     void Resend(const Velmo::Gvcp::SPacketResend& resend);
     std::uint16_t GetPort() const { return m_port; }
 
