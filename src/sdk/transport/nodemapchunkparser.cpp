@@ -23,13 +23,8 @@ CNodeMapChunkParser::~CNodeMapChunkParser()
     Disconnect();
 }
 
-void CNodeMapChunkParser::ReadChunks(const void* pBuffer, std::int64_t bytes)
+bool CNodeMapChunkParser::ReadChunks(const void* pBuffer, std::int64_t bytes)
 {
-    if (pBuffer == nullptr || bytes < 0)
-    {
-        GENICAM_THROW(InvalidArgumentException,
-                      "The chunk data of the camera " + m_deviceName + " cannot be read: there is no buffer.");
-    }
     m_chunks.clear();
     Chunks::CReader reader(pBuffer, static_cast<std::size_t>(bytes), m_byteOrder);
     Chunks::SChunk chunk;
@@ -39,11 +34,14 @@ void CNodeMapChunkParser::ReadChunks(const void* pBuffer, std::int64_t bytes)
     }
     if (reader.GetState() != Chunks::CReader::EState::Ok)
     {
-        GENICAM_THROW(RuntimeException, "The chunk data of an image of the camera " + m_deviceName +
-                                            " cannot be read: " + reader.GetErrorText());
+        ReportOnce(m_hasReportedData,
+                   "The chunk data of an image of the camera " + m_deviceName +
+                       " cannot be read, its chunk features are not available: " + reader.GetErrorText());
+        return false;
     }
     m_found =
         reader.GetByteOrder() == Chunks::EByteOrder::Little ? GenApi::EEndianness::Little : GenApi::EEndianness::Big;
+    return true;
 }
 
 void CNodeMapChunkParser::AttachBuffer(const void* pBuffer, std::int64_t bytes, std::int64_t /*layoutId*/,
@@ -54,16 +52,21 @@ void CNodeMapChunkParser::AttachBuffer(const void* pBuffer, std::int64_t bytes, 
         GENICAM_THROW(LogicalErrorException,
                       "The chunk data of the camera " + m_deviceName + " cannot be read: the camera was closed.");
     }
-    try
+    if (pBuffer == nullptr || bytes < 0)
     {
-        ReadChunks(pBuffer, bytes);
-        m_pNodeMap->AttachChunks(m_chunks.data(), m_chunks.size(), m_found);
+        Detach();
+        GENICAM_THROW(InvalidArgumentException,
+                      "The chunk data of the camera " + m_deviceName + " cannot be read: there is no buffer.");
     }
-    catch (...)
+    if (ReadChunks(pBuffer, bytes))
+    {
+        RunReceivers([this] { m_pNodeMap->AttachChunks(m_chunks.data(), m_chunks.size(), m_found); });
+    }
+    else
     {
         // What the last image said must not be taken for this one's values.
-        DetachQuietly();
-        throw;
+        m_chunks.clear();
+        Detach();
     }
     if (pChunkOffset != nullptr)
     {
@@ -73,23 +76,30 @@ void CNodeMapChunkParser::AttachBuffer(const void* pBuffer, std::int64_t bytes, 
 
 void CNodeMapChunkParser::DetachBuffer()
 {
+    Detach();
+    m_hasReportedData = false;
+    m_hasReportedReceiver = false;
+}
+
+void CNodeMapChunkParser::Detach() noexcept
+{
     if (m_pNodeMap != nullptr)
     {
-        m_pNodeMap->DetachChunks();
+        RunReceivers([this] { m_pNodeMap->DetachChunks(); });
     }
 }
 
-void CNodeMapChunkParser::DetachQuietly() noexcept
+template <class Change> void CNodeMapChunkParser::RunReceivers(const Change& change) noexcept
 {
     const auto report = [this](const char* reason)
     {
-        // The bytes are detached all the same.
-        Log(ELogLevel::Warning, "velmo.chunks",
-            "The camera " + m_deviceName + ": a receiver of a chunk feature's change failed: " + reason);
+        ReportOnce(m_hasReportedReceiver,
+                   "The camera " + m_deviceName + ": a receiver of a chunk feature's change failed: " + reason);
     };
     try
     {
-        DetachBuffer();
+        // The bytes are attached, or detached, and every receiver was called before the first failure comes out of it.
+        change();
     }
     catch (const std::exception& e)
     {
@@ -101,9 +111,15 @@ void CNodeMapChunkParser::DetachQuietly() noexcept
     }
 }
 
+void CNodeMapChunkParser::ReportOnce(bool& hasReported, const std::string& text) noexcept
+{
+    Log(hasReported ? ELogLevel::Debug : ELogLevel::Warning, "velmo.chunks", text);
+    hasReported = true;
+}
+
 void CNodeMapChunkParser::Disconnect() noexcept
 {
-    DetachQuietly();
+    Detach();
     m_pNodeMap = nullptr;
 }
 

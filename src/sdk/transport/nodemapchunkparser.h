@@ -33,14 +33,21 @@ public:
     void Disconnect() noexcept;
 
 private:
-    void DetachQuietly() noexcept;
-    void ReadChunks(const void* pBuffer, std::int64_t bytes);
+    void Detach() noexcept;
+    /** False, and reported, when they cannot be read. */
+    bool ReadChunks(const void* pBuffer, std::int64_t bytes);
+    /** Changes the node map; what a callback of its nodes throws is reported. */
+    template <class Change> void RunReceivers(const Change& change) noexcept;
+    /** A warning the first time since the last DetachBuffer, which begins a grab; at debug level then. */
+    static void ReportOnce(bool& hasReported, const std::string& text) noexcept;
 
     GenApi::INodeMap* m_pNodeMap; // null: the device was closed
     const Chunks::EByteOrder m_byteOrder;
     const std::string m_deviceName;
     std::vector<GenApi::SChunkData> m_chunks; // the last first; kept, so that nothing is allocated per image
     GenApi::EEndianness m_found = GenApi::EEndianness::Big;
+    bool m_hasReportedData = false;     // that chunk data cannot be read
+    bool m_hasReportedReceiver = false; // that a node's callback failed
 };
 
 /** The chunk parsers of one device. Threads: one at a time. */

@@ -9,9 +9,11 @@
 #include "parametercollection/iparametercollection.h"
 #include "parametercollection/parameterpath.h"
 #include "parametercollection/parameters.h"
+#include "support/warnings.h"
 
 #include <QMap>
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <vector>
@@ -173,6 +175,27 @@ TEST_F(PluginChunks, thatAreMissingAreNotAvailableWhileOthersAre)
     set<CBooleanParameter>("ChunkModeActive", false);
     service<ICameraStreamControlService>()->startGrabbing(m_info);
     EXPECT_FALSE(isReadable("ChunkTimestamp"));
+}
+
+TEST_F(PluginChunks, thatCannotBeReadAreNotAvailableUntilTheyCanBeAgain)
+{
+    enable("FrameID");
+    set<CBooleanParameter>("FaultChunkLies", true);
+    ::Test::CWarnings warnings;
+    int grabbed = 0;
+    QObject receiver;
+    QObject::connect(service<ICameraStatusService>().data(), &ICameraStatusService::cameraImageGrabbed, &receiver,
+                     [&](const CameraInfoPtr&, const Velmo::CGrabResultPtr&) { ++grabbed; });
+    service<ICameraStreamControlService>()->startGrabbing(m_info);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grabbed >= 5; }, s_waitMs));
+    EXPECT_FALSE(isReadable("ChunkFrameID"));
+    const auto lines = warnings.Lines();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return line.find("cannot be read") != std::string::npos; }),
+              1); // of all those images
+    set<CBooleanParameter>("FaultChunkLies", false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isReadable("ChunkFrameID"); }, s_waitMs));
+    service<ICameraStreamControlService>()->stopGrabbing(m_info);
 }
 
 TEST_F(PluginChunks, ofASingleShotStayReadableAfterwards)

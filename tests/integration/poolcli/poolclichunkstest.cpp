@@ -70,6 +70,24 @@ TEST_F(PoolCliChunks, chunksOfCompressedImagesAreShownToo)
     EXPECT_TRUE(outcome.out.contains("ChunkFrameID=")) << outcome.out.constData();
 }
 
+TEST_F(PoolCliChunks, chunkDataThatCannotBeReadStopNoGrabAndAreToldWithTheCamera)
+{
+    writeData(R"({"cameras": [{"serial": "EMU-A", "features": {"ChunkModeActive": true},
+                               "faults": {"chunkLies": true}}]})");
+    const SOutcome grab = run({QStringLiteral("grab"), QStringLiteral("EMU-A"), QStringLiteral("-n"),
+                               QStringLiteral("4"), QStringLiteral("--json")});
+    ASSERT_EQ(grab.exitCode, 0) << grab.err.constData();
+    EXPECT_GE(grab.json().array().at(0).toObject().value(QStringLiteral("images")).toInt(), 4);
+    EXPECT_EQ(grab.err.count("cannot be read"), 1) << grab.err.constData();
+    EXPECT_TRUE(grab.err.contains("EMU-A") && grab.err.contains("claims")) << grab.err.constData();
+
+    const SOutcome chunks =
+        run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("4")});
+    EXPECT_EQ(chunks.exitCode, 1) << chunks.err.constData();
+    EXPECT_TRUE(chunks.err.contains("without chunk data")) << chunks.err.constData();
+    EXPECT_EQ(chunks.out.trimmed().split('\n').size(), 4) << chunks.out.constData();
+}
+
 TEST_F(PoolCliChunks, anUnknownChunkIsRefusedWithThoseThatThereAre)
 {
     const SOutcome outcome = run(

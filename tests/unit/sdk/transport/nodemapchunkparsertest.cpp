@@ -37,7 +37,9 @@ protected:
     NodeMapChunkParser() : m_map(Make(Description))
     {
         m_pParser = m_parsers.Create(m_map.get(), EByteOrder::Auto, "'C1'");
+        SetLogSink([this](const SLogRecord& record) { m_log.push_back(record); });
     }
+    ~NodeMapChunkParser() override { SetLogSink(nullptr); }
 
     static std::unique_ptr<GenApi::INodeMap> Make(const std::string& xml)
     {
@@ -57,6 +59,13 @@ protected:
         }
         return payload;
     }
+    /** Its last chunk claims more bytes than there are. */
+    static Bytes Lying()
+    {
+        Bytes payload = Payload({{0xA1, 6}});
+        payload[payload.size() - 4] = 0x80;
+        return payload;
+    }
     void Attach(const Bytes& payload)
     {
         m_pParser->AttachBuffer(payload.data(), static_cast<std::int64_t>(payload.size()));
@@ -64,6 +73,7 @@ protected:
     std::int64_t Value(const char* name) { return GenApi::CIntegerPtr(m_map->GetNode(name))->GetValue(); }
     EAccessMode Mode(const char* name) { return m_map->GetNode(name)->GetAccessMode(); }
 
+    std::vector<SLogRecord> m_log;
     std::unique_ptr<GenApi::INodeMap> m_map;
     CChunkParsers m_parsers;
     IChunkParser* m_pParser = nullptr;
@@ -112,23 +122,55 @@ TEST_F(NodeMapChunkParser, theChunkOffsetIsTheSizeOfTheImage)
     EXPECT_EQ(offset, 16U);
 }
 
-TEST_F(NodeMapChunkParser, unreadableDataLeaveNothingOfTheLastImageAndNameTheCamera)
+TEST_F(NodeMapChunkParser, unreadableDataLeaveNothingOfTheLastImageAndAreLoggedWithTheCamera)
 {
     const Bytes good = Payload({{0xA1, 5}});
+    const Bytes bad = Lying();
     Attach(good);
-    Bytes bad = Payload({{0xA1, 6}});
-    bad[bad.size() - 4] = 0x80;
-    try
-    {
-        Attach(bad);
-        FAIL();
-    }
-    catch (const GenICam::RuntimeException& e)
-    {
-        EXPECT_THAT(e.GetDescription(), HasSubstr("'C1'"));
-        EXPECT_THAT(e.GetDescription(), HasSubstr("claims"));
-    }
+    std::size_t offset = 1;
+    m_pParser->AttachBuffer(bad.data(), static_cast<std::int64_t>(bad.size()), 0, &offset);
     EXPECT_EQ(Mode("ChunkOne"), EAccessMode::NA);
+    EXPECT_EQ(offset, 0U);
+    ASSERT_EQ(m_log.size(), 1U);
+    EXPECT_EQ(m_log[0].level, ELogLevel::Warning);
+    EXPECT_THAT(m_log[0].text, HasSubstr("'C1'"));
+    EXPECT_THAT(m_log[0].text, HasSubstr("claims"));
+    Attach(good);
+    EXPECT_EQ(Value("ChunkOne"), 5);
+}
+
+TEST_F(NodeMapChunkParser, onlyTheFirstUnreadableImageOfAGrabIsAWarning)
+{
+    const Bytes bad = Lying();
+    Attach(bad);
+    Attach(bad);
+    m_pParser->DetachBuffer(); // the next grab
+    Attach(bad);
+    ASSERT_EQ(m_log.size(), 3U);
+    EXPECT_EQ(m_log[0].level, ELogLevel::Warning);
+    EXPECT_EQ(m_log[1].level, ELogLevel::Debug);
+    EXPECT_EQ(m_log[2].level, ELogLevel::Warning);
+}
+
+TEST_F(NodeMapChunkParser, aReceiverThatThrowsIsLoggedAndCostsNobodyTheValues)
+{
+    const Bytes payload = Payload({{0xA1, 5}, {0xA2, 6}});
+    int others = 0;
+    m_map->GetNode("ChunkOne")->RegisterCallback([](GenApi::INode*) { throw std::runtime_error("receiver"); });
+    m_map->GetNode("ChunkTwo")->RegisterCallback([&](GenApi::INode*) { ++others; });
+    std::size_t offset = 0;
+    m_pParser->AttachBuffer(payload.data(), static_cast<std::int64_t>(payload.size()), 0, &offset);
+    EXPECT_EQ(Value("ChunkOne"), 5);
+    EXPECT_EQ(Value("ChunkTwo"), 6);
+    EXPECT_EQ(offset, 16U);
+    EXPECT_EQ(others, 1);
+    Attach(payload);
+    m_pParser->DetachBuffer();
+    EXPECT_EQ(others, 3);
+    ASSERT_EQ(m_log.size(), 3U);
+    EXPECT_EQ(m_log[0].level, ELogLevel::Warning);
+    EXPECT_THAT(m_log[0].text, HasSubstr("receiver"));
+    EXPECT_EQ(m_log[1].level, ELogLevel::Debug);
 }
 
 TEST_F(NodeMapChunkParser, noBufferIsRefused)
@@ -199,11 +241,9 @@ TEST_F(NodeMapChunkParser, aReceiverThatThrowsAtTheEndIsLogged)
     const Bytes payload = Payload({{0xA1, 5}});
     Attach(payload);
     m_map->GetNode("ChunkOne")->RegisterCallback([](GenApi::INode*) { throw std::runtime_error("receiver"); });
-    std::string logged;
-    SetLogSink([&](const SLogRecord& record) { logged += record.text; });
     m_parsers.Disconnect();
-    SetLogSink(nullptr);
-    EXPECT_THAT(logged, HasSubstr("receiver"));
+    ASSERT_EQ(m_log.size(), 1U);
+    EXPECT_THAT(m_log[0].text, HasSubstr("receiver"));
     EXPECT_EQ(Mode("ChunkOne"), EAccessMode::NA);
 }
 

@@ -22,7 +22,8 @@ namespace Plugin::CameraPool::Internal
  * Holds that image until the next one with chunks, so one buffer of a grab is always out.
  * Ownership: the camera's; registered as configuration and image handler and deregistered before it goes.
  * Threads: OnImageGrabbed on the grab loop thread, which does not run during the other callbacks.
- * Errors: what the SDK throws is a programming error here and asserted.
+ * Errors: what the SDK throws is a programming error here and asserted. Chunk data that cannot be read are none: the
+ * SDK logs them and shows no values.
  */
 class CChunkParsingEventHander : public Velmo::CImageEventHandler, public Velmo::CConfigurationEventHandler
 {

@@ -366,18 +366,6 @@ TEST_F(ChunkParsingEventHandler, aFailedDetachmentAsserts)
     m_transport->SetFault(EStep::DetachChunkBuffer, EFault::Runtime);
     EXPECT_DEATH(m_handler.OnGrabStarted(m_camera), "OnGrabStarted.*false");
 }
-#else
-TEST_F(ChunkParsingEventHandler, aFailedAttachmentStopsNeitherTheGrabNorTheNextAttachment)
-{
-    open();
-    start();
-    m_transport->SetFault(EStep::AttachChunkBuffer, EFault::Unknown, "", "", 1);
-    EXPECT_TRUE(grab(chunkImage()).IsValid());
-    EXPECT_TRUE(grab(chunkImage()).IsValid());
-    EXPECT_EQ(count(EStep::AttachChunkBuffer), 2U);
-    m_camera.Close();
-    EXPECT_EQ(count(EStep::DestroyChunkParser), 1U);
-}
 #endif
 
 /** As CCamera uses it. */
