@@ -145,6 +145,15 @@ void RunIp(const std::string& arguments)
     RunProgram(command);
 }
 
+std::string SetNetworkSetting(const std::string& name, const std::string& value)
+{
+    const std::string file = "/proc/sys/net/" + name; // the namespace's own of whoever opens it
+    std::string before;
+    std::getline(std::ifstream(file), before);
+    WriteFile(file.c_str(), value);
+    return before;
+}
+
 CPeerNamespace::CPeerNamespace()
 {
     const CReturn back;
@@ -189,7 +198,7 @@ void CPeerNamespace::Visit(const std::function<void()>& function) const
 
 void CPeerNamespace::ForwardPackets() const
 {
-    Visit([] { WriteFile("/proc/sys/net/ipv4/ip_forward", "1"); }); // the calling thread's namespace's own
+    Visit([] { SetNetworkSetting("ipv4/ip_forward", "1"); });
 }
 
 void CPeerNamespace::Connect(const std::string& adapter, const std::string& address, const std::string& farAdapter,

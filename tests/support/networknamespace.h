@@ -23,6 +23,9 @@ void RunProgram(const std::vector<std::string>& programAndArguments);
 /** RunProgram("ip", ...) with the words of the text, for the calling thread's namespace: "link set va down". */
 void RunIp(const std::string& arguments);
 
+/** Changes a setting of the calling thread's namespace, "ipv4/ip_forward"; what it was. Throws std::runtime_error. */
+std::string SetNetworkSetting(const std::string& name, const std::string& value);
+
 /**
  * A further network namespace with a loopback adapter, where the far ends of cables are. Its cables end with the
  * object. To be used once the test is in a namespace of its own. Threads: one at a time.

@@ -46,11 +46,12 @@ public:
         }
         return data;
     }
-    void Acknowledge(std::uint16_t id, Velmo::Gvcp::ECommand answer = Velmo::Gvcp::ECommand::EventAck)
+    void Acknowledge(std::uint16_t id, Velmo::Gvcp::ECommand answer = Velmo::Gvcp::ECommand::EventAck,
+                     std::uint32_t cameraIp = Loopback)
     {
         const auto data = Velmo::Gvcp::EncodePlainAck(id, answer, Velmo::Gvcp::EStatus::Success);
-        EXPECT_TRUE(m_socket.Send(data, Loopback, m_senderPort));
-        m_datagrams.push_back({Loopback, m_socket.GetPort(), Loopback, m_senderPort, data});
+        EXPECT_TRUE(m_socket.Send(data, cameraIp, m_senderPort));
+        m_datagrams.push_back({Loopback, m_socket.GetPort(), cameraIp, m_senderPort, data});
     }
     /** The camera's, of the latest message. */
     std::uint16_t GetSenderPort() const { return m_senderPort; }

@@ -4,6 +4,7 @@
 #include "gigeserver/internal/networkcamera.h"
 
 #include "genapi/exceptions.h"
+#include "gigeserver/internal/receiveall.h"
 #include "gigeserver/internal/sockets.h"
 #include "protocols/gvbsregisters.h"
 #include "simulator/registers.h"
@@ -66,25 +67,6 @@ std::uint16_t RequestIdOf(const std::uint8_t* data)
 {
     constexpr std::size_t place = 6; // GVCP command header, "req_id"
     return static_cast<std::uint16_t>(data[place] << 8 | data[place + 1]);
-}
-
-/** Calls handle with every datagram that waits at the socket, and its sender. */
-template <class Handle> void ReceiveAll(int socket, Handle handle)
-{
-    constexpr int mostAtOnce = 256; // so that a flood at one camera cannot keep the others waiting
-    std::uint8_t data[2048];
-    for (int i = 0; i < mostAtOnce; ++i)
-    {
-        sockaddr_in sender{};
-        socklen_t length = sizeof sender;
-        const ssize_t bytes =
-            recvfrom(socket, data, sizeof data, MSG_DONTWAIT, reinterpret_cast<sockaddr*>(&sender), &length);
-        if (bytes <= 0)
-        {
-            return;
-        }
-        handle(data, static_cast<std::size_t>(bytes), SPeer{ntohl(sender.sin_addr.s_addr), ntohs(sender.sin_port)});
-    }
 }
 
 } // namespace
@@ -249,22 +231,26 @@ bool CNetworkCamera::MoveTo(const Gvcp::SForceIp& forceIp)
     {
         return true; // to look for an address anew: it finds the one it has
     }
+    // The stream's socket moves with the next reset only; its source address is of no importance. Applications ignore
+    // messages that come from elsewhere.
+    int socket = -1;
+    int messageSocket = -1;
     try
     {
-        // The stream's socket moves with the next reset only; its source address is of no importance.
-        const int socket = OpenSocket(forceIp.ip, Gvcp::Port, false);
-        close(m_socket);
-        m_socket = socket;
-        // Applications ignore messages that come from elsewhere.
-        const int messageSocket = OpenSocket(forceIp.ip, 0, false);
-        close(m_messageSocket);
-        m_messageSocket = messageSocket;
-        m_pRegisters->GetBootstrap().Set(Gvbs::MessageChannelSourcePort, PortOf(m_messageSocket));
+        socket = OpenSocket(forceIp.ip, Gvcp::Port, false);
+        messageSocket = OpenSocket(forceIp.ip, 0, false);
     }
     catch (const GenICam::RuntimeException&)
     {
-        return false;
+        if (socket >= 0)
+        {
+            close(socket);
+        }
+        return false; // and stays where it is
     }
+    close(std::exchange(m_socket, socket));
+    close(std::exchange(m_messageSocket, messageSocket));
+    m_pRegisters->GetBootstrap().Set(Gvbs::MessageChannelSourcePort, PortOf(m_messageSocket));
     m_camera.address.ip = forceIp.ip;
     m_camera.address.subnetMask = forceIp.subnetMask;
     m_camera.address.broadcast = forceIp.ip | ~forceIp.subnetMask;
