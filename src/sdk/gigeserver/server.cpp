@@ -31,7 +31,6 @@ using Clock = std::chrono::steady_clock;
 namespace
 {
 
-constexpr std::uint32_t LimitedBroadcast = 0xFFFFFFFF;
 constexpr std::uint32_t Loopback = 0x7F000001;
 constexpr std::uint32_t LoopbackNetwork = 127;
 
@@ -88,7 +87,7 @@ void CServer::SPrivate::OpenShared(std::uint32_t ip, bool isShared)
 
 void CServer::SPrivate::OpenSharedSockets()
 {
-    OpenShared(LimitedBroadcast, true);
+    OpenShared(Internal::LimitedBroadcast, true);
     std::set<std::uint32_t> broadcasts;
     bool isLoopback = false;
     bool isLoopbackTaken = false;

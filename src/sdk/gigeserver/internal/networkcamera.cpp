@@ -10,9 +10,6 @@
 #include "simulator/registers.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 #include <utility>
 
@@ -300,16 +297,17 @@ void CNetworkCamera::Handle(const std::uint8_t* data, std::size_t bytes, const S
     {
         return; // in the middle of the command
     }
+    const SPeer recipient = RecipientOf(data, bytes, peer);
     const std::uint32_t discoveryMs = m_camera.config.faults.discoveryDelayMs;
     if (discoveryMs != 0 && IsCommand(data, bytes, {Gvcp::ECommand::DiscoveryCmd}))
     {
-        m_lateAnswers.push_back({now + milliseconds(discoveryMs), peer, answer});
+        m_lateAnswers.push_back({now + milliseconds(discoveryMs), recipient, answer});
         return;
     }
     const std::uint32_t commandMs = GetCommandMs(data, bytes);
     if (commandMs == 0)
     {
-        Send(answer, peer);
+        Send(answer, recipient);
         return;
     }
     // By the standard only where the controlling application has asked for it.
@@ -327,21 +325,21 @@ std::uint32_t CNetworkCamera::GetCommandMs(const std::uint8_t* data, std::size_t
     return IsFileOperation(data, bytes) ? std::max(commandMs, m_pModel->GetFaults().fileDelayMs) : commandMs;
 }
 
-void CNetworkCamera::SendFrom(int socket, const Gvcp::Bytes& datagram, const SPeer& peer)
+SPeer CNetworkCamera::RecipientOf(const std::uint8_t* data, std::size_t bytes, const SPeer& peer) const
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(peer.ip);
-    address.sin_port = htons(peer.port);
-    // A refusal that an earlier answer drew is reported by the next call; the second try is the real one.
-    for (int attempt = 0; attempt < 2; ++attempt)
-    {
-        if (sendto(socket, datagram.data(), datagram.size(), MSG_NOSIGNAL, reinterpret_cast<const sockaddr*>(&address),
-                   sizeof address) >= 0)
-        {
-            return;
-        }
-    }
+    Gvcp::SCommand command;
+    const SAddress& own = m_camera.address;
+    const bool isElsewhere = (peer.ip & own.subnetMask) != (own.ip & own.subnetMask);
+    const bool isForAll = isElsewhere && Gvcp::ParseCommand(data, bytes, command) == Gvcp::EParseResult::Ok &&
+                          command.command == static_cast<std::uint16_t>(Gvcp::ECommand::DiscoveryCmd) &&
+                          (command.flags & Gvcp::Flag::AllowBroadcastAck) != 0;
+    return isForAll ? SPeer{LimitedBroadcast, peer.port} : peer;
+}
+
+void CNetworkCamera::SendFrom(int socket, const Gvcp::Bytes& datagram, const SPeer& peer) const
+{
+    const unsigned int adapter = peer.ip == LimitedBroadcast ? m_camera.address.adapterIndex : 0;
+    SendDatagram(socket, datagram, peer.ip, peer.port, adapter);
 }
 
 void CNetworkCamera::OnTime(Time now)

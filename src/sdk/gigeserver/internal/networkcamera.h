@@ -67,7 +67,10 @@ private:
     void ShutDown();
     bool IsRunning() const { return m_pControl != nullptr; }
     void Send(const Velmo::Gvcp::Bytes& answer, const SPeer& peer) { SendFrom(m_socket, answer, peer); }
-    static void SendFrom(int socket, const Velmo::Gvcp::Bytes& datagram, const SPeer& peer);
+    void SendFrom(int socket, const Velmo::Gvcp::Bytes& datagram, const SPeer& peer) const;
+    /** Who the answer to that command is for: an application in another subnet, to which there may be no way back, can
+     *  allow that everybody gets the one to its discovery. */
+    SPeer RecipientOf(const std::uint8_t* data, std::size_t bytes, const SPeer& peer) const;
     bool MoveTo(const Velmo::Gvcp::SForceIp& forceIp);
     void UpdateStream();
     void UpdateMessages();
