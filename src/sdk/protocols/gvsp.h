@@ -50,6 +50,12 @@ constexpr std::uint16_t ExtendedChunkFlag = 0x4000; // of payload_type: chunks f
 /** GVSP header, "status"; the others are Gvcp::EStatus. */
 constexpr std::uint16_t StatusSuccess = 0x0000;
 
+/** GVSP header, "flags"; extended ID mode only. */
+namespace Flag
+{
+constexpr std::uint16_t PacketResend = 0x0001; // the packet was asked for again
+} // namespace Flag
+
 enum class EParseResult
 {
     Ok,
@@ -64,7 +70,7 @@ using Bytes = std::vector<std::uint8_t>;
 struct SHeader
 {
     std::uint16_t status = StatusSuccess; // a Gvcp::EStatus
-    std::uint16_t flags = 0;              // extended ID mode only
+    std::uint16_t flags = 0;              // of Flag; extended ID mode only
     EPacketFormat format = EPacketFormat::Payload;
     bool isExtended = false;    // 64-bit block and 32-bit packet identifiers
     std::uint64_t blockId = 0;  // standard ID mode: 16 bits

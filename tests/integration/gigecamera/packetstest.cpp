@@ -69,6 +69,16 @@ std::string WriteCapture(const std::vector<SDatagram>& datagrams)
     return name;
 }
 
+std::size_t CountIn(const std::string& text, const std::string& part)
+{
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    {
+        ++count;
+    }
+    return count;
+}
+
 void Execute(CGvcpPeer& peer, std::int64_t command)
 {
     EXPECT_EQ(peer.Write(static_cast<std::uint32_t>(command), 1), EStatus::Success);
@@ -78,6 +88,51 @@ void SetChunks(CGvcpPeer& peer)
 {
     EXPECT_EQ(peer.Write(static_cast<std::uint32_t>(Register::ChunkModeActive), 1), EStatus::Success);
     EXPECT_EQ(peer.Write(static_cast<std::uint32_t>(Register::ChunkEnable) + 4, 1), EStatus::Success);
+}
+
+void Drain(CGvcpPeer& peer)
+{
+    while (peer.ReceivePacket(100ms).has_value())
+    {
+    }
+}
+
+/** Takes packets up to one like that. */
+template <class IsWanted> void ReceiveUntil(CGvcpPeer& peer, IsWanted isWanted)
+{
+    for (;;)
+    {
+        const auto packet = peer.ReceivePacket(30s);
+        ASSERT_TRUE(packet.has_value());
+        if (isWanted(packet->header))
+        {
+            return;
+        }
+    }
+}
+
+/** What a camera sends on demand: one packet again, one that it does not have, a test packet. */
+void AskForMore(CGvcpPeer& peer, bool isExtended)
+{
+    Execute(peer, Register::AcquisitionStart);
+    std::uint64_t block = 0;
+    ReceiveUntil(peer,
+                 [&block](const Gvsp::SHeader& header)
+                 {
+                     block = header.blockId;
+                     return header.format == Gvsp::EPacketFormat::Trailer;
+                 });
+    const auto ask = [&](std::uint64_t id, EStatus answer)
+    {
+        peer.Send(Gvcp::EncodePacketResendCmd(peer.NextId(), {0, isExtended, id, 2, 2}));
+        ReceiveUntil(peer, [answer](const Gvsp::SHeader& header)
+                     { return header.status == static_cast<std::uint16_t>(answer); });
+    };
+    ask(block, EStatus::PacketResend);
+    constexpr std::uint64_t unknown = 0xFFFF;
+    ask(unknown, EStatus::PacketUnavailable);
+    EXPECT_EQ(peer.Write(Gvbs::StreamChannelPacketSize, Gvbs::ScpsFireTestPacket | 8000), EStatus::Success);
+    ReceiveUntil(peer, [](const Gvsp::SHeader& header) { return header.blockId == 0; });
 }
 
 std::vector<std::uint8_t> PayloadOf(const std::map<std::uint32_t, std::vector<std::uint8_t>>& block)
@@ -99,7 +154,7 @@ std::vector<std::uint8_t> PayloadOf(const std::map<std::uint32_t, std::vector<st
 
 TEST(Packets, independentDissectorFindsNothingMalformedInASession)
 {
-    CCameraProgram cameras({"--config", WriteConfig("")});
+    CCameraProgram cameras({"--config", WriteConfig("\"AcquisitionMode\": \"SingleFrame\"")});
     CGvcpPeer peer;
     peer.Ask(Gvcp::EncodeDiscoveryCmd(peer.NextId(), false));
     peer.Ask(Gvcp::EncodeReadMemCmd(peer.NextId(), Gvbs::FirstUrl, 512));
@@ -109,6 +164,7 @@ TEST(Packets, independentDissectorFindsNothingMalformedInASession)
     }
     std::size_t blocks = 0;
     peer.OpenStream(8000);
+    EXPECT_EQ(peer.Write(Gvbs::GvcpConfiguration, Gvbs::GvcpConfigurationHeartbeatDisable), EStatus::Success);
     for (const std::uint32_t extended : {0U, Gvbs::GvspConfigurationExtendedIds})
     {
         EXPECT_EQ(peer.Write(Gvbs::GvspConfiguration, extended), EStatus::Success);
@@ -116,13 +172,12 @@ TEST(Packets, independentDissectorFindsNothingMalformedInASession)
         {
             EXPECT_EQ(peer.Write(Gvbs::StreamChannelConfiguration, chunks), EStatus::Success);
             Execute(peer, Register::AcquisitionStart);
-            blocks += peer.ReceiveBlock(5s).empty() ? 0 : 1;
+            blocks += peer.ReceiveBlock(30s).empty() ? 0 : 1;
             Execute(peer, Register::AcquisitionStop);
-            while (peer.ReceivePacket(100ms).has_value())
-            {
-            }
+            Drain(peer);
             SetChunks(peer);
         }
+        AskForMore(peer, extended != 0);
     }
     EXPECT_EQ(blocks, 4U);
     EXPECT_EQ(peer.Write(Gvbs::Version, 1), EStatus::WriteProtect);
@@ -139,14 +194,13 @@ TEST(Packets, independentDissectorFindsNothingMalformedInASession)
     }
     const std::string text =
         OutputOf({"tshark", "-r", file, "-d", "udp.port==3956,gvcp", "-d", "udp.port==" + streamPort + ",gvsp", "-T",
-                  "fields", "-e", "frame.protocols", "-e", "_ws.malformed", "-e", "_ws.expert.message"});
+                  "fields", "-e", "frame.protocols", "-e", "_ws.malformed", "-e", "_ws.expert.message", "-e",
+                  "gvsp.status", "-e", "gvsp.flag.packetresend"});
     std::remove(file.c_str());
-    std::size_t dissected = 0;
-    for (std::size_t at = text.find("udp:gvsp"); at != std::string::npos; at = text.find("udp:gvsp", at + 1))
-    {
-        ++dissected;
-    }
-    EXPECT_EQ(dissected, streamed);
+    EXPECT_EQ(CountIn(text, "\t0x0100\t"), 2U); // sent again
+    EXPECT_EQ(CountIn(text, "\t0x0100\t0x0001\n"), 1U);
+    EXPECT_EQ(CountIn(text, "\t0x800c\t"), 2U); // not there
+    EXPECT_EQ(CountIn(text, "udp:gvsp"), streamed);
     EXPECT_GT(streamed, 4 * ImageBytes / 8000);
     EXPECT_THAT(text, HasSubstr("udp:gvcp"));
     EXPECT_THAT(text, Not(HasSubstr("alformed"))) << text;

@@ -3,6 +3,8 @@
 
 #include "gigeserver/internal/block.h"
 
+#include "protocols/gvcp.h"
+
 #include <algorithm>
 
 namespace GigEServer::Internal
@@ -64,6 +66,8 @@ CBlock::SPacket CBlock::GetPacket(std::uint32_t id, std::uint16_t status) const
 {
     Gvsp::SHeader header = m_header;
     header.status = status;
+    header.flags = status == static_cast<std::uint16_t>(Velmo::Gvcp::EStatus::PacketResend) ? Gvsp::Flag::PacketResend
+                                                                                            : std::uint16_t{0};
     header.packetId = id;
     SPacket packet;
     const bool isLeader = id == 0;

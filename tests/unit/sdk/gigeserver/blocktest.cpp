@@ -117,10 +117,16 @@ TEST_F(Block, chunksAreBareUnlessTheApplicationKnowsExtendedOnes)
 
 TEST_F(Block, packetsSentAgainSaySo)
 {
-    m_block.Assign(m_frame, m_target);
-    for (std::uint32_t id = 0; id < m_block.CountPackets(); ++id)
+    for (const bool isExtended : {false, true})
     {
-        EXPECT_EQ(Parsed(id, 0x0100).header.status, 0x0100);
+        m_target.isExtended = isExtended;
+        m_block.Assign(m_frame, m_target);
+        for (std::uint32_t id = 0; id < m_block.CountPackets(); ++id)
+        {
+            EXPECT_EQ(Parsed(id, 0x0100).header.status, 0x0100);
+            EXPECT_EQ(Parsed(id, 0x0100).header.flags, isExtended ? 1 : 0); // "packet_resend"
+            EXPECT_EQ(Parsed(id).header.flags, 0);
+        }
     }
 }
 

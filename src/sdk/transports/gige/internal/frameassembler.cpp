@@ -68,7 +68,9 @@ void CFrameAssembler::Push(const std::uint8_t* data, std::size_t bytes, Time now
         ++m_counters.ignored;
         return;
     }
-    m_counters.resent += packet.header.status == ResentStatus ? 1 : 0;
+    // Extended headers have a flag for it, and cameras may set that only.
+    const bool isResent = packet.header.status == ResentStatus || (packet.header.flags & Gvsp::Flag::PacketResend) != 0;
+    m_counters.resent += isResent ? 1 : 0;
     const std::uint64_t number = m_order.NumberOf(packet.header.blockId, packet.header.isExtended);
     if (number <= m_lastClosed)
     {

@@ -485,6 +485,21 @@ TEST_F(FrameAssembler, packetsSentAgainForTheControllerCompleteTheImage)
     EXPECT_EQ(m_assembler.GetCounters().resent, 1U);
 }
 
+TEST_F(FrameAssembler, packetsSentAgainAreCountedByTheFlagOfExtendedIdentifiersToo)
+{
+    Give(1);
+    Gvsp::SHeader header;
+    header.isExtended = true;
+    header.blockId = 1;
+    Gvsp::SLeader leader;
+    leader.sizeX = leader.sizeY = 1;
+    Push(Gvsp::EncodeLeader(header, leader));
+    EXPECT_EQ(m_assembler.GetCounters().resent, 0U);
+    header.flags = Gvsp::Flag::PacketResend;
+    Push(Gvsp::EncodeLeader(header, leader));
+    EXPECT_EQ(m_assembler.GetCounters().resent, 1U);
+}
+
 TEST_F(FrameAssembler, chunkDataHasNoGeometry)
 {
     Give(1, 500);
