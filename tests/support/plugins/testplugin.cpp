@@ -33,16 +33,24 @@ CTestPlugin::~CTestPlugin()
 bool CTestPlugin::initialize(QPointer<Core::Plugin::IPluginInitializer> initializer)
 {
     note("initialize");
+#ifdef TEST_PLUGIN_REGISTERS_FIRST
+    registerService(*initializer);
+#endif
 #ifdef TEST_PLUGIN_INITIALIZE_THROWS
     throw std::runtime_error("the test plugin throws");
 #endif
 #ifdef TEST_PLUGIN_INITIALIZE_FALSE
     return false;
 #endif
+    registerService(*initializer);
+    return true;
+}
+
+void CTestPlugin::registerService(Core::Plugin::IPluginInitializer& initializer)
+{
     m_service = QSharedPointer<Core::Service::IService>::create();
     m_service->setObjectName(QStringLiteral(TEST_PLUGIN_NAME));
-    initializer->registerService(m_service);
-    return true;
+    initializer.registerService(m_service);
 }
 
 bool CTestPlugin::postInitialize()
@@ -66,6 +74,9 @@ void CTestPlugin::aboutToUninitialize()
 bool CTestPlugin::unInitialize(QPointer<Core::Plugin::IPluginInitializer> initializer)
 {
     note("unInitialize");
+#ifdef TEST_PLUGIN_UNINITIALIZE_THROWS
+    throw std::runtime_error("the test plugin throws before it has unregistered");
+#endif
     initializer->unregisterService(m_service);
     return true;
 }

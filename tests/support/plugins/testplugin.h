@@ -26,5 +26,7 @@ public:
     void setLanguage(const QString& language) override;
 
 private:
+    void registerService(Core::Plugin::IPluginInitializer& initializer);
+
     QSharedPointer<Core::Service::IService> m_service;
 };

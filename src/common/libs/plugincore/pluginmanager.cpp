@@ -46,11 +46,11 @@ template <class F> bool callPlugin(F&& call, QString& failure)
 
 struct CPluginManager::SPrivate
 {
+    QPointer<Core::Service::CServiceRegistry> registry;
     QStringList files;
     QStringList errors;
     QVector<CPluginSpecPtr> plugins;
     QVector<CPluginSpecPtr> started;
-    CRegistryInitializer* pInitializer = nullptr;
     QString language;
     bool isStarted = false;
 };
@@ -58,7 +58,7 @@ struct CPluginManager::SPrivate
 CPluginManager::CPluginManager(Core::Service::CServiceRegistry& registry, QObject* parent)
     : QObject(parent), m_p(std::make_unique<SPrivate>())
 {
-    m_p->pInitializer = new CRegistryInitializer(registry, this);
+    m_p->registry = &registry;
 }
 
 CPluginManager::~CPluginManager()
@@ -201,6 +201,7 @@ bool CPluginManager::load(CPluginSpec& spec)
 bool CPluginManager::initialize(CPluginSpec& spec)
 {
     QString failure;
+    spec.m_p->initializer = std::make_unique<CRegistryInitializer>(m_p->registry);
     const bool done = callPlugin(
         [&]
         {
@@ -208,7 +209,7 @@ bool CPluginManager::initialize(CPluginSpec& spec)
             {
                 spec.plugin()->setLanguage(m_p->language);
             }
-            return spec.plugin()->initialize(m_p->pInitializer);
+            return spec.plugin()->initialize(spec.m_p->initializer.get());
         },
         failure);
     if (!done)
@@ -254,9 +255,9 @@ void CPluginManager::stop()
             callPlugin(
                 [&]
                 {
-                    if (IPlugin* pPlugin = spec->plugin())
+                    if (spec->plugin() != nullptr)
                     {
-                        call(*pPlugin);
+                        call(*spec);
                     }
                     return true;
                 },
@@ -269,8 +270,9 @@ void CPluginManager::stop()
             setState(*spec, state);
         }
     };
-    forAll(EPluginState::Stopping, [](IPlugin& plugin) { plugin.aboutToUninitialize(); });
-    forAll(EPluginState::Uninitialized, [this](IPlugin& plugin) { plugin.unInitialize(m_p->pInitializer); });
+    forAll(EPluginState::Stopping, [](CPluginSpec& spec) { spec.plugin()->aboutToUninitialize(); });
+    forAll(EPluginState::Uninitialized,
+           [](CPluginSpec& spec) { spec.plugin()->unInitialize(spec.m_p->initializer.get()); });
     for (const CPluginSpecPtr& spec : qAsConst(reverse))
     {
         deleteInstance(*spec);
@@ -340,7 +342,13 @@ void CPluginManager::setState(CPluginSpec& spec, EPluginState state)
 
 void CPluginManager::deleteInstance(CPluginSpec& spec)
 {
+    // The registry would offer, and keep alive, services whose plugin is gone.
+    if (spec.m_p->initializer)
+    {
+        spec.m_p->initializer->unregisterAll();
+    }
     delete spec.m_p->plugin.data();
+    spec.m_p->initializer.reset();
     setState(spec, EPluginState::Deleted);
 }
 

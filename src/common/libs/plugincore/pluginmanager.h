@@ -26,8 +26,9 @@ namespace Core::Plugin
  *   5 -> 6  aboutToUninitialize() of all
  *   6 -> 7  unInitialize() of all
  *   7 -> 8  delete all instances
- * A plugin whose initialize() failed is deleted without unInitialize(); libraries stay loaded until the process ends,
- * since services and metatypes of a plugin may outlive its instance.
+ * A plugin whose initialize() failed is deleted without unInitialize(). Services that a plugin has not unregistered
+ * itself leave the registry before its instance is deleted. Libraries stay loaded until the process ends, since
+ * services and metatypes of a plugin may outlive its instance. A plugin's initializer ends with it.
  *
  * Threads: main thread only. Exceptions of plugins are caught and become errors of that plugin.
  */

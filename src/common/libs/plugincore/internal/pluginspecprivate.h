@@ -5,7 +5,11 @@
 
 #include "plugincore/pluginspec.h"
 
+#include "plugincore/internal/registryinitializer.h"
+
 #include <QPointer>
+
+#include <memory>
 
 namespace Core::Plugin
 {
@@ -26,6 +30,7 @@ struct CPluginSpec::SPrivate
     EPluginState state = EPluginState::Found;
     QStringList errors;
     QPointer<IPlugin> plugin;
+    std::unique_ptr<CRegistryInitializer> initializer; // what the plugin registers with; from initialize() to deletion
 };
 
 } // namespace Core::Plugin

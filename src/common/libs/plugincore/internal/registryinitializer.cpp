@@ -5,11 +5,13 @@
 
 #include <QDebug>
 
+#include <utility>
+
 namespace Core::Plugin
 {
 
-CRegistryInitializer::CRegistryInitializer(Core::Service::CServiceRegistry& registry, QObject* parent)
-    : IPluginInitializer(parent), m_registry(&registry)
+CRegistryInitializer::CRegistryInitializer(QPointer<Core::Service::CServiceRegistry> registry)
+    : m_registry(std::move(registry))
 {
 }
 
@@ -17,14 +19,21 @@ CRegistryInitializer::~CRegistryInitializer() = default;
 
 void CRegistryInitializer::registerService(const QSharedPointer<Core::Service::IService>& service)
 {
-    if (!m_registry.isNull() && !m_registry->registerService(service))
+    if (m_registry.isNull())
+    {
+        return;
+    }
+    if (!m_registry->registerService(service))
     {
         qWarning("A plugin registered a service that is null or registered already.");
+        return;
     }
+    m_own.append(service);
 }
 
 void CRegistryInitializer::unregisterService(const QSharedPointer<Core::Service::IService>& service)
 {
+    m_own.removeOne(service);
     if (!m_registry.isNull() && !m_registry->unregisterService(service))
     {
         qWarning("A plugin unregistered a service that is not registered.");
@@ -34,6 +43,18 @@ void CRegistryInitializer::unregisterService(const QSharedPointer<Core::Service:
 QVector<QSharedPointer<Core::Service::IService>> CRegistryInitializer::services() const
 {
     return m_registry.isNull() ? QVector<QSharedPointer<Core::Service::IService>>() : m_registry->services();
+}
+
+void CRegistryInitializer::unregisterAll()
+{
+    const auto own = std::exchange(m_own, {});
+    for (const auto& service : own)
+    {
+        if (!m_registry.isNull())
+        {
+            m_registry->unregisterService(service.toStrongRef());
+        }
+    }
 }
 
 } // namespace Core::Plugin

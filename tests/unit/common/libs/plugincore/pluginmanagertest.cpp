@@ -160,6 +160,60 @@ TEST_F(PluginManagerTest, aPluginWhoseInitializeThrowsIsReportedWithTheReason)
     EXPECT_EQ(m_manager.plugin("initializethrows")->state(), EPluginState::Deleted);
 }
 
+TEST_F(PluginManagerTest, whatAPluginRegisteredBeforeItsInitializeFailedIsTakenBack)
+{
+    for (const char* name : {"registersthenfalse", "registersthenthrows"})
+    {
+        CPluginManager manager(m_registry);
+        manager.addFile(QStringLiteral(TEST_PLUGIN_DIR "/base/base.so"));
+        manager.addFile(QStringLiteral(TEST_PLUGIN_DIR "/%1/%1.so").arg(QLatin1String(name)));
+        QWeakPointer<Core::Service::IService> service;
+        const auto note = [&](const auto& registered)
+        {
+            if (registered->objectName() == QLatin1String(name))
+            {
+                service = registered;
+            }
+        };
+        const auto noting = QObject::connect(&m_registry, &CServiceRegistry::serviceRegistered, note);
+        QStringList left;
+        const auto noteLeft = [&](const auto& unregistered)
+        {
+            left.append(unregistered->objectName());
+            EXPECT_FALSE(calls().contains(QLatin1String(name) + QLatin1String(".destroyed")));
+        };
+        const auto leaving = QObject::connect(&m_registry, &CServiceRegistry::serviceUnregistered, noteLeft);
+        EXPECT_TRUE(manager.start());
+        EXPECT_EQ(left, QStringList{QLatin1String(name)});
+        ASSERT_EQ(m_registry.services().size(), 1) << name;
+        EXPECT_EQ(m_registry.find<Core::Service::IService>()->objectName(), QStringLiteral("base"));
+        EXPECT_TRUE(service.isNull()) << name;
+        QObject::disconnect(noting);
+        QObject::disconnect(leaving);
+    }
+}
+
+TEST_F(PluginManagerTest, aStartAfterOneThatFailedFindsNoServiceOfTheFirst)
+{
+    add({"registersthenthrows", "requiredthrows", "base"});
+    for (int i = 0; i < 2; ++i)
+    {
+        EXPECT_FALSE(m_manager.start());
+        EXPECT_TRUE(m_registry.services().isEmpty());
+    }
+    EXPECT_EQ(calls().count(QStringLiteral("registersthenthrows.initialize")), 2);
+}
+
+TEST_F(PluginManagerTest, whatAPluginDidNotUnregisterIsTakenBackBeforeItIsDeleted)
+{
+    add({"uninitializethrows"});
+    ASSERT_TRUE(m_manager.start());
+    ASSERT_EQ(m_registry.services().size(), 1);
+    m_manager.stop();
+    EXPECT_TRUE(contains(errorsOf("uninitializethrows"), "before it has unregistered"));
+    EXPECT_TRUE(m_registry.services().isEmpty());
+}
+
 TEST_F(PluginManagerTest, aRequiredPluginThatFailsStopsAllThatWasStarted)
 {
     add({"base", "requiredthrows"});
