@@ -9,11 +9,13 @@
 #include "camerapool/internal/interfaceinfo.h"
 #include "camerapool/internal/recordthread.h"
 #include "camerapool/internal/transportlayerinfo.h"
+#include "camerapool/internal/unusablesettings.h"
 #include "velmo/tlfactory.h"
 
 #include <QSettings>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace Plugin::CameraPool
@@ -27,13 +29,12 @@ using KnownTransportLayers = QVector<QSharedPointer<Internal::CTransportLayerInf
 
 constexpr int ExpectedTransportLayers = 5;
 
-/** A value that is no truth value, as QSettings would make one of any text, counts as not there. */
-bool readBool(const QSettings& settings, const QString& key, bool defaultValue)
+/** None for a text that is no truth value; QSettings would make one of any. */
+std::optional<bool> truthOf(const QVariant& value)
 {
-    const auto value = settings.value(key, defaultValue);
     if (value.type() != QVariant::String)
     {
-        return value.canConvert<bool>() ? value.toBool() : defaultValue;
+        return value.canConvert<bool>() ? std::make_optional(value.toBool()) : std::nullopt;
     }
     const auto text = value.toString().trimmed().toLower();
     if (text == QLatin1String("true") || text == QLatin1String("1"))
@@ -44,7 +45,21 @@ bool readBool(const QSettings& settings, const QString& key, bool defaultValue)
     {
         return false;
     }
-    return defaultValue;
+    return std::nullopt;
+}
+
+/** A value that is no truth value counts as not there. */
+bool readBool(const QSettings& settings, const QString& key, bool defaultValue)
+{
+    const auto value = settings.value(key, defaultValue);
+    const auto truth = truthOf(value);
+    const auto name = settings.group() + QLatin1Char('/') + key;
+    if (Internal::isNewlyUnusable(name, truth.has_value(), Internal::settingText(value)))
+    {
+        qCWarning(enumerationLog, "The setting %s has the unusable value \"%s\"; %s is used.", qUtf8Printable(name),
+                  qUtf8Printable(Internal::settingText(value)), defaultValue ? "true" : "false");
+    }
+    return truth.value_or(defaultValue);
 }
 
 bool isGigE(const GenICam::gcstring& deviceClass)

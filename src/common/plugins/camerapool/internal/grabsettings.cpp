@@ -3,6 +3,8 @@
 
 #include "camerapool/internal/grabsettings.h"
 
+#include "camerapool/internal/unusablesettings.h"
+
 #include <QSettings>
 #include <QtDebug>
 
@@ -21,13 +23,14 @@ const QString s_minNumBuffers = QStringLiteral("MinNumBuffersContinuousShot");
 const QString s_maxNumBuffers = QStringLiteral("MaxNumBuffersContinuousShot");
 const QString s_usedBufferMemory = QStringLiteral("UsedBufferMemory");
 
-void logReplaced(const QString& key, const QVariant& found, const QString& used)
+void report(const QString& key, bool isUsable, const QVariant& found, const QString& used)
 {
-    // Text with commas comes as a list.
-    const QString text =
-        found.type() == QVariant::StringList ? found.toStringList().join(QLatin1Char(',')) : found.toString();
-    qDebug("The setting Grab/%s has the unusable value \"%s\"; %s is used.", qPrintable(key), qPrintable(text),
-           qPrintable(used));
+    const QString text = settingText(found);
+    if (isNewlyUnusable(s_group + QLatin1Char('/') + key, isUsable, text))
+    {
+        qWarning("The setting Grab/%s has the unusable value \"%s\"; %s is used.", qUtf8Printable(key),
+                 qUtf8Printable(text), qUtf8Printable(used));
+    }
 }
 
 int readBuffers(const QSettings& settings, const QString& key, int fallback, int lowest, bool& isReplaced)
@@ -37,10 +40,7 @@ int readBuffers(const QSettings& settings, const QString& key, int fallback, int
     const int value = found.toInt(&isNumber);
     const int usable = isNumber ? std::clamp(value, lowest, s_buffersLimit) : std::max(fallback, lowest);
     isReplaced = !isNumber || usable != value;
-    if (isReplaced)
-    {
-        logReplaced(key, found, QString::number(usable));
-    }
+    report(key, !isReplaced, found, QString::number(usable));
     return usable;
 }
 
@@ -51,12 +51,8 @@ unsigned int readBytes(const QSettings& settings, const QString& key, unsigned i
     bool isNumber = false;
     const qlonglong value = found.toLongLong(&isNumber);
     isReplaced = !isNumber || value < 0 || value > static_cast<qlonglong>(std::numeric_limits<unsigned int>::max());
-    if (!isReplaced)
-    {
-        return static_cast<unsigned int>(value);
-    }
-    logReplaced(key, found, QString::number(fallback));
-    return fallback;
+    report(key, !isReplaced, found, QString::number(fallback));
+    return isReplaced ? fallback : static_cast<unsigned int>(value);
 }
 
 // Writing an entry, also with the value it has, costs a synchronised write of the whole file: 15 ms for each camera.

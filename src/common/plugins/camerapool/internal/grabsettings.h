@@ -13,8 +13,8 @@ namespace Plugin::CameraPool::Internal
 /**
  * How many buffers a continuous grab gets: group "Grab" of the application's settings.
  *
- * Values that make no sense are replaced when they are read, with one logged line each; in the settings they stay as
- * somebody wrote them. Threads: main.
+ * Values that make no sense are replaced when they are read, with one warning each until they change; in the settings
+ * they stay as somebody wrote them. Threads: main.
  */
 struct CAMERAPOOL_TEST_EXPORT SGrabSettings
 {

@@ -19,7 +19,12 @@ namespace
 class GrabSettings : public ::testing::Test
 {
 protected:
-    void SetUp() override { QSettings().remove(QStringLiteral("Grab")); }
+    void SetUp() override
+    {
+        QSettings().remove(QStringLiteral("Grab"));
+        SGrabSettings::read(); // what an earlier test left is told anew
+        m_log.clear();
+    }
     void TearDown() override { QSettings().remove(QStringLiteral("Grab")); }
 
     static void set(const char* key, const QVariant& value)
@@ -56,8 +61,8 @@ TEST_F(GrabSettings, aNegativeMinimumBecomesOneBufferAndIsLogged)
 {
     set("MinNumBuffersContinuousShot", -4);
     EXPECT_EQ(SGrabSettings::read().minNumBuffers, 1);
-    EXPECT_TRUE(
-        m_log.contains("The setting Grab/MinNumBuffersContinuousShot has the unusable value \"-4\"; 1 is used."));
+    EXPECT_TRUE(m_log.warnings().contains(
+        "The setting Grab/MinNumBuffersContinuousShot has the unusable value \"-4\"; 1 is used."));
 }
 
 TEST_F(GrabSettings, aMaximumBelowTheMinimumBecomesTheMinimumAndIsLogged)
@@ -67,7 +72,7 @@ TEST_F(GrabSettings, aMaximumBelowTheMinimumBecomesTheMinimumAndIsLogged)
     const SGrabSettings settings = SGrabSettings::read();
     EXPECT_EQ(settings.minNumBuffers, 20);
     EXPECT_EQ(settings.maxNumBuffers, 20);
-    EXPECT_EQ(m_log.lines().size(), 1);
+    EXPECT_EQ(m_log.warnings().size(), 1);
 }
 
 TEST_F(GrabSettings, anAbsurdNumberOfBuffersIsLimited)
@@ -87,14 +92,30 @@ TEST_F(GrabSettings, aTextWhereANumberBelongsGivesTheDefaultAndIsLogged)
     EXPECT_EQ(settings.minNumBuffers, 10);
     EXPECT_EQ(settings.maxNumBuffers, 450);
     EXPECT_EQ(settings.usedBufferMemoryBytes, 8388608U);
-    EXPECT_EQ(m_log.lines().size(), 3);
+    EXPECT_EQ(m_log.warnings().size(), 3);
 }
 
 TEST_F(GrabSettings, aNegativeMemoryGivesTheDefaultAndNotFourGigabytes)
 {
     set("UsedBufferMemory", -1);
     EXPECT_EQ(SGrabSettings::read().usedBufferMemoryBytes, 8388608U);
-    EXPECT_EQ(m_log.lines().size(), 1);
+    EXPECT_EQ(m_log.warnings().size(), 1);
+}
+
+TEST_F(GrabSettings, whatIsUnusableIsToldOnceUntilItChanges)
+{
+    set("MaxNumBuffersContinuousShot", "banana");
+    SGrabSettings::read(); // of the first camera
+    SGrabSettings::read(); // of the second one
+    EXPECT_EQ(m_log.warnings().size(), 1);
+    set("MaxNumBuffersContinuousShot", "apple");
+    SGrabSettings::read();
+    EXPECT_EQ(m_log.warnings().size(), 2);
+    set("MaxNumBuffersContinuousShot", 450);
+    SGrabSettings::read();
+    set("MaxNumBuffersContinuousShot", "apple");
+    SGrabSettings::read();
+    EXPECT_EQ(m_log.warnings().size(), 3);
 }
 
 TEST_F(GrabSettings, writingMakesAllThreeExplicit)
@@ -150,8 +171,8 @@ TEST_F(GrabSettings, aTextWithCommasIsLoggedAndKeptWhole)
 {
     set("UsedBufferMemory", QStringList{QStringLiteral("8"), QStringLiteral("388"), QStringLiteral("608")});
     EXPECT_EQ(SGrabSettings::read().usedBufferMemoryBytes, 8388608U);
-    EXPECT_TRUE(
-        m_log.contains("The setting Grab/UsedBufferMemory has the unusable value \"8,388,608\"; 8388608 is used."));
+    EXPECT_TRUE(m_log.warnings().contains(
+        "The setting Grab/UsedBufferMemory has the unusable value \"8,388,608\"; 8388608 is used."));
     SGrabSettings::read().write();
     EXPECT_EQ(get("UsedBufferMemory").toStringList().size(), 3);
 }

@@ -294,6 +294,32 @@ TEST_F(TransportLayerList, nonsenseSettingsCountAsNotThere)
     EXPECT_EQ(tl->GetCount(EStep::EnumerateAllDevices), 1U);
 }
 
+TEST_F(TransportLayerList, nonsenseSettingsAreToldOnceUntilTheyChange)
+{
+    const ::Test::CScriptedSdk sdk({});
+    const auto line = [](const QString& key, const QString& found, const QString& used)
+    {
+        return QStringLiteral("The setting Enumeration/%1 has the unusable value \"%2\"; %3 is used.")
+            .arg(key, found, used);
+    };
+    const ::Test::CMessageLog log;
+    const auto told = [&log, this](const QVariant& disableAll)
+    {
+        const int before = log.warnings().size();
+        set(m_disableAll, disableAll);
+        refresh();
+        refresh();
+        return log.warnings().mid(before);
+    };
+    EXPECT_EQ(told(true), QStringList());
+    EXPECT_EQ(told(QStringLiteral("banana")), QStringList(line(m_disableAll, "banana", "false")));
+    EXPECT_EQ(told(QStringLiteral("yes, please")), QStringList(line(m_disableAll, "yes, please", "false")));
+    EXPECT_EQ(told(false), QStringList());
+    EXPECT_EQ(told(QStringLiteral("banana")), QStringList(line(m_disableAll, "banana", "false"))) << "again";
+    set(m_releaseTesk, QStringLiteral("maybe"));
+    EXPECT_EQ(told(QStringLiteral("banana")), QStringList(line(m_releaseTesk, "maybe", "true"))) << "the other one";
+}
+
 TEST_F(TransportLayerList, settingsWrittenAsTextCount)
 {
     const auto tl = transport("KorvelGigE", true);

@@ -40,6 +40,14 @@ public:
         copy.detach(); // shares nothing with what other threads append to
         return copy;
     }
+    /** Those at warning level. */
+    QStringList warnings() const
+    {
+        const QMutexLocker lock(&m_mutex);
+        QStringList copy = m_warnings;
+        copy.detach();
+        return copy;
+    }
     int count(const QString& line) const { return lines().count(line); }
     bool contains(const QString& line) const { return count(line) > 0; }
     /** True when some line begins like that. */
@@ -52,18 +60,24 @@ public:
     {
         const QMutexLocker lock(&m_mutex);
         m_lines.clear();
+        m_warnings.clear();
     }
 
 private:
-    static void handle(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& text)
+    static void handle(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
     {
         const QMutexLocker lock(&s_pCurrent->m_mutex);
         s_pCurrent->m_lines.append(text);
+        if (type == QtWarningMsg)
+        {
+            s_pCurrent->m_warnings.append(text);
+        }
     }
 
     static inline CMessageLog* s_pCurrent = nullptr;
-    mutable QMutex m_mutex; // guards m_lines
+    mutable QMutex m_mutex; // guards the two lists
     QStringList m_lines;
+    QStringList m_warnings;
     QtMessageHandler m_previous = nullptr;
 };
 
