@@ -20,10 +20,20 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QSettings>
 #include <QTranslator>
+
+#include <utility>
 
 namespace HostKit
 {
+
+namespace
+{
+
+constexpr const char* AdaptersVariable = "CAMERAPOOL_GIGE_ADAPTERS"; // of the GigE transport, which hosts do not link
+
+} // namespace
 
 struct CHost::SPrivate
 {
@@ -31,6 +41,7 @@ struct CHost::SPrivate
     Core::Service::CServiceRegistry registry;
     Core::Plugin::CPluginManager manager{registry};
     QStringList errors;
+    bool isAdaptersVariableOwn = false;
     QTranslator translator; // of the texts of hosts and of the framework
     QSharedPointer<Plugin::CameraPool::ICameraActionCommandsService> actions;
     QSharedPointer<Plugin::CameraPool::ICameraControlService> control;
@@ -51,6 +62,25 @@ struct CHost::SPrivate
             errors.append(CTexts::tr("No plugin offers the service %1.").arg(QLatin1String(name)));
         }
     }
+
+    /** While no thread of a plugin reads the environment. */
+    void takeAdaptersFromSettings()
+    {
+        // A list with commas comes as one.
+        const QStringList adapters = QSettings().value(QStringLiteral("GigE/Adapters")).toStringList();
+        const QByteArray text = adapters.join(QLatin1Char(',')).toUtf8();
+        if (!text.isEmpty() && !qEnvironmentVariableIsSet(AdaptersVariable))
+        {
+            isAdaptersVariableOwn = qputenv(AdaptersVariable, text);
+        }
+    }
+    void leaveAdapters()
+    {
+        if (std::exchange(isAdaptersVariableOwn, false))
+        {
+            qunsetenv(AdaptersVariable);
+        }
+    }
 };
 
 CHost::CHost(QString pluginFolder) : m_p(std::make_unique<SPrivate>())
@@ -66,6 +96,7 @@ CHost::~CHost()
 bool CHost::start(const QString& language)
 {
     installTexts(language, m_p->translator);
+    m_p->takeAdaptersFromSettings();
     m_p->manager.addFolder(m_p->folder);
     m_p->manager.setLanguage(language);
     const bool started = m_p->manager.start();
@@ -107,6 +138,7 @@ void CHost::stop()
     m_p->control.clear();
     m_p->actions.clear();
     m_p->manager.stop();
+    m_p->leaveAdapters();
 }
 
 QStringList CHost::errors() const

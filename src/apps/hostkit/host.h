@@ -51,7 +51,9 @@ public:
     /** Stops. */
     ~CHost();
 
-    /** False when a required plugin or service is missing; errors() says why. */
+    /** False when a required plugin or service is missing; errors() says why.
+     *  The setting "GigE/Adapters" becomes the environment variable CAMERAPOOL_GIGE_ADAPTERS until stop(), unless that
+     *  is set. */
     bool start(const QString& language);
     void stop();
     QStringList errors() const;

@@ -90,6 +90,29 @@ protected:
     std::unique_ptr<HostKit::CHost> m_pHost;
 };
 
+/** The environment names no adapter, the settings do. */
+class HostOnConfiguredAdapter : public HostOnGigE
+{
+protected:
+    void SetUp() override
+    {
+        qunsetenv("CAMERAPOOL_GIGE_ADAPTERS");
+        QSettings().setValue(QStringLiteral("GigE/Adapters"), QStringLiteral("127.0.0.1"));
+        HostOnGigE::SetUp();
+    }
+    void TearDown() override
+    {
+        QSettings().remove(QStringLiteral("GigE"));
+        m_pHost.reset();
+        qputenv("CAMERAPOOL_GIGE_ADAPTERS", "127.0.0.1");
+    }
+};
+
+TEST_F(HostOnConfiguredAdapter, findsAndOpensTheCameraThere)
+{
+    EXPECT_TRUE(open());
+}
+
 TEST_F(HostOnGigE, grabsTwoHundredImagesWithoutLosingOne)
 {
     ASSERT_TRUE(open());
