@@ -22,6 +22,7 @@ constexpr unsigned long StopTimeoutMs = 30000;
 CCameraEnumerationThread::CCameraEnumerationThread(QObject* parent) : QThread(parent)
 {
     setObjectName(QStringLiteral("CameraEnumerationThread"));
+    qRegisterMetaType<TransportLayerInfoPtr>("TransportLayerInfoPtr");
     qRegisterMetaType<QVector<TransportLayerInfoPtr>>("QVector<TransportLayerInfoPtr>");
     Velmo::VelmoInitialize();
 }

@@ -72,9 +72,12 @@ TEST_F(EnumerationThread, hasItsNameAndAnInitializationOfTheSdk)
     EXPECT_EQ(Velmo::VelmoInitializationCount(), before);
 }
 
-TEST_F(EnumerationThread, registersTheMetatypeOfItsResult)
+TEST_F(EnumerationThread, registersTheMetatypesOfItsResult)
 {
     const CCameraEnumerationThread thread(nullptr);
+    EXPECT_EQ(QMetaType::type("TransportLayerInfoPtr"), qMetaTypeId<TransportLayerInfoPtr>());
+    EXPECT_TRUE(QMetaType::hasRegisteredConverterFunction(qMetaTypeId<TransportLayerInfoPtr>(),
+                                                          static_cast<int>(QMetaType::QObjectStar)));
     EXPECT_EQ(QMetaType::type("QVector<TransportLayerInfoPtr>"), qMetaTypeId<QVector<TransportLayerInfoPtr>>());
 }
 
