@@ -25,13 +25,8 @@ extern "C" void onSignal(int)
     (void)!write(eventDescriptor, &one, sizeof(one));
 }
 
-void install(int number)
-{
-    struct sigaction action = {};
-    action.sa_handler = onSignal;
-    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-    sigaction(number, &action, nullptr);
-}
+constexpr int Once = static_cast<int>(SA_RESTART | SA_RESETHAND);
+constexpr int Always = SA_RESTART;
 
 /** As nohup does for what is to go on without its terminal. */
 bool isIgnored(int number)
@@ -47,26 +42,42 @@ CInterrupt::CInterrupt(QObject* parent) : QObject(parent)
     eventDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     m_notifier = std::make_unique<QSocketNotifier>(eventDescriptor, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] { onReadable(); });
-    install(SIGINT);
-    install(SIGTERM);
     m_isHangupTaken = !isIgnored(SIGHUP);
-    if (m_isHangupTaken)
-    {
-        install(SIGHUP);
-    }
+    install(onSignal, Once);
 }
 
 CInterrupt::~CInterrupt()
 {
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
-    if (m_isHangupTaken)
-    {
-        std::signal(SIGHUP, SIG_DFL);
-    }
+    install(SIG_DFL, SA_RESTART);
     m_notifier.reset();
     close(eventDescriptor);
     eventDescriptor = -1;
+}
+
+void CInterrupt::install(void (*handler)(int), int flags) const
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = flags;
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+    if (m_isHangupTaken)
+    {
+        sigaction(SIGHUP, &action, nullptr);
+    }
+}
+
+void CInterrupt::setPatient(bool isPatient)
+{
+    if (isPatient)
+    {
+        install(onSignal, Always);
+    }
+    else
+    {
+        // The next one is the second if there was one before.
+        install(m_raised ? SIG_DFL : onSignal, Once);
+    }
 }
 
 void CInterrupt::onReadable()

@@ -225,7 +225,25 @@ void askBeforeDowngrade(CSession& session, const SOptions& options, EFirmwareUpd
     }
 }
 
-/** Applies the update on a thread of its own, so that signals are shown and Ctrl-C is heard meanwhile. */
+/** Keeps a second Ctrl-C from ending the program while it lives. */
+class CPatience
+{
+public:
+    explicit CPatience(HostKit::CInterrupt& interrupt) : m_interrupt(interrupt) { m_interrupt.setPatient(true); }
+    ~CPatience() { m_interrupt.setPatient(false); }
+    CPatience(const CPatience&) = delete;
+    CPatience& operator=(const CPatience&) = delete;
+
+private:
+    HostKit::CInterrupt& m_interrupt;
+};
+
+/**
+ * Applies the update on a thread of its own, so that signals are shown and Ctrl-C is heard meanwhile: it ends the
+ * update before its next step, and however often it comes, never within one.
+ *
+ * A reader of the output that has gone is no reason to leave a camera half updated.
+ */
 bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job, bool isShown)
 {
     std::optional<CFirmwareProgress> progress;
@@ -234,32 +252,30 @@ bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job, bool isShown)
         progress.emplace(job);
     }
     bool isDone = false;
-    bool isFinished = false;
-    const QObject receiver; // on this thread, and gone with isFinished
     const std::unique_ptr<QThread> thread(QThread::create([&] { isDone = job.apply(); }));
-    QObject::connect(thread.get(), &QThread::finished, &receiver, [&] { isFinished = true; });
-    thread->start();
-    session.waitUntil([&] { return isFinished; }, -1);
-    if (!isFinished)
+    const auto end = [&]
     {
-        // A reader of the output that has gone is no reason to leave a camera half updated.
-        if (outputError() == 0)
+        const bool isFirst = !thread->isInterruptionRequested();
+        thread->requestInterruption();
+        if (progress)
         {
-            thread->requestInterruption();
-            if (progress)
-            {
-                progress->endBar();
-            }
-            printError(CTexts::tr("Interrupted: the update ends when the present step is done. Leave the camera "
-                                  "switched on."));
+            progress->endBar();
         }
-        QEventLoop loop;
-        QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
-        if (!thread->isFinished())
-        {
-            loop.exec();
-        }
+        printError(isFirst
+                       ? CTexts::tr("Interrupted: the update ends when the present step is done. Leave the camera "
+                                    "switched on.")
+                       : CTexts::tr("Still waiting for the end of the present step. Leave the camera switched on."));
+    };
+    const CPatience patience(session.interrupt());
+    QEventLoop loop;
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&session.interrupt(), &HostKit::CInterrupt::raised, &loop, end);
+    thread->start();
+    if (session.interrupt().wasRaised())
+    {
+        end();
     }
+    loop.exec();
     thread->wait();
     QCoreApplication::sendPostedEvents(); // what the last step told
     return isDone;

@@ -40,6 +40,7 @@ public:
     explicit CSession(const QString& language);
 
     HostKit::CHost& host() { return m_host; }
+    HostKit::CInterrupt& interrupt() { return m_interrupt; }
     /** Ctrl-C came, or nobody can be shown anything any more. */
     bool isToEnd() const;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "integration/poolcli/poolcliprogram.h"
+#include "integration/poolclifirmware/poolclifirmware.h"
 #include "support/cameraprogram.h"
 
 #include <csignal>
@@ -9,66 +9,8 @@
 namespace
 {
 
+using PoolCliTest::PoolCliFirmware;
 using PoolCliTest::SOutcome;
-
-/** The real program with the example package, made as the guide says. */
-class PoolCliFirmware : public PoolCliTest::PoolCliProgram
-{
-protected:
-    void SetUp() override
-    {
-        PoolCliProgram::SetUp();
-        writeCamera(QByteArray());
-        ASSERT_TRUE(QFile::copy(QStringLiteral(EXAMPLE "/control.xml"), path("control.xml")));
-        for (const char* const version : {"1.5.0", "2.0.0"})
-        {
-            const QString file = path((std::string("emumono-") + version + ".bin").c_str());
-            ASSERT_EQ(QProcess::execute(QStringLiteral(GIGECAMERA),
-                                        {"--make-firmware", version, "EmuMono1280", file, "--firmware-size", "4000"}),
-                      0);
-        }
-        const SOutcome outcome = firmware({"create", path("control.xml"), path("e.guf")});
-        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
-    }
-    void writeCamera(const QByteArray& more) const
-    {
-        writeData(R"({"cameras": [{"serial": "FW-A", "firmware": "1.7.0", "bootTimeMs": 20)" + more + "}]}");
-    }
-    QString path(const char* name) const { return m_folder.filePath(QString::fromLatin1(name)); }
-    SOutcome firmware(const QStringList& arguments) const { return run(QStringList{"firmware"} + arguments); }
-    SOutcome update(const QStringList& more) const
-    {
-        return firmware(QStringList{"update", path("e.guf"), "FW-A"} + more);
-    }
-    QString write(const char* name, const QByteArray& bytes) const
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QFile::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
-    QByteArray package() const
-    {
-        QFile file(path("e.guf"));
-        EXPECT_TRUE(file.open(QFile::ReadOnly));
-        return file.readAll();
-    }
-    static QStringList versions(const SOutcome& outcome)
-    {
-        QStringList all;
-        const auto updates = outcome.json().array();
-        for (const auto& value : updates)
-        {
-            all.append(value.toObject().value("version").toString());
-        }
-        return all;
-    }
-    static void expectRefused(const SOutcome& outcome, const char* reason)
-    {
-        EXPECT_EQ(outcome.exitCode, 1) << outcome.out.toStdString();
-        EXPECT_TRUE(outcome.err.contains(reason)) << outcome.err.toStdString();
-    }
-};
 
 TEST_F(PoolCliFirmware, listsInTheFilesOrderAndMatchesNewestFirst)
 {
@@ -142,28 +84,6 @@ TEST_F(PoolCliFirmware, cameraThatVanishesMidStepIsAFailureWithTheConsequence)
 {
     writeCamera(R"(, "faults": {"powerLossAtFileOperation": 3})");
     expectRefused(update({}), "The camera keeps the firmware that it has");
-}
-
-TEST_F(PoolCliFirmware, interruptEndsItBeforeTheNextStep)
-{
-    writeCamera(R"(, "faults": {"fileDelayMs": 100})");
-    QProcess process;
-    prepare(process);
-    process.start(QStringLiteral(POOLCLI), {"firmware", "update", path("e.guf"), "FW-A"});
-    QByteArray out;
-    while (!out.contains("Uploading") && process.waitForReadyRead(30000))
-    {
-        out += process.readAllStandardOutput();
-    }
-    ASSERT_TRUE(out.contains("Uploading")) << out.toStdString();
-    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
-    ASSERT_TRUE(process.waitForFinished(60000));
-    out += process.readAllStandardOutput();
-    const QByteArray errors = process.readAllStandardError();
-    EXPECT_EQ(process.exitCode(), 1) << out.toStdString();
-    EXPECT_TRUE(errors.contains("Leave the camera switched on")) << errors.toStdString();
-    EXPECT_TRUE(errors.contains("interrupted between two steps")) << errors.toStdString();
-    EXPECT_FALSE(out.contains("Restarting")) << out.toStdString();
 }
 
 /** The same over the network: a camera keeps its firmware between two runs of the program. */

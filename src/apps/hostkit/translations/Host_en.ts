@@ -1097,6 +1097,10 @@
         <translation>Interrupted: the update ends when the present step is done. Leave the camera switched on.</translation>
     </message>
     <message>
+        <source>Still waiting for the end of the present step. Leave the camera switched on.</source>
+        <translation>Still waiting for the end of the present step. Leave the camera switched on.</translation>
+    </message>
+    <message>
         <source>%1: firmware %2 -&gt; %3 (%4)</source>
         <translation>%1: firmware %2 -&gt; %3 (%4)</translation>
     </message>

@@ -1097,6 +1097,10 @@
         <translation>中断されました。現在のステップが終わると更新を終了します。カメラの電源を切らないでください。</translation>
     </message>
     <message>
+        <source>Still waiting for the end of the present step. Leave the camera switched on.</source>
+        <translation>現在のステップの終了を待っています。カメラの電源を切らないでください。</translation>
+    </message>
+    <message>
         <source>%1: firmware %2 -&gt; %3 (%4)</source>
         <translation>%1: ファームウェア %2 -&gt; %3 (%4)</translation>
     </message>

@@ -1097,6 +1097,10 @@
         <translation>중단됨: 현재 단계가 끝나면 업데이트가 종료됩니다. 카메라의 전원을 켜 두십시오.</translation>
     </message>
     <message>
+        <source>Still waiting for the end of the present step. Leave the camera switched on.</source>
+        <translation>현재 단계가 끝나기를 계속 기다리고 있습니다. 카메라의 전원을 켜 두십시오.</translation>
+    </message>
+    <message>
         <source>%1: firmware %2 -&gt; %3 (%4)</source>
         <translation>%1: 펌웨어 %2 -&gt; %3 (%4)</translation>
     </message>

@@ -1097,6 +1097,10 @@
         <translation>已中断：当前步骤完成后更新将结束。请保持相机通电。</translation>
     </message>
     <message>
+        <source>Still waiting for the end of the present step. Leave the camera switched on.</source>
+        <translation>仍在等待当前步骤结束。请保持相机通电。</translation>
+    </message>
+    <message>
         <source>%1: firmware %2 -&gt; %3 (%4)</source>
         <translation>%1：固件 %2 -&gt; %3 (%4)</translation>
     </message>

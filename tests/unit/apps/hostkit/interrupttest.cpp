@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr int limitMs = 5000;
+constexpr int limitMs = 30000;
 
 TEST(Interrupt, ctrlCBecomesOneSignalOfTheMainThread)
 {
@@ -53,6 +53,42 @@ TEST(Interrupt, aClosedTerminalThatIsToBeIgnoredStaysIgnored)
     ASSERT_EQ(sigaction(SIGHUP, nullptr, &action), 0);
     EXPECT_EQ(action.sa_handler, SIG_IGN);
     std::signal(SIGHUP, SIG_DFL);
+}
+
+void (*handlerOf(int number))(int)
+{
+    struct sigaction action = {};
+    EXPECT_EQ(sigaction(number, nullptr, &action), 0);
+    return action.sa_handler;
+}
+
+TEST(Interrupt, whilePatientEveryFurtherOneIsTold)
+{
+    HostKit::CInterrupt interrupt;
+    QSignalSpy spy(&interrupt, &HostKit::CInterrupt::raised);
+    interrupt.setPatient(true);
+    int told = 0;
+    for (const int number : {SIGINT, SIGINT, SIGTERM, SIGTERM, SIGHUP, SIGHUP})
+    {
+        ASSERT_NE(handlerOf(number), SIG_DFL) << "it would end the program";
+        std::raise(number);
+        ++told;
+        ASSERT_TRUE(spy.count() == told || spy.wait(limitMs));
+    }
+    interrupt.setPatient(false);
+    EXPECT_EQ(handlerOf(SIGINT), SIG_DFL) << "the next is not the first";
+}
+
+TEST(Interrupt, afterPatienceTheFirstIsStillTold)
+{
+    HostKit::CInterrupt interrupt;
+    QSignalSpy spy(&interrupt, &HostKit::CInterrupt::raised);
+    interrupt.setPatient(true);
+    interrupt.setPatient(false);
+    ASSERT_NE(handlerOf(SIGINT), SIG_DFL);
+    std::raise(SIGINT);
+    EXPECT_TRUE(spy.count() == 1 || spy.wait(limitMs));
+    EXPECT_EQ(handlerOf(SIGINT), SIG_DFL);
 }
 
 TEST(Interrupt, theHandlersAreGoneAfterwards)
