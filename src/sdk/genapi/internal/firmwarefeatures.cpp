@@ -144,6 +144,7 @@ void Assert(const SFirmwareStep& step, INodeMap& nodeMap, IFirmwareClock& clock,
         if (passed >= step.timeoutMs)
         {
             const std::string text =
+                (step.description.empty() ? "" : TextOf(step.description, "") + ": ") +
                 "The camera does not fulfil what the update asks for: " + Describe(step.assertion) +
                 (failure.empty() ? "; it is '" + found + "'" : "; it cannot be read: " + failure);
             if (step.timeoutMs > 0)

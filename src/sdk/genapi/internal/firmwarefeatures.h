@@ -26,7 +26,7 @@ bool Holds(const SFirmwareAssertion& assertion, INodeMap& nodeMap, std::string& 
 std::string Describe(const SFirmwareAssertion& assertion);
 
 /** Looks until the assertion holds or its time is over; a failure to read counts as not held until then. Throws
- *  LogicalErrorException with both values, TimeoutException if there was a time to wait. */
+ *  LogicalErrorException with the step's description and both values, TimeoutException if there was a time to wait. */
 void Assert(const SFirmwareStep& step, INodeMap& nodeMap, IFirmwareClock& clock, const FirmwareProgress& progress);
 
 void WriteFeature(const SFirmwareStep& step, INodeMap& nodeMap);

@@ -164,6 +164,24 @@ std::vector<SFirmwareStep> ReadSteps(const CFirmwareElement& list, std::size_t l
     return steps;
 }
 
+/** They are looked at before the first step: nothing is shown of them but a failure, and nothing is activated. */
+std::vector<SFirmwareStep> ReadPreconditions(const CFirmwareElement& list)
+{
+    list.ExpectOnly({}, {"FeatureAssert"});
+    for (const pugi::xml_node child : list.Node().children())
+    {
+        for (const char* const attribute : {"activates", "estimatedTimeMs"})
+        {
+            if (list.Of(child).Has(attribute))
+            {
+                list.Of(child).Throw(std::string("the attribute '") + attribute +
+                                     "' is for steps; a precondition has none");
+            }
+        }
+    }
+    return ReadSteps(list, list.Limits().conditions);
+}
+
 } // namespace
 
 FirmwareText ReadFirmwareText(const CFirmwareElement& element)
@@ -205,8 +223,7 @@ SFirmwareProcedure ReadFirmwareProcedure(const CFirmwareElement& element)
     procedure.id = element.Identifier("id");
     if (const pugi::xml_node list = element.OnlyChild("Preconditions"))
     {
-        element.Of(list).ExpectOnly({}, {"FeatureAssert"});
-        procedure.preconditions = ReadSteps(element.Of(list), element.Limits().conditions);
+        procedure.preconditions = ReadPreconditions(element.Of(list));
     }
     const pugi::xml_node steps = element.OnlyChild("Steps");
     if (!steps || !steps.first_child())

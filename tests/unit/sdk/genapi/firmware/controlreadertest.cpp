@@ -131,6 +131,19 @@ TEST(FirmwareControl, stepsWithoutWhatTheyNeedAreRefused)
                 HasSubstr("no <DeviceReset> comes before"));
 }
 
+TEST(FirmwareControl, preconditionsHaveNoTimeAndActivateNothing)
+{
+    SControlParts parts = GoodParts();
+    for (const char* const attribute : {"activates=\"true\"", "estimatedTimeMs=\"5\"", "afterReset=\"true\""})
+    {
+        parts.preconditions = std::string("<FeatureAssert feature=\"A\" equals=\"1\" ") + attribute + "/>";
+        const std::string name = std::string(attribute).substr(0, std::string(attribute).find('='));
+        EXPECT_THAT(Refusal(ControlXml(parts)), AllOf(HasSubstr("FormatException"), HasSubstr("'" + name + "'")));
+    }
+    parts.preconditions = "<FeatureAssert feature=\"A\" equals=\"1\" timeoutMs=\"5\" pollMs=\"20\"/>";
+    EXPECT_EQ(Refusal(ControlXml(parts)), "");
+}
+
 TEST(FirmwareControl, timesOfNoSenseAreRefused)
 {
     for (const std::string time : {"-1", "1.5", "", "1e3", "99999999999999999999999", "86400001", " 5"})

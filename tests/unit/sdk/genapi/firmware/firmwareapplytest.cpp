@@ -116,6 +116,16 @@ TEST_F(FirmwareApply, aFailedPreconditionWritesNothing)
     EXPECT_EQ(observer.error, Failure(Load(GoodParts())));
 }
 
+TEST_F(FirmwareApply, aFailedPreconditionBeginsWithWhatItsMakerSaysOfIt)
+{
+    SControlParts parts = GoodParts();
+    parts.preconditions = "<FeatureAssert feature=\"DeviceTemperature\" max=\"70\"><Description>"
+                          "<Text>The camera must not be too hot</Text></Description></FeatureAssert>";
+    camera.Put(CFirmwareCamera::Temperature, 71);
+    EXPECT_EQ(Failure(Load(parts)), "The camera must not be too hot: The camera does not fulfil what the update asks "
+                                    "for: 'DeviceTemperature' is to be at most 70; it is '71'");
+}
+
 TEST_F(FirmwareApply, whateverTheCameraLacksIsFoundBeforeAnythingIsWritten)
 {
     const std::string before = "<FeatureWrite feature=\"UpdateMode\" value=\"1\"/>";
