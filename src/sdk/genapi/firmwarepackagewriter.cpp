@@ -14,6 +14,8 @@
 
 #include <filesystem>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace GenApi
 {
@@ -53,6 +55,24 @@ public:
         return WriteFirmwareArchive({{FirmwareInnerName, WriteFirmwareArchive(files, true)}}, false);
     }
 
+    /** After Build(). The package must not take the place of a file that it is made of. */
+    void CheckTarget(const std::string& packageName) const
+    {
+        for (const std::string& input : m_inputs)
+        {
+            for (const std::string& written : {packageName, FirmwarePartName(packageName)})
+            {
+                std::error_code error; // what does not exist is no file of these
+                if (std::filesystem::equivalent(input, written, error))
+                {
+                    GENICAM_THROW(InvalidArgumentException, "The firmware package '" + packageName +
+                                                                "' would overwrite the file '" + input +
+                                                                "', of which it is made; give it another name");
+                }
+            }
+        }
+    }
+
 private:
     void AddFile(pugi::xml_node file)
     {
@@ -62,6 +82,7 @@ private:
             GENICAM_THROW(FormatException, m_title + ": " + fault);
         }
         const std::filesystem::path path = std::filesystem::path(m_controlName).parent_path() / name;
+        m_inputs.push_back(path.string());
         m_payload.emplace_back(name, LoadWholeFile("The file '" + path.string() + "', which " + m_title + " lists,",
                                                    path.string(), m_limits.payloadBytes));
         Fill(file, "size", std::to_string(m_payload.back().second.size()));
@@ -88,6 +109,7 @@ private:
     const SFirmwareLimits& m_limits;
     pugi::xml_document m_document;
     FirmwareArchiveFiles m_payload;
+    std::vector<std::string> m_inputs{m_controlName}; // names of the files that were read
 };
 
 } // namespace
@@ -101,7 +123,9 @@ void CFirmwarePackageWriter::WritePackage(const char* controlFileName, const cha
         GENICAM_THROW(InvalidArgumentException, "Both the control file and the firmware package need a name");
     }
     const SFirmwareLimits limits;
-    const std::string package = CPackageBuilder(controlName, limits).Build();
+    CPackageBuilder builder(controlName, limits);
+    const std::string package = builder.Build();
+    builder.CheckTarget(packageName);
     ReadFirmwarePackage(packageName, package, limits);
     SaveWholeFile("The firmware package '" + packageName + "'", packageName, package);
 }

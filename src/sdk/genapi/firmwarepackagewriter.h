@@ -20,8 +20,9 @@ public:
      * give the same bytes, whenever and wherever it is done. The package is read back before it gets its name, so
      * nothing is written that the reader would refuse; a file of that name is replaced then and not before.
      *
-     * Throws InvalidArgumentException (no name), FileNotFoundException, FileIOException (reading or writing),
-     * FormatException (the control file is wrong; the text says where), OutOfRangeException (beyond the limits).
+     * Throws InvalidArgumentException (no name, or that of one of these files), FileNotFoundException, FileIOException
+     * (reading or writing), FormatException (the control file is wrong; the text says where), OutOfRangeException
+     * (beyond the limits).
      */
     void WritePackage(const char* controlFileName, const char* packageFileName) const;
 };

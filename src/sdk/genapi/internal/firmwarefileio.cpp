@@ -52,9 +52,14 @@ std::string LoadWholeFile(const std::string& title, const std::string& fileName,
     return bytes;
 }
 
+std::string FirmwarePartName(const std::string& fileName)
+{
+    return fileName + ".part";
+}
+
 void SaveWholeFile(const std::string& title, const std::string& fileName, const std::string& bytes)
 {
-    const std::string partName = fileName + ".part";
+    const std::string partName = FirmwarePartName(fileName);
     errno = 0;
     std::ofstream file(partName, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -15,6 +15,9 @@ namespace Internal
  *  FileIOException, OutOfRangeException (more than maxBytes). */
 std::string LoadWholeFile(const std::string& title, const std::string& fileName, std::size_t maxBytes);
 
+/** What SaveWholeFile() writes before it gives it the name. */
+std::string FirmwarePartName(const std::string& fileName);
+
 /** Writes a file that is there as a whole or not at all; replaces one of that name. Throws FileIOException. */
 void SaveWholeFile(const std::string& title, const std::string& fileName, const std::string& bytes);
 

@@ -128,3 +128,26 @@ TEST_F(FirmwareWriter, aFailureToWriteLeavesTheOldPackage)
     parts = GoodParts();
     EXPECT_THROW(Write("no/such/folder/out.guf"), GenICam::FileIOException);
 }
+
+TEST_F(FirmwareWriter, filesThatItIsMadeOfAreNotOverwritten)
+{
+    parts.files = "<File name=\"main.bin\"/><File name=\"out.guf.part\"/>";
+    folder.Write("out.guf.part", "payload");
+    std::filesystem::create_directory(folder.Path("sub"));
+    const std::string control = ControlXml(parts);
+    for (const char* const target : {"control.xml", "main.bin", "sub/../main.bin", "out.guf"})
+    {
+        try
+        {
+            Write(target);
+            ADD_FAILURE() << target;
+        }
+        catch (const GenICam::InvalidArgumentException& e)
+        {
+            EXPECT_THAT(e.GetDescription(), HasSubstr("would overwrite the file '")) << target;
+        }
+        EXPECT_EQ(ReadAll(folder.Path("control.xml")), control) << target;
+        EXPECT_EQ(ReadAll(folder.Path(MainFile)), MainBytes()) << target;
+        EXPECT_EQ(ReadAll(folder.Path("out.guf.part")), "payload") << target;
+    }
+}
