@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "poolcli/firmwareprogress.h"
+#include "poolcli/firmwareapply.h"
 #include "poolcli/output.h"
 #include "poolcli/texts.h"
 #include "poolcli/verbs.h"
@@ -9,15 +9,10 @@
 #include "camerapool/idevicefirmwareupdateservice.h"
 #include "genapi/firmwarepackagewriter.h"
 
-#include <QEventLoop>
 #include <QMetaEnum>
 #include <QSocketNotifier>
-#include <QThread>
 
 #include <algorithm>
-#include <cstdio>
-#include <memory>
-#include <optional>
 #include <unistd.h>
 
 namespace PoolCli
@@ -26,11 +21,10 @@ namespace
 {
 
 using Plugin::CameraPool::EFirmwareUpdateDirection;
-using Plugin::CameraPool::IDeviceFirmwareUpdate;
 using Plugin::CameraPool::IFirmwareUpdateInfo;
 using UpdateInfoPtr = QSharedPointer<IFirmwareUpdateInfo>;
 using UpdateInfos = QVector<UpdateInfoPtr>;
-using JobPtr = QSharedPointer<IDeviceFirmwareUpdate>;
+using JobPtr = QSharedPointer<Plugin::CameraPool::IDeviceFirmwareUpdate>;
 
 /** Throws the reader's exceptions, whose texts name the file. */
 UpdateInfos readPackage(CSession& session, const SOptions& options)
@@ -225,62 +219,6 @@ void askBeforeDowngrade(CSession& session, const SOptions& options, EFirmwareUpd
     }
 }
 
-/** Keeps a second Ctrl-C from ending the program while it lives. */
-class CPatience
-{
-public:
-    explicit CPatience(HostKit::CInterrupt& interrupt) : m_interrupt(interrupt) { m_interrupt.setPatient(true); }
-    ~CPatience() { m_interrupt.setPatient(false); }
-    CPatience(const CPatience&) = delete;
-    CPatience& operator=(const CPatience&) = delete;
-
-private:
-    HostKit::CInterrupt& m_interrupt;
-};
-
-/**
- * Applies the update on a thread of its own, so that signals are shown and Ctrl-C is heard meanwhile: it ends the
- * update before its next step, and however often it comes, never within one.
- *
- * A reader of the output that has gone is no reason to leave a camera half updated.
- */
-bool applyUpdate(CSession& session, IDeviceFirmwareUpdate& job, bool isShown)
-{
-    std::optional<CFirmwareProgress> progress;
-    if (isShown)
-    {
-        progress.emplace(job);
-    }
-    bool isDone = false;
-    const std::unique_ptr<QThread> thread(QThread::create([&] { isDone = job.apply(); }));
-    const auto end = [&]
-    {
-        const bool isFirst = !thread->isInterruptionRequested();
-        thread->requestInterruption();
-        if (progress)
-        {
-            progress->endBar();
-        }
-        printError(isFirst
-                       ? CTexts::tr("Interrupted: the update ends when the present step is done. Leave the camera "
-                                    "switched on.")
-                       : CTexts::tr("Still waiting for the end of the present step. Leave the camera switched on."));
-    };
-    const CPatience patience(session.interrupt());
-    QEventLoop loop;
-    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&session.interrupt(), &HostKit::CInterrupt::raised, &loop, end);
-    thread->start();
-    if (session.interrupt().wasRaised())
-    {
-        end();
-    }
-    loop.exec();
-    thread->wait();
-    QCoreApplication::sendPostedEvents(); // what the last step told
-    return isDone;
-}
-
 int runUpdate(CSession& session, const SOptions& options)
 {
     const auto updates = readPackage(session, options);
@@ -301,12 +239,7 @@ int runUpdate(CSession& session, const SOptions& options)
                            describe(direction)));
     }
     askBeforeDowngrade(session, options, direction);
-    camera->clearError();
-    if (!applyUpdate(session, *job, !options.json))
-    {
-        throw CRefusal(
-            CTexts::tr("The firmware of %1 was not updated: %2").arg(camera->getFriendlyName(), camera->errorString()));
-    }
+    applyUpdate(session, *job, !options.json);
     if (options.json)
     {
         printJson(QJsonObject{{"camera", camera->getFriendlyName()},

@@ -1105,8 +1105,24 @@
         <translation>%1: firmware %2 -&gt; %3 (%4)</translation>
     </message>
     <message>
-        <source>The firmware of %1 was not updated: %2</source>
-        <translation>The firmware of %1 was not updated: %2</translation>
+        <source>The update of %1 did not complete: %2</source>
+        <translation>The update of %1 did not complete: %2</translation>
+    </message>
+    <message>
+        <source>Nothing was written to the camera.</source>
+        <translation>Nothing was written to the camera.</translation>
+    </message>
+    <message>
+        <source>The camera has firmware %1.</source>
+        <translation>The camera has firmware %1.</translation>
+    </message>
+    <message>
+        <source>Which firmware the camera has is not known: switch it off and on, look for it with &apos;poolcli list&apos;, and update it again.</source>
+        <translation>Which firmware the camera has is not known: switch it off and on, look for it with &apos;poolcli list&apos;, and update it again.</translation>
+    </message>
+    <message>
+        <source>%1 was updated, but cannot be reached: %2</source>
+        <translation>%1 was updated, but cannot be reached: %2</translation>
     </message>
     <message>
         <source>%1 has firmware %2 now.</source>

@@ -1105,8 +1105,24 @@
         <translation>%1: ファームウェア %2 -&gt; %3 (%4)</translation>
     </message>
     <message>
-        <source>The firmware of %1 was not updated: %2</source>
-        <translation>%1 のファームウェアは更新されませんでした: %2</translation>
+        <source>The update of %1 did not complete: %2</source>
+        <translation>%1 の更新は完了しませんでした: %2</translation>
+    </message>
+    <message>
+        <source>Nothing was written to the camera.</source>
+        <translation>カメラには何も書き込まれていません。</translation>
+    </message>
+    <message>
+        <source>The camera has firmware %1.</source>
+        <translation>カメラのファームウェアは %1 です。</translation>
+    </message>
+    <message>
+        <source>Which firmware the camera has is not known: switch it off and on, look for it with &apos;poolcli list&apos;, and update it again.</source>
+        <translation>カメラのファームウェアは不明です。カメラの電源を入れ直し、&apos;poolcli list&apos; で確認してから、もう一度更新してください。</translation>
+    </message>
+    <message>
+        <source>%1 was updated, but cannot be reached: %2</source>
+        <translation>%1 は更新されましたが、接続できません: %2</translation>
     </message>
     <message>
         <source>%1 has firmware %2 now.</source>

@@ -1105,8 +1105,24 @@
         <translation>%1: 펌웨어 %2 -&gt; %3 (%4)</translation>
     </message>
     <message>
-        <source>The firmware of %1 was not updated: %2</source>
-        <translation>%1의 펌웨어가 업데이트되지 않았습니다: %2</translation>
+        <source>The update of %1 did not complete: %2</source>
+        <translation>%1의 업데이트가 완료되지 않았습니다: %2</translation>
+    </message>
+    <message>
+        <source>Nothing was written to the camera.</source>
+        <translation>카메라에 아무것도 기록되지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>The camera has firmware %1.</source>
+        <translation>카메라의 펌웨어는 %1입니다.</translation>
+    </message>
+    <message>
+        <source>Which firmware the camera has is not known: switch it off and on, look for it with &apos;poolcli list&apos;, and update it again.</source>
+        <translation>카메라의 펌웨어를 알 수 없습니다. 카메라의 전원을 껐다 켜고 &apos;poolcli list&apos;로 카메라를 찾은 다음 다시 업데이트하십시오.</translation>
+    </message>
+    <message>
+        <source>%1 was updated, but cannot be reached: %2</source>
+        <translation>%1이(가) 업데이트되었지만 연결할 수 없습니다: %2</translation>
     </message>
     <message>
         <source>%1 has firmware %2 now.</source>

@@ -1105,8 +1105,24 @@
         <translation>%1：固件 %2 -&gt; %3 (%4)</translation>
     </message>
     <message>
-        <source>The firmware of %1 was not updated: %2</source>
-        <translation>%1 的固件未更新：%2</translation>
+        <source>The update of %1 did not complete: %2</source>
+        <translation>%1 的更新未完成：%2</translation>
+    </message>
+    <message>
+        <source>Nothing was written to the camera.</source>
+        <translation>没有向相机写入任何内容。</translation>
+    </message>
+    <message>
+        <source>The camera has firmware %1.</source>
+        <translation>相机的固件为 %1。</translation>
+    </message>
+    <message>
+        <source>Which firmware the camera has is not known: switch it off and on, look for it with &apos;poolcli list&apos;, and update it again.</source>
+        <translation>相机现有的固件未知：请将相机断电后重新通电，用 &apos;poolcli list&apos; 查找相机，然后再次更新。</translation>
+    </message>
+    <message>
+        <source>%1 was updated, but cannot be reached: %2</source>
+        <translation>%1 已更新，但无法访问：%2</translation>
     </message>
     <message>
         <source>%1 has firmware %2 now.</source>
