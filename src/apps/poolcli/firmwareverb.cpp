@@ -11,6 +11,7 @@
 
 #include <QMetaEnum>
 #include <QSocketNotifier>
+#include <QVersionNumber>
 
 #include <algorithm>
 #include <unistd.h>
@@ -93,6 +94,12 @@ QString noneFits(const SOptions& options, const HostKit::CameraInfoPtr& camera)
     return CTexts::tr("No update in %1 is for the camera %2.").arg(options.firmware.file, camera->getFriendlyName());
 }
 
+QString severalOf(const QString& version, const HostKit::CameraInfoPtr& camera)
+{
+    return CTexts::tr("Several updates to version %1 fit %2; take a package that holds one of them only.")
+        .arg(version, camera->getFriendlyName());
+}
+
 int runFirmwareList(CSession& session, const SOptions& options)
 {
     const auto updates = readPackage(session, options);
@@ -120,6 +127,42 @@ int runMatch(CSession& session, const SOptions& options)
     return ExitDone;
 }
 
+/** As the plugin orders them: by up to four numbers, of which one that is not there counts as 0. */
+bool areEquallyNew(const UpdateInfoPtr& first, const UpdateInfoPtr& second)
+{
+    const auto versionOf = [](const UpdateInfoPtr& update)
+    {
+        return QVersionNumber::fromString(update->getVersion()).normalized();
+    };
+    return versionOf(first) == versionOf(second);
+}
+
+/** The newest one. Throws when that cannot be told. */
+UpdateInfoPtr newestOf(const SMatches& matches, const HostKit::CameraInfoPtr& camera)
+{
+    const UpdateInfoPtr newest = matches.updates.first();
+    if (matches.updates.size() == 1)
+    {
+        return newest;
+    }
+    if (!matches.areSorted)
+    {
+        throw CRefusal(CTexts::tr("Several updates fit %1, and their versions cannot be compared; name one with "
+                                  "--version ('poolcli firmware match' lists them).")
+                           .arg(camera->getFriendlyName()));
+    }
+    const UpdateInfoPtr next = matches.updates.at(1);
+    if (areEquallyNew(newest, next))
+    {
+        throw CRefusal(newest->getVersion() == next->getVersion()
+                           ? severalOf(newest->getVersion(), camera)
+                           : CTexts::tr("Several updates that fit %1 are equally new (%2 and %3); name one with "
+                                        "--version.")
+                                 .arg(camera->getFriendlyName(), newest->getVersion(), next->getVersion()));
+    }
+    return newest;
+}
+
 UpdateInfoPtr chooseUpdate(const SMatches& matches, const SOptions& options, const HostKit::CameraInfoPtr& camera)
 {
     if (matches.updates.isEmpty())
@@ -129,25 +172,17 @@ UpdateInfoPtr chooseUpdate(const SMatches& matches, const SOptions& options, con
     const QString& version = options.firmware.version;
     if (version.isEmpty())
     {
-        if (!matches.areSorted && matches.updates.size() > 1)
-        {
-            throw CRefusal(CTexts::tr("Several updates fit %1, and their versions cannot be compared; name one with "
-                                      "--version ('poolcli firmware match' lists them).")
-                               .arg(camera->getFriendlyName()));
-        }
-        return matches.updates.first();
+        return newestOf(matches, camera);
     }
     UpdateInfos named;
     std::copy_if(matches.updates.cbegin(), matches.updates.cend(), std::back_inserter(named),
                  [&](const UpdateInfoPtr& update) { return update->getVersion() == version; });
     if (named.size() != 1)
     {
-        throw CRefusal(
-            named.isEmpty()
-                ? CTexts::tr("No update to version %1 fits %2; 'poolcli firmware match' lists "
-                             "those that do.")
-                      .arg(version, camera->getFriendlyName())
-                : CTexts::tr("Several updates to version %1 fit %2.").arg(version, camera->getFriendlyName()));
+        throw CRefusal(named.isEmpty() ? CTexts::tr("No update to version %1 fits %2; 'poolcli firmware match' lists "
+                                                    "those that do.")
+                                             .arg(version, camera->getFriendlyName())
+                                       : severalOf(version, camera));
     }
     return named.first();
 }

@@ -56,6 +56,34 @@ TEST_F(PoolCliFirmware, downgradesOnlyWithConsent)
     expectRefused(update({"--version", "3.0"}), "No update to version 3.0");
 }
 
+TEST_F(PoolCliFirmware, ofUpdatesThatAreEquallyNewNoneIsChosen)
+{
+    const auto packageOf = [&](const QByteArray& first, const QByteArray& second)
+    {
+        const auto update = [](const char* id, const QByteArray& version)
+        {
+            return QByteArray("<Update id=\"") + id + R"(" procedure="p"><Condition feature="Gain" matches=".*"/>)" +
+                   R"(<Info key="Version"><Text>)" + version + "</Text></Info></Update>";
+        };
+        write("two.xml", R"(<FirmwarePackage xmlns="urn:camerapool:firmwarepackage" version="1.0"><Procedures>
+            <Procedure id="p"><Steps><FeatureWrite feature="Gain" value="1"/></Steps></Procedure></Procedures><Updates>)" +
+                             update("first", first) + update("second", second) + update("old", "2.0.9") +
+                             "</Updates></FirmwarePackage>");
+        EXPECT_EQ(firmware({"create", path("two.xml"), path("two.guf")}).exitCode, 0);
+    };
+    packageOf("2.1", "02.1.0.");
+    const SOutcome equal = firmware({"update", path("two.guf"), "FW-A"});
+    expectRefused(equal, "--version");
+    EXPECT_TRUE(equal.err.contains("2.1")) << equal.err.toStdString();
+    EXPECT_TRUE(equal.err.contains("02.1.0.")) << equal.err.toStdString();
+    EXPECT_EQ(firmware({"update", path("two.guf"), "FW-A", "--version", "02.1.0."}).exitCode, 0);
+    packageOf("2.1", "2.1");
+    expectRefused(firmware({"update", path("two.guf"), "FW-A"}), "Several updates to version 2.1 fit");
+    expectRefused(firmware({"update", path("two.guf"), "FW-A", "--version", "2.1"}), "Several updates to version 2.1");
+    packageOf("2.1", "2.0.10");
+    EXPECT_EQ(firmware({"update", path("two.guf"), "FW-A"}).exitCode, 0);
+}
+
 TEST_F(PoolCliFirmware, badFilesAreRefusedWithTheirReason)
 {
     expectRefused(firmware({"list", path("none.guf")}), "does not exist");

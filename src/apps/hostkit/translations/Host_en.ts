@@ -1057,12 +1057,16 @@
         <translation>Several updates fit %1, and their versions cannot be compared; name one with --version (&apos;poolcli firmware match&apos; lists them).</translation>
     </message>
     <message>
+        <source>Several updates that fit %1 are equally new (%2 and %3); name one with --version.</source>
+        <translation>Several updates that fit %1 are equally new (%2 and %3); name one with --version.</translation>
+    </message>
+    <message>
         <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
         <translation>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</translation>
     </message>
     <message>
-        <source>Several updates to version %1 fit %2.</source>
-        <translation>Several updates to version %1 fit %2.</translation>
+        <source>Several updates to version %1 fit %2; take a package that holds one of them only.</source>
+        <translation>Several updates to version %1 fit %2; take a package that holds one of them only.</translation>
     </message>
     <message>
         <source>upgrade</source>

@@ -1057,12 +1057,16 @@
         <translation>%1 に適合する更新が複数あり、バージョンを比較できません。--version で指定してください（&apos;poolcli firmware match&apos; で一覧表示）。</translation>
     </message>
     <message>
+        <source>Several updates that fit %1 are equally new (%2 and %3); name one with --version.</source>
+        <translation>%1 に適合する複数の更新が同じ新しさです（%2 と %3）。--version で指定してください。</translation>
+    </message>
+    <message>
         <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
         <translation>%2 に適合するバージョン %1 の更新がありません。適合するものは &apos;poolcli firmware match&apos; で一覧表示されます。</translation>
     </message>
     <message>
-        <source>Several updates to version %1 fit %2.</source>
-        <translation>%2 に適合するバージョン %1 の更新が複数あります。</translation>
+        <source>Several updates to version %1 fit %2; take a package that holds one of them only.</source>
+        <translation>%2 に適合するバージョン %1 の更新が複数あります。そのうち 1 つだけを含むパッケージを使用してください。</translation>
     </message>
     <message>
         <source>upgrade</source>

@@ -1057,12 +1057,16 @@
         <translation>%1에 맞는 업데이트가 여러 개이며 버전을 비교할 수 없습니다. --version으로 하나를 지정하십시오(&apos;poolcli firmware match&apos;로 나열).</translation>
     </message>
     <message>
+        <source>Several updates that fit %1 are equally new (%2 and %3); name one with --version.</source>
+        <translation>%1에 맞는 여러 업데이트의 버전 순위가 같습니다(%2, %3). --version으로 하나를 지정하십시오.</translation>
+    </message>
+    <message>
         <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
         <translation>%2에 맞는 버전 %1 업데이트가 없습니다. 맞는 것은 &apos;poolcli firmware match&apos;로 나열됩니다.</translation>
     </message>
     <message>
-        <source>Several updates to version %1 fit %2.</source>
-        <translation>%2에 맞는 버전 %1 업데이트가 여러 개입니다.</translation>
+        <source>Several updates to version %1 fit %2; take a package that holds one of them only.</source>
+        <translation>%2에 맞는 버전 %1 업데이트가 여러 개입니다. 그중 하나만 들어 있는 패키지를 사용하십시오.</translation>
     </message>
     <message>
         <source>upgrade</source>

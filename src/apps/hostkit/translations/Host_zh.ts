@@ -1057,12 +1057,16 @@
         <translation>有多个更新适合 %1，且无法比较其版本；请用 --version 指定一个（&apos;poolcli firmware match&apos; 可列出）。</translation>
     </message>
     <message>
+        <source>Several updates that fit %1 are equally new (%2 and %3); name one with --version.</source>
+        <translation>适合 %1 的多个更新同样新（%2 和 %3）；请用 --version 指定一个。</translation>
+    </message>
+    <message>
         <source>No update to version %1 fits %2; &apos;poolcli firmware match&apos; lists those that do.</source>
         <translation>没有适合 %2 的版本 %1 更新；&apos;poolcli firmware match&apos; 可列出适合的更新。</translation>
     </message>
     <message>
-        <source>Several updates to version %1 fit %2.</source>
-        <translation>有多个版本 %1 的更新适合 %2。</translation>
+        <source>Several updates to version %1 fit %2; take a package that holds one of them only.</source>
+        <translation>有多个版本 %1 的更新适合 %2；请使用只包含其中一个的更新包。</translation>
     </message>
     <message>
         <source>upgrade</source>
