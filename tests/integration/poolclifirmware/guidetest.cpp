@@ -62,13 +62,21 @@ protected:
         file.write(text);
         ASSERT_TRUE(file.setPermissions(file.permissions() | QFileDevice::ExeOwner));
     }
+    QByteArray file(const char* name) const
+    {
+        QFile file(m_folder.filePath(QString::fromLatin1(name)));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        return file.readAll();
+    }
     SOutcome type(const QString& commands) const
     {
         QProcess shell;
         prepare(shell);
         QProcessEnvironment environment = shell.processEnvironment();
         environment.remove(QStringLiteral("CAMERAPOOL_EMULATION_FILE")); // the two cameras that everybody has
-        environment.insert(QStringLiteral("PATH"), m_folder.path() + QLatin1Char(':') + environment.value("PATH"));
+        environment.insert(QStringLiteral("PATH"), m_folder.path() + QLatin1Char(':') + m_folder.path() +
+                                                       QStringLiteral("/build/release/bin:") +
+                                                       environment.value("PATH"));
         shell.setProcessEnvironment(environment);
         shell.start(QStringLiteral("bash"), {QStringLiteral("-euc"), commands});
         constexpr int limitMs = 100000;
@@ -115,6 +123,28 @@ TEST_F(FirmwareGuide, packageIsMadeAsPrinted)
     const SOutcome made = type(command + QStringLiteral("\npoolcli firmware list main-2.1.0.guf\n"));
     EXPECT_EQ(made.exitCode, 0) << made.err.toStdString();
     EXPECT_TRUE(made.out.contains("2.1.0    Faster readout")) << made.out.toStdString();
+}
+
+TEST_F(FirmwareGuide, packageIsTriedAsPrinted)
+{
+    script("control.xml", blocks("docs/guides/firmwarepackages.md", "xml", "<FirmwarePackage").value(0).toUtf8());
+    const QStringList trial = blocks("docs/guides/firmwarepackages.md", "sh", "firmware update");
+    ASSERT_EQ(trial.size(), 1);
+    const SOutcome updated = type(trial.first());
+    EXPECT_EQ(updated.exitCode, 0) << updated.err.toStdString();
+    EXPECT_TRUE(updated.out.contains("Testcam 12 (T-1): firmware 1.0.0 -> 2.1.0 (upgrade)"))
+        << updated.out.toStdString();
+    EXPECT_TRUE(updated.out.endsWith("has firmware 2.1.0 now.\n")) << updated.out.toStdString();
+    EXPECT_EQ(updated.err, QByteArray());
+    const QString cameras = QString::fromUtf8(file("testcam.json")).trimmed();
+    ASSERT_TRUE(cameras.endsWith(QStringLiteral("}]}"))) << cameras.toStdString();
+    const QString fault = QRegularExpression(QStringLiteral("`(\"faults\": [^`]*)`"))
+                              .match(document("docs/guides/firmwarepackages.md"))
+                              .captured(1);
+    script("testcam.json", (cameras.chopped(3) + QStringLiteral(", ") + fault + QStringLiteral("}]}")).toUtf8());
+    const SOutcome unplugged = type(trial.first().split('\n').filter(QStringLiteral("firmware update")).join(""));
+    EXPECT_EQ(unplugged.exitCode, 1) << unplugged.out.toStdString();
+    EXPECT_TRUE(unplugged.err.contains("The camera keeps the firmware that it has")) << unplugged.err.toStdString();
 }
 
 } // namespace
