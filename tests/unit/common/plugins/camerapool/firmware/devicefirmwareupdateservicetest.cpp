@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "unit/common/plugins/camerapool/firmware/firmwarefixture.h"
+#include "unit/common/plugins/camerapool/testing/records.h"
 #include "utils/exceptions.h"
 
 #include <typeinfo>
@@ -321,6 +322,18 @@ TEST_F(FirmwareService, updateSwallowsEveryExceptionAndUsesTheSameText)
     QObject::connect(m_pool.get(), &CCameraPool::cameraDetached, m_pool.get(), [] { throw 7; });
     EXPECT_TRUE(m_service->update(m_info, update("2.0")).isNull());
     EXPECT_EQ(m_info->errorString(), unexpected);
+    EXPECT_FALSE(m_pool->isDeviceOpen(m_info));
+    EXPECT_FALSE(m_pool->isCameraOpenExclusive(m_info));
+}
+
+TEST_F(FirmwareService, whatIsNoCameraGetsNoJob)
+{
+    EXPECT_TRUE(m_service->update({}, update("2.0")).isNull());
+    const auto interfaceInfo = ::Test::interfaceRecord("eth0");
+    EXPECT_TRUE(m_service->update(interfaceInfo, update("2.0")).isNull());
+    EXPECT_EQ(interfaceInfo->errorString(), QString());
+    EXPECT_EQ(order(), QString());
+    EXPECT_FALSE(m_pool->isDeviceOpen(m_info));
 }
 
 } // namespace

@@ -51,21 +51,46 @@ protected:
         };
         QObject::connect(pJob, &IDeviceFirmwareUpdate::firmwareUpdateBegin, pJob,
                          [=](const UpdateInfoPtr& info, unsigned int ms)
-                         { add(QStringLiteral("begin %1 %2").arg(info->getVersion()).arg(ms > 0)); });
+                         { add(QStringLiteral("begin %1 %2").arg(info->getVersion()).arg(ms)); });
         QObject::connect(pJob, &IDeviceFirmwareUpdate::firmwareUpdateProgressStepBegin, pJob,
-                         [=](EFirmwareUpdateStep step, unsigned int, const QString& text)
-                         { add(QStringLiteral("step %1 '%2'").arg(int(step)).arg(text)); });
+                         [=](EFirmwareUpdateStep step, unsigned int ms, const QString& text)
+                         { add(QStringLiteral("step %1 %2 '%3'").arg(int(step)).arg(ms).arg(text)); });
         QObject::connect(pJob, &IDeviceFirmwareUpdate::firmwareUpdateProgressStepProgressChanged, pJob,
                          [=](EFirmwareUpdateStep step, double percent)
                          { add(QStringLiteral("percent %1 %2").arg(int(step)).arg(percent)); });
         QObject::connect(pJob, &IDeviceFirmwareUpdate::firmwareUpdateProgressStepDone, pJob,
-                         [=](EFirmwareUpdateStep step, unsigned int) { add(QStringLiteral("end %1").arg(int(step))); });
+                         [=](EFirmwareUpdateStep step, unsigned int ms)
+                         { add(QStringLiteral("end %1 %2").arg(int(step)).arg(ms)); });
         QObject::connect(pJob, &IDeviceFirmwareUpdate::firmwareUpdateDone, pJob, [=] { add(QStringLiteral("done")); });
         QObject::connect(pJob, &IDeviceFirmwareUpdate::firmwareUpdateError, pJob,
                          [=](const QString& text) { add(QStringLiteral("error ") + text); });
     }
 
     QStringList m_told;
+};
+
+/** The camera as one that takes no updates. */
+class CPlainCamera : public ICamera
+{
+public:
+    explicit CPlainCamera(QSharedPointer<ICamera> camera) : m_camera(std::move(camera)) {}
+    QSharedPointer<Plugin::AppCore::IInfo> getInfo() const override { return m_camera->getInfo(); }
+    bool isConnected() const override { return m_camera->isConnected(); }
+    bool isOpen() const override { return m_camera->isOpen(); }
+    QSharedPointer<ParameterCollection::IParameterCollection> getParameterCollection() const override
+    {
+        return m_camera->getParameterCollection();
+    }
+    bool isGrabbing() const override { return m_camera->isGrabbing(); }
+    bool isMonitorModeActive() const override { return m_camera->isMonitorModeActive(); }
+    bool open(bool monitorMode) override { return m_camera->open(monitorMode); }
+    void close() override { m_camera->close(); }
+    void startGrabbing() override { m_camera->startGrabbing(); }
+    void stopGrabbing() override { m_camera->stopGrabbing(); }
+    void singleShot(unsigned int timeout) override { m_camera->singleShot(timeout); }
+
+private:
+    const QSharedPointer<ICamera> m_camera;
 };
 
 /** The observer's functions, which only the module calls. */
@@ -158,10 +183,10 @@ TEST_F(FirmwareJob, passesOnWhatTheModuleTells)
     job->OnFirmwareUpdateBegin(GenApi::CFirmwareUpdateInfo(), 90);
     job->OnFirmwareUpdateProgressStepBegin(Type::FileUpload, 80, "schön");
     job->OnFirmwareUpdateProgressStepPartialProgress(Type::FileUpload, 12.5);
-    job->OnFirmwareUpdateProgressStepEnd(Type::FileUpload, 80);
+    job->OnFirmwareUpdateProgressStepEnd(Type::FileUpload, 81);
     job->OnFirmwareUpdateEnd();
     job->OnFirmwareUpdateError(GenICam::RuntimeException("größer", "file", 1));
-    EXPECT_EQ(m_told, (QStringList{"begin 2.0 1", QString::fromUtf8("step 5 'schön'"), "percent 5 12.5", "end 5",
+    EXPECT_EQ(m_told, (QStringList{"begin 2.0 90", QString::fromUtf8("step 5 80 'schön'"), "percent 5 12.5", "end 5 81",
                                    "done", QString::fromUtf8("error größer")}));
     QString text = QStringLiteral("not null");
     QObject::connect(job.data(), &IDeviceFirmwareUpdate::firmwareUpdateProgressStepBegin, job.data(),
@@ -197,14 +222,36 @@ TEST_F(FirmwareJob, signalsCrossThreadsQueued)
 
 TEST_F(FirmwareJob, applyTellsEachStepAndReadsTheVersionAnew)
 {
-    const auto update = job("1.0.0", "2.0", "<FeatureWrite feature=\"DeviceUserID\" value=\"new\"/>");
+    const auto update = job("1.0.0", "2.0",
+                            "<FeatureWrite feature=\"DeviceUserID\" value=\"new\" estimatedTimeMs=\"70\">"
+                            "<Description><Text>Naming</Text></Description></FeatureWrite>");
     record(update);
     EXPECT_TRUE(update->apply()) << m_info->errorString().toStdString();
     EXPECT_EQ(m_transport->GetLastWrite(s_serial, "DeviceUserID"), "new");
-    EXPECT_EQ(m_told, (QStringList{"begin 2.0 1", "step 0 ''", "percent 0 100", "end 0", "step 1 ''", "percent 1 100",
-                                   "end 1", "step 2 ''", "percent 2 100", "end 2", "done"}));
+    EXPECT_EQ(m_told,
+              (QStringList{"begin 2.0 1170", "step 0 1000 ''", "percent 0 100", "end 0 1000", "step 1 100 ''",
+                           "percent 1 100", "end 1 100", "step 2 70 'Naming'", "percent 2 100", "end 2 70", "done"}));
     EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("1.0.0"));
     EXPECT_TRUE(update->apply()) << "again";
+}
+
+TEST_F(FirmwareJob, cameraThatTakesNoUpdatesGetsNoneAndItsVersionIsReadAnew)
+{
+    ASSERT_TRUE(m_pool->openDevice(BaseInfoPtr(m_info), false));
+    const auto plain = QSharedPointer<CPlainCamera>::create(camera());
+    const auto job = QSharedPointer<CDeviceFirmwareUpdate>::create(m_pool.get(), plain, update("2.0"), nullptr);
+    const QString version = job->getDeviceVersion();
+    EXPECT_NE(version, unknown);
+    record(job);
+    m_pool->closeDevice(BaseInfoPtr(m_info));
+    EXPECT_FALSE(job->apply());
+    EXPECT_EQ(job->getDeviceVersion(), unknown);
+    EXPECT_EQ(job->getFirmwareUpdateDirection(), EDirection::Unknown);
+    ASSERT_TRUE(m_pool->openDevice(BaseInfoPtr(m_info), false));
+    EXPECT_FALSE(job->apply());
+    EXPECT_EQ(job->getDeviceVersion(), version);
+    EXPECT_EQ(m_told, QStringList());
+    EXPECT_EQ(m_transport->GetLastWrite(s_serial, "TriggerMode"), "");
 }
 
 TEST_F(FirmwareJob, versionAfterAResetIsTheNewFirmwares)
