@@ -13,6 +13,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <thread>
 #include <unistd.h>
 
@@ -171,6 +172,38 @@ TEST(EmulatedFirmwarePackage, powerLostAtAnyFileOperationLeavesTheOldOneAndTheNe
         ASSERT_LT(lost, 50U);
     }
     EXPECT_GT(lost, 8U) << "open, three writes, close, and the same for reading back";
+}
+
+TEST(EmulatedFirmwarePackage, powerLostAtAnyWriteLeavesACameraThatCanBeOpenedAndUpdatedAgain)
+{
+    const CPackage package;
+    const GenApi::CFirmwareUpdater updater;
+    std::set<std::string> versions; // after a loss
+    std::uint32_t lost = 0;
+    for (bool isLost = true; isLost; ++lost)
+    {
+        SCOPED_TRACE("write " + std::to_string(lost + 1));
+        Simulator::SCameraConfig config = Updatable();
+        config.faults.powerLossAtWrite = lost + 1;
+        SRig rig({config});
+        CUpdatable device(rig);
+        isLost = false;
+        try
+        {
+            updater.ApplyUpdate(package.Update(), device, nullptr);
+        }
+        catch (const GenICam::GenericException&)
+        {
+            isLost = true;
+            versions.insert(device.Version());
+            EXPECT_NO_THROW(updater.ApplyUpdate(package.Update(), device, nullptr));
+        }
+        EXPECT_EQ(device.Version(), "2.1.0");
+        ASSERT_LT(lost, 200U);
+    }
+    EXPECT_GT(lost, 25U) << "the file's features, the activation and the reset";
+    // Power that comes back starts what was activated.
+    EXPECT_EQ(versions, (std::set<std::string>{"1.0.0", "2.1.0"}));
 }
 
 TEST(EmulatedFirmwarePackage, aShortWriteIsContinuedWhereItEnded)
