@@ -165,6 +165,16 @@ protected:
     bool isOpen() const { return service<ICameraStatusService>()->isDeviceOpen(m_camera); }
     void expectUpdate(const QString& version, EFirmwareUpdateDirection direction)
     {
+        expectApplied(version, direction,
+                      [&](const IDeviceFirmwareUpdate& update)
+                      {
+                          EXPECT_EQ(update.getDeviceVersion(), version);
+                          EXPECT_EQ(update.getFirmwareUpdateDirection(), EFirmwareUpdateDirection::Sidegrade);
+                      });
+    }
+    void expectApplied(const QString& version, EFirmwareUpdateDirection direction,
+                       const std::function<void(const IDeviceFirmwareUpdate&)>& checkUpdated = {})
+    {
         EXPECT_FALSE(isOpen());
         auto update = job(version);
         ASSERT_FALSE(update.isNull()) << m_camera->errorString().toStdString();
@@ -189,8 +199,10 @@ protected:
             Qt::DirectConnection);
         EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
         EXPECT_EQ(steps, 7);
-        EXPECT_EQ(update->getDeviceVersion(), version);
-        EXPECT_EQ(update->getFirmwareUpdateDirection(), EFirmwareUpdateDirection::Sidegrade);
+        if (checkUpdated)
+        {
+            checkUpdated(*update);
+        }
         EXPECT_EQ(heard(), QString());
         EXPECT_TRUE(isOpen());
         update.clear();
@@ -287,7 +299,8 @@ TEST_P(HostFirmware, whoAsksWhatFitsTakesTheCameraFromAWaitingJobWhichCanStillBe
 }
 
 /** A camera whose start with other firmware takes longer than two looks for it; over the network, where a look takes
- *  its time, one that does not come back until it is switched on again. */
+ *  its time, one that does not come back until it is switched on again: another program, whose version says nothing of
+ *  the upload. */
 class HostFirmwareSlow : public HostFirmware
 {
 protected:
@@ -319,7 +332,8 @@ TEST_P(HostFirmwareSlow, cameraComesBackAtTheThirdAttempt)
                 s_atThird();
             }
         });
-    expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade);
+    isGigE() ? expectApplied(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade)
+             : expectUpdate(QStringLiteral("2.0.0"), EFirmwareUpdateDirection::Upgrade);
     qInstallMessageHandler(previous);
     EXPECT_TRUE(s_lines.contains(QStringLiteral("Waiting for device to reboot for 1000 ms.")));
     EXPECT_TRUE(s_lines.contains(QStringLiteral("Trying to re-create the device (2).\n")));
@@ -405,6 +419,62 @@ TEST_P(HostFirmwarePowerLoss, cameraThatVanishesMidStepKeepsItsFirmwareAndCanBeT
     EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("2.0.0"));
 }
 
+/** Packages whose steps take the power before what they do next. */
+class HostFirmwareNoPower : public HostFirmware
+{
+protected:
+    JobPtr jobOf(const QByteArray& steps)
+    {
+        QFile file(path("own.xml"));
+        EXPECT_TRUE(file.open(QFile::WriteOnly));
+        file.write(R"(<FirmwarePackage xmlns="urn:camerapool:firmwarepackage" version="1.0">
+            <Files><File name="emumono-2.0.0.bin"/></Files><Procedures><Procedure id="all"><Steps>)" +
+                   steps + R"(</Steps></Procedure></Procedures><Updates><Update id="u" procedure="all">
+            <Condition feature="DeviceModelName" matches=".*"/><Info key="Version"><Text>2.0.0</Text></Info>
+            </Update></Updates></FirmwarePackage>)");
+        file.close();
+        GenApi::CFirmwarePackageWriter().WritePackage(path("own.xml").toUtf8(), path("own.guf").toUtf8());
+        const auto updates = service<IDeviceFirmwareUpdateService>()->getUpdates(path("own.guf"), QString());
+        return service<IDeviceFirmwareUpdateService>()->update(m_camera, updates.value(0));
+    }
+    /** Applies it in vain; afterwards the camera has that version, and can be updated. */
+    void expectLost(const QByteArray& steps, const QString& version)
+    {
+        auto update = jobOf(steps);
+        ASSERT_FALSE(update.isNull()) << m_camera->errorString().toStdString();
+        EXPECT_FALSE(apply(*update));
+        EXPECT_FALSE(m_camera->errorString().isEmpty());
+        update.clear();
+        EXPECT_FALSE(isOpen());
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&]
+            {
+                update = job(QStringLiteral("2.0.0"));
+                return !update.isNull();
+            },
+            60000))
+            << m_camera->errorString().toStdString();
+        ASSERT_FALSE(update.isNull());
+        EXPECT_EQ(update->getDeviceVersion(), version);
+        EXPECT_TRUE(apply(*update)) << m_camera->errorString().toStdString();
+        EXPECT_EQ(update->getDeviceVersion(), QStringLiteral("2.0.0"));
+    }
+
+    const QByteArray m_upload = R"(<FileUpload file="emumono-2.0.0.bin" deviceFile="FirmwareUpdate"/>)";
+    const QByteArray m_loss = R"(<FeatureWrite feature="FaultPowerLossAtWrite" value="1"/>)";
+    const QByteArray m_activate = R"(<FeatureExecute feature="FirmwareActivate" activates="true"/>)";
+};
+
+TEST_P(HostFirmwareNoPower, atTheActivationTheOldFirmwareStays)
+{
+    expectLost(m_upload + m_loss + m_activate + "<DeviceReset/>", QStringLiteral("1.5.0"));
+}
+
+TEST_P(HostFirmwareNoPower, atTheRestartTheNewFirmwareRuns)
+{
+    expectLost(m_upload + m_activate + m_loss + "<DeviceReset/>", QStringLiteral("2.0.0"));
+}
+
 const auto transports = ::testing::Values(ETransport::Emulation, ETransport::GigE);
 const auto names = [](const auto& info)
 {
@@ -415,5 +485,6 @@ INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareSlow, transports, names);
 INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareNever, transports, names);
 INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareTwice, transports, names);
 INSTANTIATE_TEST_SUITE_P(Over, HostFirmwarePowerLoss, transports, names);
+INSTANTIATE_TEST_SUITE_P(Over, HostFirmwareNoPower, transports, names);
 
 } // namespace
