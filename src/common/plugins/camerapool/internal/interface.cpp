@@ -120,6 +120,11 @@ bool CInterface::open(bool)
     {
         reportError(OpenFailed, "");
     }
+    if (m_objectState.state() == ParameterCollection::ObjectState_Open)
+    {
+        close(); // it was open and some receiver has been told so
+        return false;
+    }
     cleanup();
     m_objectState.setState(ParameterCollection::ObjectState_Closed);
     return false;

@@ -205,6 +205,23 @@ TEST_F(InterfacePool, receiverThatThrowsWhileItsNodeMapGoesDoesNotKeepAnInterfac
     EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
 }
 
+TEST_F(InterfacePool, receiverThatThrowsWhenItOpensClosesItForThoseWhoWereTold)
+{
+    const auto device = m_pool.createDevice(m_info);
+    QObject::connect(device.data(), &IDevice::deviceOpened, [] { throw std::runtime_error("cannot show it"); });
+    QStringList told;
+    QObject::connect(&m_pool, &ADevicePool::deviceOpened, &m_pool, [&] { told.append(QStringLiteral("opened")); });
+    QObject::connect(&m_pool, &ADevicePool::deviceClosed, &m_pool, [&] { told.append(QStringLiteral("closed")); });
+    EXPECT_FALSE(m_pool.openDevice(m_info, false));
+    EXPECT_EQ(told, QStringList({QStringLiteral("opened"), QStringLiteral("closed")}));
+    EXPECT_EQ(m_info->errorString(), QStringLiteral("cannot show it"));
+    EXPECT_FALSE(device->isOpen());
+    EXPECT_EQ(stateOf(device), 2);
+    EXPECT_EQ(nodeMap(device), nullptr);
+    EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
+    EXPECT_EQ(m_sdk.GetHeldTransportLayers("TestScripted"), 0U);
+}
+
 TEST_F(InterfacePool, openingAndClosingComeInOrderWithTheRecord)
 {
     QStringList order;
