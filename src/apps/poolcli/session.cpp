@@ -11,6 +11,7 @@
 #include "camerapool/icameraenumerationservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/itransportlayerinfo.h"
+#include "camerapool/tltypes.h"
 
 #include <QAbstractEventDispatcher>
 #include <QEventLoop>
@@ -164,6 +165,12 @@ HostKit::InterfaceInfoPtr CSession::interfaceCalled(const QString& name, int tim
 HostKit::InterfaceInfoPtr CSession::interfaceOf(const HostKit::CameraInfoPtr& camera)
 {
     const auto found = HostKit::interfaceOf(interfaces(), *camera);
+    if (found.isNull() && camera->getTLType() == Plugin::CameraPool::TLTypeCamEmu)
+    {
+        throw CRefusal(
+            CTexts::tr("%1 is on no interface: an emulated camera is on one when its data name it (\"interface\").")
+                .arg(camera->getFriendlyName()));
+    }
     if (found.isNull())
     {
         throw CRefusal(CTexts::tr("%1 is on no interface that could be opened; 'poolcli interfaces' lists those.")

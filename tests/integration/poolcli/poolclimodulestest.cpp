@@ -82,6 +82,15 @@ TEST_F(PoolCliModules, anInterfaceIsShownAsATreeAndATableOfDevices)
     EXPECT_TRUE(outcome.out.contains("EMU-A")) << outcome.out.constData();
 }
 
+TEST_F(PoolCliModules, aCameraOnNoInterfaceIsToldHowToGetOne)
+{
+    writeData(R"({"cameras": [{"serial": "EMU-A"}]})");
+    const SOutcome outcome = run(
+        {QStringLiteral("features"), QStringLiteral("EMU-A"), QStringLiteral("--module"), QStringLiteral("interface")});
+    EXPECT_EQ(outcome.exitCode, 1) << outcome.out.constData();
+    EXPECT_TRUE(outcome.err.contains("EMU-A") && outcome.err.contains("\"interface\"")) << outcome.err.constData();
+}
+
 TEST_F(PoolCliModules, anUnknownInterfaceIsRefusedWithItsName)
 {
     const SOutcome outcome = run({QStringLiteral("interfaces"), QStringLiteral("nobody")});

@@ -469,6 +469,10 @@
         <translation>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</translation>
     </message>
     <message>
+        <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
+        <translation>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</translation>
+    </message>
+    <message>
         <source>The camera has no chunk data.</source>
         <translation>The camera has no chunk data.</translation>
     </message>

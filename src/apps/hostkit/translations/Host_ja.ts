@@ -469,6 +469,10 @@
         <translation>、圧縮率 %1% (%2%～%3%)、可逆 %4、非可逆 %5、復号不能 %6</translation>
     </message>
     <message>
+        <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
+        <translation>%1 はどのインターフェースにもありません。エミュレートされたカメラには、データの「interface」でインターフェースを指定してください。</translation>
+    </message>
+    <message>
         <source>The camera has no chunk data.</source>
         <translation>カメラにチャンクデータがありません。</translation>
     </message>

@@ -469,6 +469,10 @@
         <translation>，压缩至 %1%（%2% 至 %3%），无损 %4，有损 %5，无法解码 %6</translation>
     </message>
     <message>
+        <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
+        <translation>%1 不在任何接口上：仿真相机的接口由其数据中的“interface”指定。</translation>
+    </message>
+    <message>
         <source>The camera has no chunk data.</source>
         <translation>相机没有块数据。</translation>
     </message>
