@@ -19,19 +19,33 @@ namespace
 
 using Plugin::CameraPool::ICameraStatusService;
 
+/** Whether there was an image that can be decoded: others have no ratio. */
+bool hasRatio(const CCompressionStatistic& compression)
+{
+    return compression.losslessCount > 0 || compression.lossyCount > 0;
+}
+
 /** Ratios in per cent of the image's size without compression. */
 QJsonObject toJson(const CCompressionStatistic& compression)
 {
-    return {{"ratio", compression.compressionRatio},
-            {"min_ratio", compression.minCompressionRatio},
-            {"max_ratio", compression.maxCompressionRatio},
-            {"lossless", static_cast<qint64>(compression.losslessCount)},
-            {"lossy", static_cast<qint64>(compression.lossyCount)},
-            {"failed", static_cast<qint64>(compression.failedCount)}};
+    QJsonObject object{{"lossless", static_cast<qint64>(compression.losslessCount)},
+                       {"lossy", static_cast<qint64>(compression.lossyCount)},
+                       {"failed", static_cast<qint64>(compression.failedCount)}};
+    if (hasRatio(compression))
+    {
+        object.insert(QStringLiteral("ratio"), compression.compressionRatio);
+        object.insert(QStringLiteral("min_ratio"), compression.minCompressionRatio);
+        object.insert(QStringLiteral("max_ratio"), compression.maxCompressionRatio);
+    }
+    return object;
 }
 
 QString toText(const CCompressionStatistic& compression)
 {
+    if (!hasRatio(compression))
+    {
+        return CTexts::tr(", compressed, %1 not decodable").arg(compression.failedCount);
+    }
     return CTexts::tr(", compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable")
         .arg(compression.compressionRatio, 0, 'f', 1)
         .arg(compression.minCompressionRatio, 0, 'f', 1)
@@ -280,6 +294,13 @@ bool CGrabSession::isBarren(const SGrabCount& count)
     return count.images == 0 && !m_session.isToEnd();
 }
 
+bool CGrabSession::isUndecodable(const SGrabCount& count) const
+{
+    // Whoever looks at something else of the images has it all the same.
+    return !m_observer && !m_statisticsOnly && count.images > 0 && count.compression.compressionEnabled &&
+           count.compression.failedCount > 0 && !hasRatio(count.compression);
+}
+
 void CGrabSession::printFailures()
 {
     for (const SGrabCount& count : m_counts)
@@ -299,14 +320,18 @@ void CGrabSession::printFailures()
             printError(CTexts::tr("%1 gave no image: %2")
                            .arg(name, reason.isEmpty() ? CTexts::tr("none arrived in time.") : reason));
         }
+        else if (isUndecodable(count))
+        {
+            printError(CTexts::tr("%1: none of its compressed images can be decoded.").arg(name));
+        }
     }
 }
 
 int CGrabSession::exitCode()
 {
-    const bool bad =
-        std::any_of(m_counts.begin(), m_counts.end(),
-                    [this](const SGrabCount& count) { return count.isRefused || count.lost || isBarren(count); });
+    const bool bad = std::any_of(m_counts.begin(), m_counts.end(),
+                                 [this](const SGrabCount& count)
+                                 { return count.isRefused || count.lost || isBarren(count) || isUndecodable(count); });
     return bad || m_counts.isEmpty() ? ExitRefused : ExitDone;
 }
 

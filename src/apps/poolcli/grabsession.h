@@ -68,8 +68,8 @@ public:
     /** Says on stderr what makes exitCode() ExitRefused. */
     void printFailures();
     const QVector<SGrabCount>& counts() const { return m_counts; }
-    /** ExitRefused when there was no camera, one did not start or was lost, or gave no image at all though nobody ended
-     * the grab early. */
+    /** ExitRefused when there was no camera, one did not start or was lost, gave no image at all though nobody ended
+     * the grab early, or only compressed ones that cannot be decoded (when the images are what was asked for). */
     int exitCode();
 
 private:
@@ -78,6 +78,7 @@ private:
     void onImage(SGrabCount& count, const Velmo::CGrabResultPtr& result);
     bool isOver() const;
     bool isBarren(const SGrabCount& count);
+    bool isUndecodable(const SGrabCount& count) const;
     void showLive();
     QJsonObject describe(const SGrabCount& count) const;
 

@@ -74,6 +74,27 @@ TEST_F(PoolCliCompression, liveLinesOfALossyGrabShowTheRatio)
     EXPECT_FALSE(outcome.out.contains(" 0 lossy")) << outcome.out.constData();
 }
 
+TEST_F(PoolCliCompression, imagesOfWhichNoneCanBeDecodedHaveNoRatioAndEndWithOneAndAReason)
+{
+    writeData(R"({"cameras": [{"serial": "EMU-A", "sensor": {"width": 32, "height": 32}, "features": {
+        "ImageCompressionMode": "FixedRatio", "ImageCompressionRatio": 5, "TestPattern": "NoisyScene"}}]})");
+    const QStringList grab{QStringLiteral("grab"), QStringLiteral("EMU-A"), QStringLiteral("-n"), QStringLiteral("3")};
+    const SOutcome text = run(grab);
+    EXPECT_EQ(text.exitCode, 1) << text.err.constData();
+    EXPECT_TRUE(text.out.contains("not decodable")) << text.out.constData();
+    EXPECT_FALSE(text.out.contains("compressed to")) << text.out.constData();
+    EXPECT_TRUE(text.err.contains("EMU-A") && text.err.contains("can be decoded")) << text.err.constData();
+    const SOutcome json = run(QStringList(grab) << QStringLiteral("--json"));
+    EXPECT_EQ(json.exitCode, 1) << json.err.constData();
+    const QJsonObject compression =
+        json.json().array().at(0).toObject().value(QStringLiteral("compression")).toObject();
+    EXPECT_GE(compression.value(QStringLiteral("failed")).toInt(), 3) << json.out.constData();
+    EXPECT_FALSE(compression.contains(QStringLiteral("ratio"))) << json.out.constData();
+    const SOutcome chunks = run({QStringLiteral("chunks"), QStringLiteral("EMU-A"), QStringLiteral("-n"),
+                                 QStringLiteral("2")}); // which can be read all the same
+    EXPECT_EQ(chunks.exitCode, 0) << chunks.err.constData();
+}
+
 TEST_F(PoolCliCompression, settingForOneCameraLeavesTheOtherAlone)
 {
     const SOutcome outcome =

@@ -469,6 +469,14 @@
         <translation>, compressed to %1% (%2% to %3%), %4 lossless, %5 lossy, %6 not decodable</translation>
     </message>
     <message>
+        <source>, compressed, %1 not decodable</source>
+        <translation>, compressed, %1 not decodable</translation>
+    </message>
+    <message>
+        <source>%1: none of its compressed images can be decoded.</source>
+        <translation>%1: none of its compressed images can be decoded.</translation>
+    </message>
+    <message>
         <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
         <translation>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</translation>
     </message>

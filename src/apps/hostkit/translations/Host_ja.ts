@@ -469,6 +469,14 @@
         <translation>、圧縮率 %1% (%2%～%3%)、可逆 %4、非可逆 %5、復号不能 %6</translation>
     </message>
     <message>
+        <source>, compressed, %1 not decodable</source>
+        <translation>、圧縮、復号不能 %1</translation>
+    </message>
+    <message>
+        <source>%1: none of its compressed images can be decoded.</source>
+        <translation>%1: 圧縮画像を 1 枚も復号できません。</translation>
+    </message>
+    <message>
         <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
         <translation>%1 はどのインターフェースにもありません。エミュレートされたカメラには、データの「interface」でインターフェースを指定してください。</translation>
     </message>

@@ -469,6 +469,14 @@
         <translation>, %1%로 압축(%2%~%3%), 무손실 %4, 손실 %5, 디코딩 불가 %6</translation>
     </message>
     <message>
+        <source>, compressed, %1 not decodable</source>
+        <translation>, 압축됨, 디코딩 불가 %1</translation>
+    </message>
+    <message>
+        <source>%1: none of its compressed images can be decoded.</source>
+        <translation>%1: 압축된 이미지를 하나도 디코딩할 수 없습니다.</translation>
+    </message>
+    <message>
         <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
         <translation>%1은(는) 어느 인터페이스에도 없습니다. 에뮬레이션 카메라의 인터페이스는 데이터의 &quot;interface&quot;로 지정합니다.</translation>
     </message>

@@ -469,6 +469,14 @@
         <translation>，压缩至 %1%（%2% 至 %3%），无损 %4，有损 %5，无法解码 %6</translation>
     </message>
     <message>
+        <source>, compressed, %1 not decodable</source>
+        <translation>，已压缩，无法解码 %1</translation>
+    </message>
+    <message>
+        <source>%1: none of its compressed images can be decoded.</source>
+        <translation>%1：压缩图像均无法解码。</translation>
+    </message>
+    <message>
         <source>%1 is on no interface: an emulated camera is on one when its data name it (&quot;interface&quot;).</source>
         <translation>%1 不在任何接口上：仿真相机的接口由其数据中的“interface”指定。</translation>
     </message>
