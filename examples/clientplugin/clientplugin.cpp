@@ -13,6 +13,23 @@ using namespace Plugin::CameraPool;
 namespace
 {
 Q_LOGGING_CATEGORY(logClient, "Client Plugin")
+
+/** On the grab thread, once for each image, before the next one's chunks are attached: the values are this image's. */
+void tellChunks(const std::string& camera, GenApi::INode* pNode)
+{
+    const GenApi::CIntegerPtr frameId(pNode);
+    try
+    {
+        if (GenApi::IsReadable(pNode)) // not when the chunks go
+        {
+            qCDebug(logClient, "%s: chunks of frame %lld", camera.c_str(), static_cast<long long>(frameId->GetValue()));
+        }
+    }
+    catch (const GenICam::GenericException& e)
+    {
+        qCWarning(logClient, "%s: %s", camera.c_str(), e.GetDescription());
+    }
+}
 } // namespace
 
 bool CClientPlugin::initialize(QPointer<Core::Plugin::IPluginInitializer> initializer)
@@ -29,7 +46,9 @@ bool CClientPlugin::initialize(QPointer<Core::Plugin::IPluginInitializer> initia
         return false;
     }
     connect(m_status.data(), &ICameraStatusService::deviceConnected, this, &CClientPlugin::onDeviceConnected);
-    connect(m_status.data(), &ICameraStatusService::cameraConnectionLost, this, &CClientPlugin::onConnectionLost);
+    // A camera that is gone is told by the first, by both, or, when only a discovery pass has missed it, by the second.
+    connect(m_status.data(), &ICameraStatusService::cameraConnectionLost, this, &CClientPlugin::onGone);
+    connect(m_status.data(), &ICameraStatusService::deviceDisconnected, this, &CClientPlugin::onGone);
     connect(m_status.data(), &ICameraStatusService::cameraImageGrabbed, this, &CClientPlugin::onImageGrabbed);
     return true;
 }
@@ -55,14 +74,16 @@ void CClientPlugin::onDeviceConnected(const QSharedPointer<IBaseInfo>& info)
     }
     m_camera = camera;
     switchChunksOn();
+    watchChunks();
     m_stream->startGrabbing(camera);
 }
 
-void CClientPlugin::onConnectionLost(const QSharedPointer<ICameraInfo>& info)
+void CClientPlugin::onGone(const QSharedPointer<IBaseInfo>& info)
 {
     if (info == m_camera)
     {
         m_camera.reset(); // the next one that is found takes its place
+        m_onChunks = 0;   // its nodes go with it
     }
 }
 
@@ -78,29 +99,39 @@ void CClientPlugin::switchChunksOn() const
     }
 }
 
+GenApi::INode* CClientPlugin::chunkNode() const
+{
+    const auto parameters = m_parameters->getParameterCollection(m_camera);
+    return parameters.isNull() ? nullptr : parameters->node(QStringLiteral("@CameraDevice/ChunkFrameID"));
+}
+
+void CClientPlugin::watchChunks()
+{
+    if (GenApi::INode* const pNode = chunkNode())
+    {
+        const std::string name = m_camera->getFriendlyName().toStdString();
+        m_onChunks = pNode->RegisterCallback([name](GenApi::INode* pChanged) { tellChunks(name, pChanged); });
+    }
+}
+
+void CClientPlugin::stopWatchingChunks()
+{
+    GenApi::INode* const pNode = m_onChunks != 0 ? chunkNode() : nullptr;
+    if (pNode != nullptr)
+    {
+        pNode->DeregisterCallback(m_onChunks);
+    }
+    m_onChunks = 0;
+}
+
 void CClientPlugin::onImageGrabbed(const QSharedPointer<ICameraInfo>& info, const Velmo::CGrabResultPtr& result)
 {
     if (info != m_camera || !result.IsValid())
     {
         return;
     }
-    qCDebug(logClient, "%s: image %lld, %s, %s", qUtf8Printable(info->getFriendlyName()),
-            static_cast<long long>(result->GetImageNumber()), qUtf8Printable(chunkValues(result)),
-            qUtf8Printable(decode(result)));
-}
-
-QString CClientPlugin::chunkValues(const Velmo::CGrabResultPtr& result) const
-{
-    // The chunk features show the image attached last: mostly this or a later one, rarely still the one before.
-    const auto parameters = m_parameters->getParameterCollection(m_camera);
-    const ParameterCollection::CIntegerParameter frameId(parameters, QStringLiteral("@CameraDevice/ChunkFrameID"));
-    constexpr std::int64_t none = -1;
-    const auto latest = frameId.valueOr(none);
-    if (latest == none)
-    {
-        return QStringLiteral("no chunks");
-    }
-    return QStringLiteral("chunk frame %1 at block %2").arg(latest).arg(result->GetBlockID());
+    qCDebug(logClient, "%s: image %lld, %s", qUtf8Printable(info->getFriendlyName()),
+            static_cast<long long>(result->GetImageNumber()), qUtf8Printable(decode(result)));
 }
 
 QString CClientPlugin::decode(const Velmo::CGrabResultPtr& result)
@@ -126,9 +157,10 @@ void CClientPlugin::aboutToUninitialize()
 {
     if (!m_camera.isNull())
     {
+        m_stream->stopGrabbing(m_camera);
+        stopWatchingChunks();
         const auto camera = m_camera;
         m_camera.reset();
-        m_stream->stopGrabbing(camera);
         m_control->close(QSharedPointer<IBaseInfo>(camera));
     }
 }

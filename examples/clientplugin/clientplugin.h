@@ -8,6 +8,7 @@
 #include "camerapool/icamerastreamcontrolservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iimagedecompressorservice.h"
+#include "genapi/inodes.h"
 #include "plugincore/iplugin.h"
 
 #include <QByteArray>
@@ -29,12 +30,14 @@ public:
 
 private:
     void onDeviceConnected(const QSharedPointer<Plugin::CameraPool::IBaseInfo>& info);
-    void onConnectionLost(const QSharedPointer<Plugin::CameraPool::ICameraInfo>& info);
+    void onGone(const QSharedPointer<Plugin::CameraPool::IBaseInfo>& info);
     void onImageGrabbed(const QSharedPointer<Plugin::CameraPool::ICameraInfo>& info,
                         const Velmo::CGrabResultPtr& result);
 
     void switchChunksOn() const;
-    QString chunkValues(const Velmo::CGrabResultPtr& result) const;
+    GenApi::INode* chunkNode() const;
+    void watchChunks();
+    void stopWatchingChunks();
     QString decode(const Velmo::CGrabResultPtr& result);
 
     QSharedPointer<Plugin::CameraPool::ICameraControlService> m_control;
@@ -43,5 +46,6 @@ private:
     QSharedPointer<Plugin::CameraPool::IDeviceParameterService> m_parameters;
     QSharedPointer<Plugin::CameraPool::IImageDecompressorService> m_decompressors;
     QSharedPointer<Plugin::CameraPool::ICameraInfo> m_camera; // null: none is in use
+    GenApi::CallbackHandle m_onChunks = 0;                    // while the camera is open
     QByteArray m_pixels;                                      // of the latest compressed image
 };
