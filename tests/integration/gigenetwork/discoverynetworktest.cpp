@@ -114,6 +114,23 @@ protected:
 
 } // namespace
 
+TEST_F(DiscoveryNetwork, theInterfaceShowsTheHardwareAddressOfItsAdapter)
+{
+    CPeerNamespace far;
+    far.Connect("va", "192.168.77.1/24", "vb", "");
+    RunIp("link set va address 02:1f:c5:33:44:a5");
+    GigE::SetAdapters({"va"});
+    InterfaceInfoList interfaces;
+    m_client.Transport().EnumerateInterfaces(interfaces);
+    ASSERT_EQ(interfaces.size(), 1U);
+    const auto pInterface = m_client.Transport().CreateInterface(interfaces.front());
+    ASSERT_NE(pInterface, nullptr);
+    pInterface->Open();
+    EXPECT_EQ(GetInteger(*pInterface->GetNodeMap(), "GevInterfaceMACAddress"), 0x021FC53344A5);
+    EXPECT_EQ(GenApi::CValuePtr(pInterface->GetNodeMap()->GetNode("GevInterfaceMACAddress"))->ToString(),
+              "02:1f:c5:33:44:a5");
+}
+
 TEST_F(DiscoveryNetwork, allAdaptersAreSearchedAtOnceAndQuickly)
 {
     constexpr int count = 6;

@@ -18,10 +18,10 @@ namespace Velmo::GigE::Internal
 namespace
 {
 
-/** A number that the system keeps for the adapter below /sys; UnknownLinkValue when it has none. */
-std::int64_t ReadSystemNumber(const std::string& adapterName, const char* item)
+/** A number that the system keeps for the adapter in that folder; UnknownLinkValue when it has none. */
+std::int64_t ReadSystemNumber(const std::string& adapterFolder, const char* item)
 {
-    std::ifstream file("/sys/class/net/" + adapterName + "/" + item);
+    std::ifstream file(adapterFolder + "/" + item);
     std::int64_t value = UnknownLinkValue;
     return file >> value ? value : UnknownLinkValue;
 }
@@ -42,14 +42,15 @@ std::int64_t ReadMtu(const SAdapter& adapter)
     return isKnown ? request.ifr_mtu : UnknownLinkValue;
 }
 
-std::int64_t ReadLinkSpeedMbps(const SAdapter& adapter)
+std::int64_t ReadLinkSpeedMbps(const SAdapter& adapter, const std::string& folder)
 {
+    const std::string adapterFolder = folder + "/" + adapter.name;
     // In a network namespace of its own the process may still see the adapters of another one there.
-    if (ReadSystemNumber(adapter.name, "ifindex") != static_cast<std::int64_t>(adapter.index))
+    if (ReadSystemNumber(adapterFolder, "ifindex") != static_cast<std::int64_t>(adapter.index))
     {
         return UnknownLinkValue;
     }
-    const std::int64_t speed = ReadSystemNumber(adapter.name, "speed");
+    const std::int64_t speed = ReadSystemNumber(adapterFolder, "speed");
     return speed > 0 ? speed : UnknownLinkValue;
 }
 

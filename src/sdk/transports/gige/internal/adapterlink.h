@@ -14,8 +14,8 @@ constexpr std::int64_t UnknownLinkValue = -1;
 GIGE_TEST_EXPORT std::int64_t ReadMtu(const SAdapter& adapter);
 
 /** Mbit/s of the link as it is now; UnknownLinkValue when it is down or the system does not know (loopback, virtual
- *  adapters). */
-GIGE_TEST_EXPORT std::int64_t ReadLinkSpeedMbps(const SAdapter& adapter);
+ *  adapters). folder: where the system has a folder of numbers for each adapter. */
+GIGE_TEST_EXPORT std::int64_t ReadLinkSpeedMbps(const SAdapter& adapter, const std::string& folder = "/sys/class/net");
 
 /** The default gateway of the adapter in host byte order; 0 when there is none. */
 GIGE_TEST_EXPORT std::uint32_t ReadGateway(const SAdapter& adapter);

@@ -10,6 +10,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
 
 using namespace Velmo;
 using namespace Velmo::GigE::Internal;
@@ -138,6 +142,31 @@ TEST_F(GigEAdapterInterface, standInForNoAdapterOpensWithoutAddresses)
     interface.Open();
     EXPECT_EQ(interface.GetNodeMap()->GetNode("GevInterfaceMTU"), nullptr);
     EXPECT_EQ(Value(interface, "DeviceCount"), 0);
+}
+
+TEST(GigELinkSpeed, isWhatTheSystemKeepsForTheAdapter)
+{
+    namespace fs = std::filesystem;
+    std::string folder = (fs::temp_directory_path() / "linkspeedXXXXXX").string();
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    fs::create_directory(folder + "/eth7");
+    const auto write = [&folder](const char* item, const char* text)
+    {
+        std::ofstream(folder + "/eth7/" + item) << text;
+    };
+    SAdapter adapter;
+    adapter.name = "eth7";
+    adapter.index = 7;
+    write("ifindex", "7\n");
+    EXPECT_EQ(ReadLinkSpeedMbps(adapter, folder), UnknownLinkValue);
+    write("speed", "2500\n");
+    EXPECT_EQ(ReadLinkSpeedMbps(adapter, folder), 2500);
+    write("speed", "-1\n"); // the link is down
+    EXPECT_EQ(ReadLinkSpeedMbps(adapter, folder), UnknownLinkValue);
+    write("speed", "1000\n");
+    write("ifindex", "8\n"); // another network namespace's adapter of that name
+    EXPECT_EQ(ReadLinkSpeedMbps(adapter, folder), UnknownLinkValue);
+    fs::remove_all(folder);
 }
 
 TEST(GigEGateway, isTheDefaultRouteOfTheAdapter)
