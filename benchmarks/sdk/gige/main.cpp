@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-// GigE Vision over loopback: how soon cameras are found, what their streams cost beside those of the bare engine, how
-// soon an action command has reached all of them.
+// GigE Vision over loopback: what a register costs, how soon cameras are found, what their streams cost beside those of
+// the bare engine, how soon an action command has reached all of them.
 
 #include "barecameras.h"
 #include "cameraprogram.h"
 #include "enginestreams.h"
+#include "registeraccess.h"
 #include "streams/childrun.h"
 #include "streams/sdkstreams.h"
 #include "support/figures.h"
@@ -124,6 +125,14 @@ void measureActions(CFigures& figures, int cameras)
         {"an action until its last acknowledge" + of(cameras), median(own), "ms", "one bare socket", median(bare)});
 }
 
+void measureRegisters(CFigures& figures)
+{
+    const CCameraProgram program(1, ImagesPerSecond);
+    const SAccessFigures access = measureRegisterAccess();
+    figures.add({"read of one register", access.read, "us", "the engine alone", access.engineRead});
+    figures.add({"write of one register", access.write, "us", "the engine alone", access.engineWrite});
+}
+
 int runOne(const QStringList& arguments)
 {
     const int cameras = arguments.at(3).toInt();
@@ -154,6 +163,7 @@ int main(int argc, char* argv[])
     CFigures figures("GigE Vision over loopback, 512x512 at 30 images/s each");
     try
     {
+        measureRegisters(figures);
         for (const int cameras : {1, 8, 64})
         {
             measureDiscovery(figures, cameras);

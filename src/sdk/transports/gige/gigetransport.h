@@ -20,7 +20,7 @@ constexpr const char* TLType = "GEV";
 constexpr const char* AdaptersVariable = "CAMERAPOOL_GIGE_ADAPTERS";
 
 /**
- * Makes the GigE Vision transport. Destroying it waits for what it still does in the background.
+ * Makes the GigE Vision transport. Destroying it waits for what it still does in the background, 20 s at most.
  * Threads: any.
  */
 GIGE_EXPORT std::shared_ptr<Transport::ITransport> CreateTransport();

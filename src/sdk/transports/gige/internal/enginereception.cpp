@@ -9,20 +9,47 @@
 #include "transports/gige/internal/socketbuffer.h"
 #include "transports/gige/internal/streamresult.h"
 
+#include <chrono>
+#include <memory>
+#include <string>
 #include <utility>
 
 namespace Velmo::GigE::Internal
 {
 
+namespace
+{
+
+ObjectPtr<ArvStream> MakeStream(SOpenCamera& camera)
+{
+    struct SMaking
+    {
+        ObjectPtr<ArvDevice> pDevice;
+        ObjectPtr<ArvStream> pStream;
+        CEngineError error;
+    };
+    const auto pMaking = std::make_shared<SMaking>();
+    pMaking->pDevice.reset(ARV_DEVICE(g_object_ref(camera.pEngine.get())));
+    const std::string what = "The stream of camera " + camera.name + " cannot be started";
+    camera.pCalls->Run(what,
+                       [pMaking]
+                       {
+                           pMaking->pStream.reset(arv_device_create_stream(pMaking->pDevice.get(), nullptr, nullptr,
+                                                                           pMaking->error.Receive()));
+                       });
+    if (pMaking->pStream == nullptr)
+    {
+        pMaking->error.Throw(what);
+    }
+    return std::move(pMaking->pStream);
+}
+
+} // namespace
+
 CEngineReception::CEngineReception(SOpenCamera& camera, CReaper& reaper, const SSettings& settings, Deliver deliver)
     : m_camera(camera), m_reaper(reaper), m_deliver(std::move(deliver))
 {
-    CEngineError error;
-    ObjectPtr<ArvStream> pStream(arv_device_create_stream(camera.pEngine.get(), nullptr, nullptr, error.Receive()));
-    if (pStream == nullptr)
-    {
-        error.Throw("The stream of camera " + camera.name + " cannot be started");
-    }
+    ObjectPtr<ArvStream> pStream = MakeStream(camera);
     g_object_set(pStream.get(), "packet-resend",
                  settings.isResending ? ARV_GV_STREAM_PACKET_RESEND_ALWAYS : ARV_GV_STREAM_PACKET_RESEND_NEVER,
                  "packet-timeout", static_cast<guint>(settings.packetTimeoutUs), "frame-retention",
@@ -132,20 +159,22 @@ SStreamStatistics CEngineReception::End()
     }
     // Waits for a call under way: the thread of a stream that ends has no reception behind it.
     arv_stream_set_emit_signals(pStream, FALSE);
-    if (m_camera.pRemoval->IsRemoved() || !m_camera.isAnswering())
+    // Only its thread ends now, and gives up the buffers: the engine waits for the camera's answers before the rest,
+    // for seconds or for ever. Destroying the stream ends the thread once more, for which it must run.
+    arv_stream_stop_thread(pStream, TRUE);
+    m_reaper.Add(m_camera.deviceIp,
+                 [pStream]
+                 {
+                     arv_stream_start_thread(pStream);
+                     g_object_unref(pStream);
+                 });
+    const bool isThere = !m_camera.pRemoval->IsRemoved() && !m_camera.pRemoval->IsLost() && m_camera.isAnswering();
+    constexpr std::chrono::seconds longest{6}; // the engine asks five times every 500 ms for each request
+    if (isThere && !m_reaper.WaitFor(m_camera.deviceIp, longest))
     {
-        // The engine would wait for the camera's answers for seconds. Only its thread ends now, and gives up the
-        // buffers; destroying the stream ends the thread once more, for which it must run.
-        arv_stream_stop_thread(pStream, TRUE);
-        m_reaper.Add(m_camera.deviceIp,
-                     [pStream]
-                     {
-                         arv_stream_start_thread(pStream);
-                         g_object_unref(pStream);
-                     });
-        return statistics;
+        Log(ELogLevel::Warning, "velmo.gige",
+            "Camera " + m_camera.name + " does not end its stream, which goes on in the background.");
     }
-    g_object_unref(pStream);
     return statistics;
 }
 

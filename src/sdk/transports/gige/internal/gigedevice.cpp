@@ -142,15 +142,33 @@ void CGigEDevice::CheckFree() const
             (isNamed ? "the application at " + Gvcp::IpText(owner.value) : std::string("another application")) + ".");
 }
 
-ObjectPtr<ArvDevice> CGigEDevice::OpenEngine() const
+ObjectPtr<ArvDevice> CGigEDevice::OpenEngine(CEngineCalls& calls) const
 {
-    const ObjectPtr<GInetAddress> pAdapter = MakeAddress(m_adapterIp);
-    const ObjectPtr<GInetAddress> pCamera = MakeAddress(m_deviceIp);
-    CEngineError error;
-    ObjectPtr<ArvDevice> pEngine(arv_gv_device_new(pAdapter.get(), pCamera.get(), error.Receive()));
-    if (pEngine == nullptr || error.IsSet())
+    struct SOpening
     {
-        error.Throw("The camera " + Name() + " cannot be opened");
+        std::uint32_t adapterIp = 0;
+        std::uint32_t deviceIp = 0;
+        ObjectPtr<ArvDevice> pEngine;
+        CEngineError error;
+    };
+    const auto pOpening = std::make_shared<SOpening>();
+    pOpening->adapterIp = m_adapterIp;
+    pOpening->deviceIp = m_deviceIp;
+    const std::string what = "Opening the camera " + Name() + " failed";
+    constexpr milliseconds patience{60000}; // it reads the description of the features
+    calls.Run(
+        what,
+        [pOpening]
+        {
+            const ObjectPtr<GInetAddress> pAdapter = MakeAddress(pOpening->adapterIp);
+            const ObjectPtr<GInetAddress> pCamera = MakeAddress(pOpening->deviceIp);
+            pOpening->pEngine.reset(arv_gv_device_new(pAdapter.get(), pCamera.get(), pOpening->error.Receive()));
+        },
+        patience);
+    ObjectPtr<ArvDevice> pEngine = std::move(pOpening->pEngine);
+    if (pEngine == nullptr || pOpening->error.IsSet())
+    {
+        pOpening->error.Throw("The camera " + Name() + " cannot be opened");
     }
     if (!arv_gv_device_is_controller(ARV_GV_DEVICE(pEngine.get())))
     {
@@ -197,19 +215,34 @@ std::unique_ptr<SOpenCamera> CGigEDevice::OpenCamera()
     {
         return IsAnswering();
     };
-    pCamera->pEngine = OpenEngine();
+    pCamera->pCalls = std::make_unique<CEngineCalls>(Name(), m_pRemoval);
+    pCamera->pEngine = OpenEngine(*pCamera->pCalls);
+    try
+    {
+        ConnectFeatures(*pCamera);
+    }
+    catch (...)
+    {
+        Release(std::move(pCamera), true);
+        throw;
+    }
+    return pCamera;
+}
+
+void CGigEDevice::ConnectFeatures(SOpenCamera& camera) const
+{
     std::size_t bytes = 0;
-    const char* xml = arv_device_get_genicam_xml(pCamera->pEngine.get(), &bytes);
+    const char* xml = arv_device_get_genicam_xml(camera.pEngine.get(), &bytes);
     if (xml == nullptr || bytes == 0)
     {
         GENICAM_THROW(RuntimeException, "The camera " + Name() + " has no description of its features.");
     }
-    pCamera->pPort = std::make_unique<CDevicePort>(Name(), pCamera->pEngine.get(), m_pRemoval);
-    pCamera->pNodeMap = GenApi::CNodeMapFactory::FromData(xml, bytes).CreateNodeMap();
-    pCamera->pNodeMap->Connect(pCamera->pPort.get());
-    pCamera->packetSettingAtOpen = pCamera->pPort->ReadRegister(Gvbs::StreamChannelPacketSize);
-    EndLeftOverAcquisition(*pCamera->pNodeMap);
-    return pCamera;
+    camera.pPort = std::make_unique<CDevicePort>(
+        SDevicePortConfig{Name(), m_adapterIp, m_deviceIp, camera.pEngine.get(), camera.pCalls.get(), m_pRemoval});
+    camera.pNodeMap = GenApi::CNodeMapFactory::FromData(xml, bytes).CreateNodeMap();
+    camera.pNodeMap->Connect(camera.pPort.get());
+    camera.packetSettingAtOpen = camera.pPort->ReadRegister(Gvbs::StreamChannelPacketSize);
+    EndLeftOverAcquisition(*camera.pNodeMap);
 }
 
 void CGigEDevice::Open(EDeviceAccess access)
@@ -263,7 +296,10 @@ void CGigEDevice::OpenControl()
         m_stream.Detach();
         m_pEvents.reset();
         m_pParameters.reset();
-        m_pCamera.reset();
+        if (m_pCamera != nullptr)
+        {
+            Release(std::move(m_pCamera), true);
+        }
         m_pServices->openCameras.Remove(m_deviceIp);
         throw;
     }
@@ -330,7 +366,7 @@ void CGigEDevice::CloseMonitor()
 void CGigEDevice::CloseControl()
 {
     // What is written to a camera that does not answer takes seconds.
-    const bool isThere = !IsRemoved() && IsAnswering();
+    const bool isThere = !IsRemoved() && !m_pRemoval->IsLost() && IsAnswering();
     m_stream.Detach();
     if (m_pEvents != nullptr)
     {
@@ -339,11 +375,8 @@ void CGigEDevice::CloseControl()
     }
     m_pParameters.reset();
     g_signal_handler_disconnect(m_pCamera->pEngine.get(), m_lostHandler);
-    ObjectPtr<ArvDevice> pEngine = std::move(m_pCamera->pEngine);
     m_chunkParsers.Disconnect();
-    m_pCamera->pNodeMap.reset();
-    m_pCamera.reset();
-    ReleaseEngine(std::move(pEngine), isThere);
+    Release(std::move(m_pCamera), isThere);
     m_pServices->openCameras.Remove(m_deviceIp);
 }
 
@@ -355,25 +388,28 @@ bool CGigEDevice::IsAnswering() const
            client.ReadRegister(Gvbs::Version, milliseconds(150), attempts).result != ERequest::Silent;
 }
 
-void CGigEDevice::ReleaseEngine(ObjectPtr<ArvDevice> pEngine, bool isThere) const
+void CGigEDevice::Release(std::unique_ptr<SOpenCamera> pCamera, bool isThere) const
 {
-    // The engine's thread may be telling the loss of control now, and holds a reference then. Later it takes none: the
-    // handler is gone.
-    constexpr gint onlyOurs = 1;
-    if (isThere && g_atomic_int_get(&G_OBJECT(pEngine.get())->ref_count) == onlyOurs)
-    {
-        return;
-    }
+    ObjectPtr<ArvDevice> pEngine = std::move(pCamera->pEngine);
+    pCamera.reset();
+    // The engine's thread may be telling the loss of control now, and holds a reference then; so does a call that the
+    // camera keeps waiting. Later nobody takes one: the handler is gone, and so is the port.
     m_pServices->reaper.Add(m_deviceIp,
                             [pDevice = pEngine.release(), name = Name()]
                             {
-                                constexpr milliseconds patience(5000);
+                                constexpr std::chrono::minutes patience(10);
                                 if (!EndAlone(ObjectPtr<GObject>(G_OBJECT(pDevice)), patience))
                                 {
                                     Log(ELogLevel::Warning, "velmo.gige",
                                         "The engine of camera " + name + " is in use still and stays.");
                                 }
                             });
+    constexpr std::chrono::seconds longest{6}; // see AwaitEarlierConnection
+    if (isThere && !m_pRemoval->IsLost() && !m_pServices->reaper.WaitFor(m_deviceIp, longest))
+    {
+        Log(ELogLevel::Warning, "velmo.gige",
+            "Camera " + Name() + " does not give up the connection, which ends in the background; it may stay in use.");
+    }
 }
 
 GenApi::INodeMap* CGigEDevice::GetNodeMap()

@@ -45,16 +45,18 @@ private:
     std::string Name() const;
     void AwaitEarlierConnection() const;
     void CheckFree() const;
-    ObjectPtr<ArvDevice> OpenEngine() const;
+    ObjectPtr<ArvDevice> OpenEngine(CEngineCalls& calls) const;
     void EndLeftOverAcquisition(GenApi::INodeMap& nodeMap) const;
     std::unique_ptr<SOpenCamera> OpenCamera();
+    void ConnectFeatures(SOpenCamera& camera) const;
     std::unique_ptr<Transport::CSoftwareNodeMap> MakeParameters();
     void OpenControl();
     void OpenMonitor();
     void CloseControl();
     void CloseMonitor();
     void Watch(CRemoval::Handler onRemoved);
-    void ReleaseEngine(ObjectPtr<ArvDevice> pEngine, bool isThere) const;
+    /** isThere: the end is waited for. */
+    void Release(std::unique_ptr<SOpenCamera> pCamera, bool isThere) const;
     bool IsAnswering() const;
 
     CDeviceInfo m_info;

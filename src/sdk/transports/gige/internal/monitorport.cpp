@@ -5,9 +5,6 @@
 
 #include "protocols/gvbsregisters.h"
 
-#include <algorithm>
-#include <cstring>
-#include <endian.h>
 #include <utility>
 
 namespace Velmo::GigE::Internal
@@ -23,13 +20,13 @@ constexpr int Attempts = 4;
 
 CMonitorPort::CMonitorPort(std::string cameraName, std::uint32_t adapterIp, std::uint32_t deviceIp,
                            std::shared_ptr<CRemoval> pRemoval)
-    : ACameraPort(std::move(cameraName), std::move(pRemoval))
+    : ACameraPort(std::move(cameraName), std::move(pRemoval)), m_reader(Timeout, Attempts)
 {
-    if (!m_client.Open(adapterIp, deviceIp))
+    if (!m_reader.Open(adapterIp, deviceIp))
     {
         GENICAM_THROW(RuntimeException, "The camera " + CameraName() +
                                             " cannot be monitored: the network adapter's address " +
-                                            Gvcp::IpText(adapterIp) + " cannot be used: " + m_client.GetError() + ".");
+                                            Gvcp::IpText(adapterIp) + " cannot be used: " + m_reader.GetError() + ".");
     }
 }
 
@@ -48,29 +45,10 @@ void CMonitorPort::CheckRead(std::int64_t address, std::int64_t length) const
 
 void CMonitorPort::ReadWords(std::uint8_t* data, std::int64_t address, std::int64_t length)
 {
-    if (length == Word)
+    const SReadResult read = m_reader.Read(data, address, length);
+    if (read.result != ERequest::Answered)
     {
-        // Every camera reads registers; some refuse memory access to them.
-        const SRegisterAnswer answer = m_client.ReadRegister(static_cast<std::uint32_t>(address), Timeout, Attempts);
-        if (answer.result != ERequest::Answered)
-        {
-            Throw(Describe("Reading", address, length), answer.result, answer.status);
-        }
-        const std::uint32_t value = htobe32(answer.value);
-        std::memcpy(data, &value, sizeof value);
-        return;
-    }
-    for (std::int64_t done = 0; done < length;)
-    {
-        const std::int64_t bytes = std::min<std::int64_t>(length - done, Gvcp::MaxMemoryBytes / Word * Word);
-        const SMemoryAnswer answer = m_client.ReadMemory(static_cast<std::uint32_t>(address + done),
-                                                         static_cast<std::size_t>(bytes), Timeout, Attempts);
-        if (answer.result != ERequest::Answered)
-        {
-            Throw(Describe("Reading", address + done, bytes), answer.result, answer.status);
-        }
-        std::memcpy(data + done, answer.data.data(), answer.data.size());
-        done += bytes;
+        Throw(Describe("Reading", read.address, read.bytes), read.result, read.status);
     }
 }
 
@@ -83,7 +61,7 @@ void CMonitorPort::Throw(const std::string& what, ERequest result, std::uint16_t
     case ERequest::Pending:
         GENICAM_THROW(RuntimeException, what + ": the camera keeps asking for more time and does not come to an end.");
     case ERequest::NotSent:
-        GENICAM_THROW(RuntimeException, what + ": the request cannot be sent: " + m_client.GetError() + ".");
+        GENICAM_THROW(RuntimeException, what + ": the request cannot be sent: " + m_reader.GetError() + ".");
     default:
         if (status == static_cast<std::uint16_t>(Gvcp::EStatus::AccessDenied))
         {

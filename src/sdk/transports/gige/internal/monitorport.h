@@ -4,7 +4,7 @@
 #pragma once
 
 #include "transports/gige/internal/cameraport.h"
-#include "transports/gige/internal/gvcpclient.h"
+#include "transports/gige/internal/registerreader.h"
 
 #include <memory>
 #include <string>
@@ -39,7 +39,7 @@ private:
     void WriteWords(const std::uint8_t* data, std::int64_t address, std::int64_t length) override;
     [[noreturn]] void Throw(const std::string& what, ERequest result, std::uint16_t status) const;
 
-    CGvcpClient m_client;
+    CRegisterReader m_reader;
 };
 
 } // namespace Velmo::GigE::Internal

@@ -22,6 +22,7 @@ namespace Velmo::GigE::Internal
 struct SOpenCamera : SCamera
 {
     bool isLoopback = false;
+    std::unique_ptr<CEngineCalls> pCalls; // what the camera may keep waiting without limit
     ObjectPtr<ArvDevice> pEngine;
     std::unique_ptr<CDevicePort> pPort;
     std::unique_ptr<GenApi::INodeMap> pNodeMap; // before the port in destruction

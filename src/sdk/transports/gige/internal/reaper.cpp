@@ -3,78 +3,113 @@
 
 #include "transports/gige/internal/reaper.h"
 
-#include <algorithm>
+#include <condition_variable>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace Velmo::GigE::Internal
 {
 
+namespace
+{
+constexpr std::chrono::milliseconds PatienceAtEnd{20000}; // a camera that is silent takes the engine some nine seconds
+}
+
+struct CReaper::SState
+{
+    struct SCamera
+    {
+        std::deque<std::function<void()>> work;
+        std::thread thread;
+    };
+
+    std::mutex mutex; // guards what follows; not held while work is done
+    std::condition_variable changed;
+    std::map<std::uint32_t, SCamera> cameras; // those that have work, by their addresses
+    std::vector<std::thread> ended;           // they touch nothing here any more
+};
+
+CReaper::CReaper() : CReaper(PatienceAtEnd) {}
+
+CReaper::CReaper(std::chrono::milliseconds patienceAtEnd)
+    : m_pState(std::make_shared<SState>()), m_patienceAtEnd(patienceAtEnd)
+{
+}
+
 CReaper::~CReaper()
 {
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_isStopping = true;
+        std::unique_lock<std::mutex> lock(m_pState->mutex);
+        m_pState->changed.wait_for(lock, m_patienceAtEnd, [this] { return m_pState->cameras.empty(); });
+        for (auto& [ip, camera] : m_pState->cameras)
+        {
+            camera.thread.detach();
+        }
     }
-    m_changed.notify_all();
-    if (m_thread.joinable())
+    JoinEnded();
+}
+
+void CReaper::JoinEnded()
+{
+    std::vector<std::thread> ended;
     {
-        m_thread.join();
+        const std::lock_guard<std::mutex> lock(m_pState->mutex);
+        ended.swap(m_pState->ended);
+    }
+    for (std::thread& thread : ended)
+    {
+        thread.join();
     }
 }
 
 void CReaper::Add(std::uint32_t deviceIp, std::function<void()> work)
 {
+    JoinEnded();
+    const std::lock_guard<std::mutex> lock(m_pState->mutex);
+    SState::SCamera& camera = m_pState->cameras[deviceIp];
+    camera.work.push_back(std::move(work));
+    if (!camera.thread.joinable())
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_work.push_back({deviceIp, std::move(work)});
-        if (!m_thread.joinable())
-        {
-            m_thread = std::thread([this] { Run(); });
-        }
+        camera.thread = std::thread([pState = m_pState, deviceIp] { Run(pState, deviceIp); });
     }
-    m_changed.notify_all();
-}
-
-bool CReaper::HasWorkOf(std::uint32_t deviceIp) const
-{
-    return m_current == deviceIp || std::any_of(m_work.begin(), m_work.end(),
-                                                [deviceIp](const SItem& item) { return item.deviceIp == deviceIp; });
 }
 
 bool CReaper::IsBusyWith(std::uint32_t deviceIp)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return HasWorkOf(deviceIp);
+    const std::lock_guard<std::mutex> lock(m_pState->mutex);
+    return m_pState->cameras.count(deviceIp) != 0;
 }
 
 bool CReaper::WaitFor(std::uint32_t deviceIp, std::chrono::milliseconds timeout)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
-    std::stable_partition(m_work.begin(), m_work.end(),
-                          [deviceIp](const SItem& item) { return item.deviceIp == deviceIp; });
-    return m_changed.wait_for(lock, timeout, [this, deviceIp] { return !HasWorkOf(deviceIp); });
+    std::unique_lock<std::mutex> lock(m_pState->mutex);
+    return m_pState->changed.wait_for(lock, timeout,
+                                      [this, deviceIp] { return m_pState->cameras.count(deviceIp) == 0; });
 }
 
-void CReaper::Run()
+void CReaper::Run(const std::shared_ptr<SState>& pState, std::uint32_t deviceIp)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
-    for (;;)
+    std::unique_lock<std::mutex> lock(pState->mutex);
+    for (SState::SCamera& camera = pState->cameras[deviceIp]; !camera.work.empty();)
     {
-        m_changed.wait(lock, [this] { return m_isStopping || !m_work.empty(); });
-        if (m_work.empty())
-        {
-            return;
-        }
-        SItem item = std::move(m_work.front());
-        m_work.pop_front();
-        m_current = item.deviceIp;
+        std::function<void()> work = std::move(camera.work.front());
+        camera.work.pop_front();
         lock.unlock();
-        item.work();
-        item.work = nullptr; // what it holds goes without the lock
+        work();
+        work = nullptr; // what it holds goes without the lock
         lock.lock();
-        m_current.reset();
-        m_changed.notify_all();
     }
+    std::thread& self = pState->cameras[deviceIp].thread;
+    if (self.joinable()) // else the reaper has gone
+    {
+        pState->ended.push_back(std::move(self));
+    }
+    pState->cameras.erase(deviceIp);
+    pState->changed.notify_all();
 }
 
 } // namespace Velmo::GigE::Internal

@@ -6,26 +6,24 @@
 #include "transports/gige/gige_testexport.h"
 
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
-#include <deque>
 #include <functional>
-#include <mutex>
-#include <optional>
-#include <thread>
+#include <memory>
 
 namespace Velmo::GigE::Internal
 {
 
 /**
- * Does, one after the other on a thread of its own, what may block for seconds because a camera does not answer.
- * Threads: any.
+ * Does, on threads of its own, what may block because a camera does not answer or keeps asking for more time; the work
+ * of one camera one after the other, so that none waits for another's. Threads: any.
  */
 class GIGE_TEST_EXPORT CReaper
 {
 public:
-    CReaper() = default;
-    /** Waits until all is done. */
+    CReaper();
+    /** Waits until all is done, but not much longer than that: a camera may never come to an end. What is not done then
+     *  goes on by itself. */
+    explicit CReaper(std::chrono::milliseconds patienceAtEnd);
     ~CReaper();
     CReaper(const CReaper&) = delete;
     CReaper& operator=(const CReaper&) = delete;
@@ -33,25 +31,16 @@ public:
     /** The work of one camera, by its address (host byte order), is done in the order in which it was added. */
     void Add(std::uint32_t deviceIp, std::function<void()> work);
     bool IsBusyWith(std::uint32_t deviceIp);
-    /** Does that camera's work next and waits for its end; false when it takes longer. */
+    /** For the end of that camera's work; false when it takes longer. */
     bool WaitFor(std::uint32_t deviceIp, std::chrono::milliseconds timeout);
 
 private:
-    struct SItem
-    {
-        std::uint32_t deviceIp = 0;
-        std::function<void()> work;
-    };
+    struct SState;
+    static void Run(const std::shared_ptr<SState>& pState, std::uint32_t deviceIp);
+    void JoinEnded();
 
-    void Run();
-    bool HasWorkOf(std::uint32_t deviceIp) const;
-
-    std::mutex m_mutex; // guards what follows; not held while work is done
-    std::condition_variable m_changed;
-    std::deque<SItem> m_work;
-    std::optional<std::uint32_t> m_current; // whose work is being done
-    bool m_isStopping = false;
-    std::thread m_thread;
+    const std::shared_ptr<SState> m_pState; // of the threads too, which may outlive the object
+    const std::chrono::milliseconds m_patienceAtEnd;
 };
 
 } // namespace Velmo::GigE::Internal

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <future>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -92,7 +93,7 @@ TEST(GigEReaper, workIsDoneInOrderBeforeTheReaperGoes)
     EXPECT_EQ(order, "abc");
 }
 
-TEST(GigEReaper, aCameraThatIsAwaitedGoesBeforeTheOthersButAfterWhatIsBeingDone)
+TEST(GigEReaper, aCameraThatComesToNoEndKeepsOnlyItsOwnWorkWaiting)
 {
     std::promise<void> begun;
     std::promise<void> goOn;
@@ -105,19 +106,42 @@ TEST(GigEReaper, aCameraThatIsAwaitedGoesBeforeTheOthersButAfterWhatIsBeingDone)
                    blocked.wait();
                    order += '1';
                });
+    reaper.Add(1, [&order] { order += '2'; });
     begun.get_future().wait();
-    reaper.Add(2, [&order] { order += '2'; });
     reaper.Add(3, [&order] { order += 'a'; });
     reaper.Add(3, [&order] { order += 'b'; });
     EXPECT_TRUE(reaper.IsBusyWith(1));
-    EXPECT_TRUE(reaper.IsBusyWith(3));
     EXPECT_FALSE(reaper.IsBusyWith(4));
-    EXPECT_FALSE(reaper.WaitFor(3, std::chrono::milliseconds(1)));
-    goOn.set_value();
-    EXPECT_TRUE(reaper.WaitFor(3, std::chrono::seconds(10)));
-    EXPECT_TRUE(reaper.WaitFor(2, std::chrono::seconds(10)));
-    EXPECT_EQ(order, "1ab2");
+    EXPECT_TRUE(reaper.WaitFor(3, std::chrono::seconds(60)));
     EXPECT_FALSE(reaper.IsBusyWith(3));
+    EXPECT_FALSE(reaper.WaitFor(1, std::chrono::milliseconds(1)));
+    EXPECT_EQ(order, "ab");
+    goOn.set_value();
+    EXPECT_TRUE(reaper.WaitFor(1, std::chrono::seconds(60)));
+    EXPECT_EQ(order, "ab12");
+}
+
+TEST(GigEReaper, itsEndDoesNotWaitForEver)
+{
+    struct SShared
+    {
+        std::promise<void> goOn;
+        std::promise<void> done;
+    };
+    const auto pShared = std::make_shared<SShared>();
+    {
+        CReaper reaper(std::chrono::milliseconds(10));
+        reaper.Add(1,
+                   [pShared]
+                   {
+                       pShared->goOn.get_future().wait();
+                       pShared->done.set_value();
+                   });
+    }
+    auto done = pShared->done.get_future();
+    EXPECT_EQ(done.wait_for(0ms), std::future_status::timeout);
+    pShared->goOn.set_value();
+    EXPECT_EQ(done.wait_for(60s), std::future_status::ready) << "what was left behind must go on";
 }
 
 TEST(GigEReaper, nothingToDoIsNotAwaited)
