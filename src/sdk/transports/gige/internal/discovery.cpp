@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <map>
 #include <poll.h>
 #include <random>
 
@@ -27,7 +26,6 @@ constexpr milliseconds MostQuietWait{150};
 constexpr milliseconds PrivilegeWait{100}; // whether a camera is free is asked behind its answer
 constexpr milliseconds LongestWait{400};
 constexpr milliseconds RepeatAfter{20}; // datagrams get lost: ask once more
-constexpr std::size_t MostDevices = 4096;
 constexpr std::uint32_t LimitedBroadcast = 0xFFFFFFFF;
 constexpr std::uint32_t LoopbackAddress = 0x7F000001;
 
@@ -37,8 +35,9 @@ class CPass
 public:
     CPass(const std::vector<SAdapter>& adapters, std::vector<std::uint32_t> addresses, std::set<std::uint32_t> expected,
           bool isBroadcasting)
-        : m_addresses(std::move(addresses)), m_expected(std::move(expected)), m_isBroadcasting(isBroadcasting),
-          m_discoveryId(static_cast<std::uint16_t>(std::random_device{}() % 0x7FFF + 1))
+        : m_addresses(std::move(addresses)), m_isBroadcasting(isBroadcasting),
+          m_discoveryId(static_cast<std::uint16_t>(std::random_device{}() % 0x7FFF + 1)),
+          m_answers(m_discoveryId, m_addresses, std::move(expected))
     {
         for (const SAdapter& adapter : adapters)
         {
@@ -62,11 +61,15 @@ public:
             {
                 isRepeated = true;
                 Ask();
-                AskPrivilegesAgain();
+                for (const SPrivilegeQuestion& question : m_answers.GetOpenQuestions())
+                {
+                    AskPrivilege(question);
+                }
             }
             const Clock::time_point next = isRepeated ? GetDeadline() : std::min(GetDeadline(), m_start + RepeatAfter);
             Wait(std::max(milliseconds(1), std::chrono::ceil<milliseconds>(next - now)));
         }
+        m_result.devices = m_answers.GetDevices();
         return std::move(m_result);
     }
 
@@ -82,8 +85,8 @@ private:
     {
         const Clock::time_point latest = m_start + LongestWait;
         const Clock::time_point quiet =
-            m_asked.empty() ? m_deadline : std::max(m_deadline, m_lastAsked + PrivilegeWait);
-        return m_expected.empty() ? std::min(quiet, latest) : latest;
+            m_answers.HasOpenQuestions() ? std::max(m_deadline, m_lastAsked + PrivilegeWait) : m_deadline;
+        return m_answers.IsComplete() ? std::min(quiet, latest) : latest;
     }
 
     void OpenSockets(const SAdapter& adapter)
@@ -165,115 +168,47 @@ private:
             {
                 return;
             }
-            Gvcp::SAcknowledge ack;
-            if (senderPort != Gvcp::Port || Gvcp::ParseAcknowledge(data, bytes, ack) != Gvcp::EParseResult::Ok)
+            const CDiscoveryAnswers::STaken taken = m_answers.Take(data, bytes, senderIp, senderPort, sockets.adapter);
+            if (taken.isNewDevice)
             {
-                continue;
+                AwaitMore();
             }
-            if (ack.command == static_cast<std::uint16_t>(Gvcp::ECommand::DiscoveryAck))
+            if (taken.question.has_value())
             {
-                OnDiscovered(sockets, ack, senderIp);
-            }
-            else if (ack.command == static_cast<std::uint16_t>(Gvcp::ECommand::ReadRegAck))
-            {
-                OnPrivilege(ack, senderIp);
+                AskPrivilege(*taken.question);
             }
         }
     }
 
-    void OnDiscovered(SSockets& sockets, const Gvcp::SAcknowledge& ack, std::uint32_t senderIp)
+    void AwaitMore()
     {
-        SFoundDevice device;
-        if (ack.ackId != m_discoveryId || ack.status != 0 || m_result.devices.size() >= MostDevices ||
-            Gvcp::ParseDiscoveryAck(ack, device.ack) != Gvcp::EParseResult::Ok)
-        {
-            return;
-        }
-        device.isRemote = std::find(m_addresses.begin(), m_addresses.end(), senderIp) != m_addresses.end();
-        // A camera behind a router or with a fresh address is reached where it answered from.
-        device.ip = device.isRemote || device.ack.currentIp == 0 ? senderIp : device.ack.currentIp;
-        device.adapter = sockets.adapter;
-        if (!IsUnicast(device.ip) || device.adapter.IsBroadcast(device.ip))
-        {
-            return; // whoever reads or opens it would talk to everybody
-        }
-        const bool isReachable = device.isRemote || device.adapter.IsInSubnet(device.ip);
-        for (SFoundDevice& known : m_result.devices)
-        {
-            const bool isSame = known.ack.mac == device.ack.mac && known.ack.serialNumber == device.ack.serialNumber &&
-                                known.ack.modelName == device.ack.modelName;
-            if (!isSame)
-            {
-                continue;
-            }
-            if (isReachable && !known.isRemote && !known.adapter.IsInSubnet(known.ip))
-            {
-                known = device;
-                AskPrivilege(static_cast<std::size_t>(&known - m_result.devices.data()));
-            }
-            return;
-        }
-        if (m_result.devices.empty())
+        if (m_answers.GetDevices().size() == 1)
         {
             // Cameras answer about alike: where the first is slow, the others may be.
             const auto slow = 2 * std::chrono::ceil<milliseconds>(Clock::now() - m_start);
             m_quietWait = std::clamp<milliseconds>(slow, QuietWait, MostQuietWait);
         }
-        m_result.devices.push_back(device);
-        m_expected.erase(device.ip);
         m_deadline = Clock::now() + m_quietWait;
-        if (isReachable)
-        {
-            AskPrivilege(m_result.devices.size() - 1);
-        }
     }
 
-    void AskPrivilege(std::size_t index)
+    void AskPrivilege(const SPrivilegeQuestion& question)
     {
-        const SFoundDevice& device = m_result.devices[index];
-        const auto id = static_cast<std::uint16_t>(0x8000 + index);
         for (SSockets& sockets : m_sockets)
         {
-            if (sockets.adapter.id == device.adapter.id)
+            if (sockets.adapter.id == question.adapterId)
             {
-                sockets.unicast.Send(Gvcp::EncodeReadRegCmd(id, {Gvbs::ControlChannelPrivilege}), device.ip,
-                                     Gvcp::Port);
-                m_asked[id] = index;
+                sockets.unicast.Send(Gvcp::EncodeReadRegCmd(question.requestId, {Gvbs::ControlChannelPrivilege}),
+                                     question.ip, Gvcp::Port);
                 m_lastAsked = Clock::now();
             }
         }
     }
 
-    void AskPrivilegesAgain()
-    {
-        const std::map<std::uint16_t, std::size_t> asked = m_asked;
-        for (const auto& [id, index] : asked)
-        {
-            AskPrivilege(index);
-        }
-    }
-
-    void OnPrivilege(const Gvcp::SAcknowledge& ack, std::uint32_t senderIp)
-    {
-        const auto found = m_asked.find(ack.ackId);
-        if (found == m_asked.end() || m_result.devices[found->second].ip != senderIp)
-        {
-            return;
-        }
-        std::vector<std::uint32_t> values;
-        const bool isRead = ack.status == 0 && Gvcp::ParseReadRegAck(ack, values) == Gvcp::EParseResult::Ok;
-        constexpr std::uint32_t held = Gvbs::CcpExclusiveAccess | Gvbs::CcpControlAccess;
-        const bool isHeld = isRead ? (values.front() & held) != 0 : true; // only its owner may read from some
-        m_result.devices[found->second].access = isHeld ? EAccessStatus::InUse : EAccessStatus::Free;
-        m_asked.erase(found);
-    }
-
     std::vector<std::uint32_t> m_addresses;
-    std::set<std::uint32_t> m_expected; // of those that have not answered yet
     bool m_isBroadcasting;
     std::uint16_t m_discoveryId;
+    CDiscoveryAnswers m_answers;
     std::vector<SSockets> m_sockets;
-    std::map<std::uint16_t, std::size_t> m_asked; // request identifier to index of the device
     Clock::time_point m_start;
     Clock::time_point m_deadline; // unless an answer is owed
     Clock::time_point m_lastAsked;

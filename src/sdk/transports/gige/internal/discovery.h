@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "protocols/gvcp.h"
 #include "transports/gige/internal/adapters.h"
+#include "transports/gige/internal/discoveryanswers.h"
 
 #include <set>
 #include <string>
@@ -12,23 +12,6 @@
 
 namespace Velmo::GigE::Internal
 {
-
-enum class EAccessStatus
-{
-    Free,
-    InUse,
-    Unreachable, // in another subnet, or it does not answer register reads
-};
-
-/** One camera that answered. */
-struct SFoundDevice
-{
-    Gvcp::SDiscoveryAck ack;
-    std::uint32_t ip = 0; // host byte order
-    SAdapter adapter;
-    bool isRemote = false; // it was asked by its address
-    EAccessStatus access = EAccessStatus::Unreachable;
-};
 
 /** An adapter that could not be used. */
 struct SAdapterFailure
