@@ -7,8 +7,11 @@
 
 #include "genapi/exceptions.h"
 #include "hostkit/networkcheck.h"
+#include "hostkit/reversepath.h"
 #include "parametercollection/parameters.h"
 #include "transport/infos.h"
+
+#include <algorithm>
 
 namespace PoolCli
 {
@@ -49,6 +52,26 @@ QString problemOf(const SAdapterFacts& adapter, const QJsonObject& device)
     return {};
 }
 
+/** The system's name of the adapter: its further addresses have identifiers of their own, "eth0/192.168.1.5". */
+QString systemNameOf(const SAdapterFacts& adapter)
+{
+    return adapter.id.section(QLatin1Char('/'), 0, 0);
+}
+
+/** Would the system drop what cameras in another subnet answer there? Not where one was heard. */
+bool isDeaf(const SAdapterFacts& adapter)
+{
+    const bool isHeard = std::any_of(adapter.devices.begin(), adapter.devices.end(),
+                                     [&adapter](const QJsonValue& value)
+                                     {
+                                         const QString key = QStringLiteral("GevDeviceIPAddress");
+                                         return !HostKit::isInSubnet(value.toObject().value(key).toString(),
+                                                                     adapter.address, adapter.mask);
+                                     });
+    const bool isLoopback = adapter.address.startsWith(QLatin1String("127."));
+    return !isHeard && !isLoopback && HostKit::dropsOtherSubnets(systemNameOf(adapter));
+}
+
 QJsonObject describe(const SAdapterFacts& adapter)
 {
     QJsonArray cameras;
@@ -72,6 +95,8 @@ QJsonObject describe(const SAdapterFacts& adapter)
             {"mtu", nullOr(adapter.mtu)},
             {"link_mbps", nullOr(adapter.linkMegabits)},
             {"receive_buffer_limit", nullOr(adapter.receiveBuffer)},
+            {"reverse_path_filter", HostKit::reversePathFilter(systemNameOf(adapter))},
+            {"drops_other_subnets", isDeaf(adapter)},
             {"cameras", cameras}};
 }
 
@@ -119,6 +144,24 @@ void printCameras(const QVector<SAdapterFacts>& adapters)
     for (const QString& problem : problems)
     {
         printLine(problem);
+    }
+}
+
+void printDeafAdapters(const QVector<SAdapterFacts>& adapters)
+{
+    QStringList told;
+    for (const SAdapterFacts& adapter : adapters)
+    {
+        const QString name = systemNameOf(adapter);
+        if (!told.contains(name) && isDeaf(adapter))
+        {
+            told.append(name);
+            printLine(CTexts::tr("%1: cameras in another subnet are not heard, for the system drops their answers "
+                                 "(rp_filter is %2). To hear them: sysctl -w net.ipv4.conf.all.rp_filter=0 "
+                                 "net.ipv4.conf.%1.rp_filter=0")
+                          .arg(printable(name))
+                          .arg(HostKit::reversePathFilter(name)));
+        }
     }
 }
 
@@ -215,6 +258,7 @@ int runNetwork(CSession& session, const SOptions& options)
     }
     printAdapters(adapters);
     printCameras(adapters);
+    printDeafAdapters(adapters);
     if (const qint64 limit = adapters.first().receiveBuffer; limit > 0)
     {
         printLine(CTexts::tr("Socket buffers: capped at %1 bytes (net.core.rmem_max).").arg(limit));

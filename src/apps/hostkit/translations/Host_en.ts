@@ -973,6 +973,10 @@
         <translation>No network adapter is searched for cameras.</translation>
     </message>
     <message>
+        <source>%1: cameras in another subnet are not heard, for the system drops their answers (rp_filter is %2). To hear them: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</source>
+        <translation>%1: cameras in another subnet are not heard, for the system drops their answers (rp_filter is %2). To hear them: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</translation>
+    </message>
+    <message>
         <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
         <translation>Socket buffers: capped at %1 bytes (net.core.rmem_max).</translation>
     </message>

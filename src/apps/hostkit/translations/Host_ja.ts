@@ -973,6 +973,10 @@
         <translation>カメラを探すネットワークアダプターがありません。</translation>
     </message>
     <message>
+        <source>%1: cameras in another subnet are not heard, for the system drops their answers (rp_filter is %2). To hear them: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</source>
+        <translation>%1: 別のサブネットにあるカメラの応答は、システムが破棄するため届きません (rp_filter は %2)。受け取るには: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</translation>
+    </message>
+    <message>
         <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
         <translation>ソケットバッファー: %1 バイトに制限 (net.core.rmem_max)。</translation>
     </message>

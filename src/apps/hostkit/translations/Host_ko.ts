@@ -973,6 +973,10 @@
         <translation>카메라를 찾는 네트워크 어댑터가 없습니다.</translation>
     </message>
     <message>
+        <source>%1: cameras in another subnet are not heard, for the system drops their answers (rp_filter is %2). To hear them: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</source>
+        <translation>%1: 시스템이 다른 서브넷에 있는 카메라의 응답을 버리므로 받을 수 없습니다(rp_filter 값: %2). 받으려면: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</translation>
+    </message>
+    <message>
         <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
         <translation>소켓 버퍼: %1바이트로 제한됨(net.core.rmem_max).</translation>
     </message>

@@ -973,6 +973,10 @@
         <translation>没有网络适配器用于搜索相机。</translation>
     </message>
     <message>
+        <source>%1: cameras in another subnet are not heard, for the system drops their answers (rp_filter is %2). To hear them: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</source>
+        <translation>%1: 收不到其他子网中相机的应答，因为系统会丢弃它们 (rp_filter 为 %2)。若要接收: sysctl -w net.ipv4.conf.all.rp_filter=0 net.ipv4.conf.%1.rp_filter=0</translation>
+    </message>
+    <message>
         <source>Socket buffers: capped at %1 bytes (net.core.rmem_max).</source>
         <translation>套接字缓冲区: 上限 %1 字节 (net.core.rmem_max)。</translation>
     </message>
