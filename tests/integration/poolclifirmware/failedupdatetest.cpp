@@ -8,25 +8,10 @@ namespace
 
 using PoolCliTest::SOutcome;
 
-const char* const upload = R"(<FileUpload file="emumono-2.0.0.bin" deviceFile="FirmwareUpdate"/>)";
-const char* const activate = R"(<FeatureExecute feature="FirmwareActivate" activates="true"/>)";
-const char* const restart = R"(<DeviceReset waitTimeMs="1000"/>)";
-
-/** Packages of these steps, for the camera of the fixture with firmware 1.7.0. */
+/** Packages of their own, for the camera of the fixture with firmware 1.7.0. */
 class FailedUpdate : public PoolCliTest::PoolCliFirmware
 {
 protected:
-    void makePackage(const QByteArray& steps, const QByteArray& preconditions = {}) const
-    {
-        write("own.xml", R"(<FirmwarePackage xmlns="urn:camerapool:firmwarepackage" version="1.0">
-            <Files><File name="emumono-2.0.0.bin"/></Files>
-            <Procedures><Procedure id="all"><Preconditions>)" +
-                             preconditions + "</Preconditions><Steps>" + steps + R"(</Steps></Procedure></Procedures>
-            <Updates><Update id="u" procedure="all"><Condition feature="DeviceModelName" matches=".*"/>
-            <Info key="Version"><Text>2.0.0</Text></Info></Update></Updates></FirmwarePackage>)");
-        const SOutcome outcome = firmware({"create", path("own.xml"), path("own.guf")});
-        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
-    }
     SOutcome updateOwn() const { return firmware({"update", path("own.guf"), "FW-A"}); }
     /** Refused with these two lines on stderr, which begin and end so. */
     static void expectIncomplete(const SOutcome& outcome, const char* reason, const char* consequence)

@@ -17,8 +17,12 @@ protected:
     void start(const QByteArray& fileDelayMs)
     {
         writeCamera(R"(, "faults": {"fileDelayMs": )" + fileDelayMs + "}");
+        startWith("e.guf");
+    }
+    void startWith(const char* package)
+    {
         prepare(m_process);
-        m_process.start(QStringLiteral(POOLCLI), {"firmware", "update", path("e.guf"), "FW-A"});
+        m_process.start(QStringLiteral(POOLCLI), {"firmware", "update", path(package), "FW-A"});
     }
     void waitForOutput(const char* text)
     {
@@ -46,7 +50,6 @@ protected:
         EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(m_process.exitCode(), 1) << m_out.toStdString();
         EXPECT_TRUE(m_errors.contains("interrupted between two steps")) << m_errors.toStdString();
-        EXPECT_FALSE(m_out.contains("Restarting")) << m_out.toStdString();
     }
 
     QProcess m_process;
@@ -56,10 +59,11 @@ protected:
 
 TEST_F(InterruptedUpdate, endsBeforeTheNextStep)
 {
-    start("100");
+    start("250");
     waitForOutput("Uploading");
     interrupt();
     expectEndedBeforeTheNextStep();
+    EXPECT_FALSE(m_out.contains("Restarting")) << m_out.toStdString();
     EXPECT_TRUE(m_errors.contains("Leave the camera switched on")) << m_errors.toStdString();
 }
 
@@ -72,6 +76,19 @@ TEST_F(InterruptedUpdate, twiceGoesOnWaitingForTheEndOfTheStep)
     interrupt();
     waitForError("Still waiting");
     expectEndedBeforeTheNextStep();
+    EXPECT_FALSE(m_out.contains("Restarting")) << m_out.toStdString();
+}
+
+TEST_F(InterruptedUpdate, inTheRestartLeavesTheNewFirmware)
+{
+    makePackage(QByteArray(upload) + activate + R"(<DeviceReset waitTimeMs="8000"/>)" +
+                R"(<FeatureAssert feature="Gain" equals="7"/>)");
+    startWith("own.guf");
+    waitForOutput("Restarting");
+    interrupt();
+    expectEndedBeforeTheNextStep();
+    EXPECT_TRUE(m_errors.endsWith("\nThe camera has firmware 2.0.0.\n")) << m_errors.toStdString();
+    EXPECT_FALSE(m_out.contains("Checking a feature")) << m_out.toStdString();
 }
 
 } // namespace

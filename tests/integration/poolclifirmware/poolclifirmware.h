@@ -33,6 +33,18 @@ protected:
     }
     QString path(const char* name) const { return m_folder.filePath(QString::fromLatin1(name)); }
     SOutcome firmware(const QStringList& arguments) const { return run(QStringList{"firmware"} + arguments); }
+    /** The package own.guf with an update to 2.0.0, which fits every camera. */
+    void makePackage(const QByteArray& steps, const QByteArray& preconditions = {}) const
+    {
+        write("own.xml", R"(<FirmwarePackage xmlns="urn:camerapool:firmwarepackage" version="1.0">
+            <Files><File name="emumono-2.0.0.bin"/></Files>
+            <Procedures><Procedure id="all"><Preconditions>)" +
+                             preconditions + "</Preconditions><Steps>" + steps + R"(</Steps></Procedure></Procedures>
+            <Updates><Update id="u" procedure="all"><Condition feature="DeviceModelName" matches=".*"/>
+            <Info key="Version"><Text>2.0.0</Text></Info></Update></Updates></FirmwarePackage>)");
+        const SOutcome outcome = firmware({"create", path("own.xml"), path("own.guf")});
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.err.toStdString();
+    }
     SOutcome update(const QStringList& more) const
     {
         return firmware(QStringList{"update", path("e.guf"), "FW-A"} + more);
@@ -65,6 +77,9 @@ protected:
         EXPECT_EQ(outcome.exitCode, 1) << outcome.out.toStdString();
         EXPECT_TRUE(outcome.err.contains(reason)) << outcome.err.toStdString();
     }
+    static constexpr const char* upload = R"(<FileUpload file="emumono-2.0.0.bin" deviceFile="FirmwareUpdate"/>)";
+    static constexpr const char* activate = R"(<FeatureExecute feature="FirmwareActivate" activates="true"/>)";
+    static constexpr const char* restart = R"(<DeviceReset waitTimeMs="1000"/>)";
 };
 
 } // namespace PoolCliTest
