@@ -166,7 +166,7 @@ TEST_P(GigECut, isNoticedWithinThreeSecondsAndTheSameCameraComesBack)
 
     SetCable("up");
     // The camera keeps the privilege of the application that fell silent until its heartbeat time-out.
-    ASSERT_TRUE(m_client.WaitForUsable("GV77", 15s));
+    ASSERT_TRUE(m_client.WaitForUsable("GV77", 60s));
     pDevice = m_client.Open("GV77");
     EXPECT_EQ(pDevice->GetDeviceInfo().GetFullName(), fullName);
     CRunningStream run(*pDevice, 4);
