@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <thread>
 
 namespace Test
 {
@@ -82,7 +83,7 @@ std::unique_ptr<Velmo::IVelmoDevice> CGigEClient::Open(const std::string& serial
     return pDevice;
 }
 
-bool CGigEClient::WaitForUsable(const std::string& serial, std::chrono::seconds timeout)
+bool CGigEClient::WaitForUsable(const std::string& serial, std::chrono::seconds timeout, std::chrono::seconds pause)
 {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (std::chrono::steady_clock::now() < deadline)
@@ -94,6 +95,7 @@ bool CGigEClient::WaitForUsable(const std::string& serial, std::chrono::seconds 
                 return true;
             }
         }
+        std::this_thread::sleep_for(pause);
     }
     return false;
 }

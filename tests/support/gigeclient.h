@@ -48,8 +48,9 @@ public:
     /** The same, opened. */
     std::unique_ptr<Velmo::IVelmoDevice> Open(const std::string& serial,
                                               Velmo::EDeviceAccess access = Velmo::EDeviceAccess::Control);
-    /** Discovers until the camera can be opened. */
-    bool WaitForUsable(const std::string& serial, std::chrono::seconds timeout);
+    /** Discovers until the camera can be opened, and leaves it alone for the pause after each time it cannot. */
+    bool WaitForUsable(const std::string& serial, std::chrono::seconds timeout,
+                       std::chrono::seconds pause = std::chrono::seconds(0));
 
 private:
     std::shared_ptr<Velmo::Transport::ITransport> m_pTransport;

@@ -165,8 +165,10 @@ TEST_P(GigECut, isNoticedWithinThreeSecondsAndTheSameCameraComesBack)
     pDevice.reset();
 
     SetCable("up");
-    // The camera keeps the privilege of the application that fell silent until its heartbeat time-out.
-    ASSERT_TRUE(m_client.WaitForUsable("GV77", 60s));
+    // Where the engine could not give up control any more, the camera keeps it until its heartbeat time-out of three
+    // seconds. This one takes whatever it is asked, by anybody, for a sign of life: it needs to be left alone for
+    // longer.
+    ASSERT_TRUE(m_client.WaitForUsable("GV77", 60s, 4s));
     pDevice = m_client.Open("GV77");
     EXPECT_EQ(pDevice->GetDeviceInfo().GetFullName(), fullName);
     CRunningStream run(*pDevice, 4);
