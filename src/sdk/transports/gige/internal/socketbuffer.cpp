@@ -60,10 +60,15 @@ void PretendReceiveBufferLimit(std::size_t bytes)
 SSocketBuffer ChooseSocketBuffer(std::size_t payloadBytes, std::size_t limitBytes)
 {
     constexpr std::size_t least = std::size_t{1} << 20;
+    constexpr std::size_t ample = std::size_t{8} << 20;
     constexpr std::size_t most = std::size_t{1} << 30; // the option is an int, which the kernel doubles
     SSocketBuffer size;
     size.wantedBytes = std::min(most, std::max(least, payloadBytes > most ? most : 2 * payloadBytes));
-    size.bytes = limitBytes == 0 ? size.wantedBytes : std::min(size.wantedBytes, limitBytes);
+    size.bytes = std::max(size.wantedBytes, ample);
+    if (limitBytes != 0)
+    {
+        size.bytes = std::min(size.bytes, limitBytes);
+    }
     return size;
 }
 

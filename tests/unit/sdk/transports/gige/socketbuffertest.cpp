@@ -28,10 +28,19 @@ int ReceiveBuffer(const CUdpSocket& socket)
 
 TEST(GigESocketBuffer, holdsTwoImagesAndAtLeastAMebibyte)
 {
-    EXPECT_EQ(ChooseSocketBuffer(0, 0).bytes, mebibyte);
-    EXPECT_EQ(ChooseSocketBuffer(1000, 0).bytes, mebibyte);
-    EXPECT_EQ(ChooseSocketBuffer(4 * mebibyte, 0).bytes, 8 * mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(0, 0).wantedBytes, mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(1000, 0).wantedBytes, mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(6 * mebibyte, 0).wantedBytes, 12 * mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(6 * mebibyte, 0).bytes, 12 * mebibyte);
     EXPECT_EQ(ChooseSocketBuffer(SIZE_MAX, 0).bytes, 1024 * mebibyte);
+}
+
+TEST(GigESocketBuffer, takesMoreThanIsWantedAsFarAsTheSystemAllows)
+{
+    EXPECT_EQ(ChooseSocketBuffer(1000, 0).bytes, 8 * mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(1000, 4 * mebibyte).bytes, 4 * mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(1000, 4 * mebibyte).wantedBytes, mebibyte);
+    EXPECT_EQ(ChooseSocketBuffer(1000, 64 * mebibyte).bytes, 8 * mebibyte);
 }
 
 TEST(GigESocketBuffer, isCappedByTheSystemsLimitWhichIsTold)
