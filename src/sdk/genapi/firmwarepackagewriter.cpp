@@ -83,8 +83,9 @@ private:
         }
         const std::filesystem::path path = std::filesystem::path(m_controlName).parent_path() / name;
         m_inputs.push_back(path.string());
-        m_payload.emplace_back(name, LoadWholeFile("The file '" + path.string() + "', which " + m_title + " lists,",
-                                                   path.string(), m_limits.payloadBytes));
+        const std::string title =
+            "The file '" + path.string() + "', which the control file '" + m_controlName + "' lists,";
+        m_payload.emplace_back(name, LoadWholeFile(title, path.string(), m_limits.payloadBytes));
         Fill(file, "size", std::to_string(m_payload.back().second.size()));
         Fill(file, "sha256", Sha256(m_payload.back().second));
     }

@@ -111,6 +111,7 @@ TEST_F(FirmwareWriter, saysWhichFileIsMissing)
 {
     parts.files = "<File name=\"main.bin\"/><File name=\"none.bin\"/>";
     EXPECT_THAT(Refusal(), HasSubstr("FileNotFoundException: The file '"));
+    EXPECT_THAT(Refusal(), HasSubstr("', which the control file '"));
     EXPECT_THAT(Refusal(), HasSubstr("none.bin'"));
     EXPECT_THROW(GenApi::CFirmwarePackageWriter().WritePackage(folder.Path("none.xml").c_str(), "x"),
                  GenICam::FileNotFoundException);
