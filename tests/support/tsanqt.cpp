@@ -31,6 +31,71 @@ template <class Function> Function* original(const char* name)
 char eventQueues = 0;
 std::atomic<int> emitting{0};
 thread_local int emittingHere = 0;
+std::atomic<int> takingBack{0};
+
+// An emission posts its event before it says "release": those under way are waited for, within limits, since a thread
+// may emit for as long as a directly connected slot takes.
+template <class Condition> bool yieldUntil(Condition condition)
+{
+    constexpr int limit = 10000;
+    for (int turn = 0; turn < limit; ++turn)
+    {
+        if (condition())
+        {
+            return true;
+        }
+        sched_yield();
+    }
+    return false;
+}
+
+bool nobodyElseEmits()
+{
+    return emitting.load() <= emittingHere;
+}
+
+bool nobodyTakesBack()
+{
+    return takingBack.load() == 0;
+}
+
+bool entered()
+{
+    ++emitting;
+    const bool free = nobodyTakesBack();
+    emitting -= free ? 0 : 1;
+    return free;
+}
+
+void enterEmission()
+{
+    if (emittingHere++ > 0 || !yieldUntil(entered))
+    {
+        ++emitting;
+    }
+}
+
+void leaveEmission()
+{
+    __tsan_release(&eventQueues);
+    --emittingHere;
+    --emitting;
+}
+
+// While events are taken back from the queues, no other thread may be between the posting of one and its "release".
+class CTakingBack
+{
+public:
+    CTakingBack()
+    {
+        ++takingBack;
+        yieldUntil(nobodyElseEmits);
+        __tsan_acquire(&eventQueues);
+    }
+    ~CTakingBack() { --takingBack; }
+    CTakingBack(const CTakingBack&) = delete;
+    CTakingBack& operator=(const CTakingBack&) = delete;
+};
 
 } // namespace
 
@@ -41,13 +106,7 @@ CAnnotatedApplication::CAnnotatedApplication(int& argc, char** argv) : QCoreAppl
 
 bool CAnnotatedApplication::notify(QObject* pReceiver, QEvent* pEvent)
 {
-    // An emission posts its event before it says "release": those under way are waited for, within limits, since a
-    // thread may emit for as long as a directly connected slot takes.
-    constexpr int limit = 10000;
-    for (int turn = 0; turn < limit && emitting.load() > emittingHere; ++turn)
-    {
-        sched_yield();
-    }
+    yieldUntil(nobodyElseEmits);
     __tsan_acquire(&eventQueues);
     return QCoreApplication::notify(pReceiver, pEvent);
 }
@@ -62,12 +121,31 @@ extern "C" TSANQT_EXPORT void _ZN11QMetaObject8activateEP7QObjectPKS_iPPv(QObjec
 {
     static auto* pReal =
         original<void(QObject*, const QMetaObject*, int, void**)>("_ZN11QMetaObject8activateEP7QObjectPKS_iPPv");
-    ++emitting;
-    ++emittingHere;
+    enterEmission();
     pReal(pSender, pMeta, index, ppArguments);
-    __tsan_release(&eventQueues);
-    --emittingHere;
-    --emitting;
+    leaveEmission();
+}
+
+// void QCoreApplication::removePostedEvents(QObject*, int)
+extern "C" TSANQT_EXPORT void _ZN16QCoreApplication18removePostedEventsEP7QObjecti(QObject* pReceiver, int eventType)
+{
+    static auto* pReal = original<void(QObject*, int)>("_ZN16QCoreApplication18removePostedEventsEP7QObjecti");
+    const CTakingBack takingBackHere;
+    pReal(pReceiver, eventType);
+}
+
+// QObject::~QObject(), which takes back what is still queued for the object, as the base of another class.
+extern "C" TSANQT_EXPORT void _ZN7QObjectD2Ev(QObject* pObject)
+{
+    static auto* pReal = original<void(QObject*)>("_ZN7QObjectD2Ev");
+    const CTakingBack takingBackHere;
+    pReal(pObject);
+}
+
+// QObject::~QObject() of an object that is nothing else.
+extern "C" TSANQT_EXPORT void _ZN7QObjectD1Ev(QObject* pObject)
+{
+    _ZN7QObjectD2Ev(pObject);
 }
 
 // void QMutex::lock()
