@@ -240,6 +240,64 @@ TEST_F(StreamControlService, allSevenOperationsReturnQuietlyOnceThePoolIsDestroy
 
 using ParameterService = ::Test::ServicesFixture;
 
+/** A camera pool that counts how often it is asked for a device. */
+class CAskedPool : public CCameraPool
+{
+public:
+    CAskedPool() : CCameraPool(nullptr) {}
+    QSharedPointer<IDevice> findDevice(QSharedPointer<IBaseInfo> info) const override
+    {
+        ++asked;
+        return CCameraPool::findDevice(info);
+    }
+    mutable int asked = 0;
+};
+
+TEST_F(ParameterService, withoutPoolsThereAreNoParameters)
+{
+    CCameraParameterService parameters;
+    EXPECT_TRUE(parameters.getParameterCollection(m_info).isNull());
+    EXPECT_TRUE(parameters.getParameterCollection(m_port).isNull());
+    EXPECT_TRUE(parameters.getParameterCollection({}).isNull());
+}
+
+TEST_F(ParameterService, theFirstPoolThatKnowsTheDeviceEndsTheWalk)
+{
+    CAskedPool last;
+    last.announceDevice(m_info);
+    CCameraParameterService parameters;
+    parameters.addPool(m_interfaces.get());
+    parameters.addPool(m_pool.get());
+    parameters.addPool(&last);
+    last.asked = 0;
+    EXPECT_EQ(parameters.getParameterCollection(m_info), m_pool->findDevice(m_info)->getParameterCollection());
+    EXPECT_EQ(last.asked, 0);
+}
+
+TEST_F(ParameterService, aDestroyedPoolIsSkippedAndTheNextOneAsked)
+{
+    CAskedPool next;
+    next.announceDevice(m_info);
+    CCameraParameterService parameters;
+    parameters.addPool(m_pool.get());
+    parameters.addPool(&next);
+    const auto ofNext = next.findDevice(m_info)->getParameterCollection();
+    ASSERT_NE(parameters.getParameterCollection(m_info), ofNext);
+    m_pool.reset();
+    EXPECT_EQ(parameters.getParameterCollection(m_info), ofNext);
+}
+
+TEST_F(ParameterService, aPoolThatWasAddedTwiceIsAskedOnce)
+{
+    CAskedPool pool;
+    CCameraParameterService parameters;
+    parameters.addPool(&pool);
+    parameters.addPool(m_interfaces.get());
+    parameters.addPool(&pool);
+    EXPECT_TRUE(parameters.getParameterCollection(m_info).isNull());
+    EXPECT_EQ(pool.asked, 1);
+}
+
 TEST_F(ParameterService, parametersOfEitherKindOfDeviceAreFound)
 {
     CCameraParameterService parameters;
