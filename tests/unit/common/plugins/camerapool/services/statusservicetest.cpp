@@ -19,6 +19,8 @@ using namespace Plugin::CameraPool::Internal;
 
 using StatusService = ::Test::ServicesFixture;
 
+constexpr int patienceMs = 60000;
+
 TEST_F(StatusService, repeatsTheDeviceSignalsOfBothPools)
 {
     using Signal = void (ADevicePool::*)(BaseInfoPtr);
@@ -252,20 +254,34 @@ TEST_F(StatusService, listenerMayReopenWhatHasJustBeenClosed)
 
 TEST_F(StatusService, lockedCameraIsSilentUntilItIsUnlocked)
 {
-    QSignalSpy detached(&m_status, &ICameraStatusService::cameraDetached);
-    QSignalSpy attached(&m_status, &ICameraStatusService::cameraAttached);
-    QSignalSpy started(&m_status, &ICameraStatusService::cameraGrabStarted);
+    ::Test::CSignalOrder told;
+    const ICameraStatusService* const pStatus = &m_status;
+    told.watch(pStatus, &ICameraStatusService::cameraDetached, QStringLiteral("detached"));
+    told.watch(pStatus, &ICameraStatusService::cameraAttached, QStringLiteral("attached"));
+    told.watch(pStatus, &ICameraStatusService::cameraGrabStart, QStringLiteral("start"));
+    told.watch(pStatus, &ICameraStatusService::cameraGrabStarted, QStringLiteral("started"));
+    told.watch(pStatus, &ICameraStatusService::cameraGrabStopped, QStringLiteral("stopped"));
+    told.watch(pStatus, &ICameraStatusService::cameraImageGrabbed, QStringLiteral("image"));
+    told.watch(pStatus, &ICameraStatusService::cameraImageGrabFailed, QStringLiteral("failure"));
+    told.watch(pStatus, &ICameraStatusService::cameraStatisticUpdated, QStringLiteral("statistic"));
     ASSERT_TRUE(m_control.open(m_info, false));
     const auto locked = m_control.tryLock(m_info);
     ASSERT_FALSE(locked.isNull());
-    EXPECT_EQ(detached.count(), 1);
+    const ::Test::CSignalRecord images(locked.data(), &ICamera::cameraImageGrabbed);
     locked->startGrabbing();
+    ASSERT_TRUE(m_transport->WaitForQueued(s_serial, 1));
+    ASSERT_TRUE(m_transport->DeliverImage(s_serial));
+    ASSERT_TRUE(::Test::waitUntil([&] { return images.count() == 1; }, patienceMs));
     locked->stopGrabbing();
-    EXPECT_EQ(started.count(), 0);
+    QCoreApplication::processEvents();
     EXPECT_TRUE(m_control.unlock(locked));
-    EXPECT_EQ(attached.count(), 1);
+    EXPECT_EQ(told.names(), (QStringList{"detached", "attached"}));
+    told.clear();
     m_stream.startGrabbing(m_info);
-    EXPECT_TRUE(::Test::waitUntil([&] { return started.count() == 1; }));
+    ASSERT_TRUE(m_transport->WaitForQueued(s_serial, 1));
+    ASSERT_TRUE(m_transport->DeliverImage(s_serial));
+    EXPECT_TRUE(::Test::waitUntil([&] { return told.count(QStringLiteral("image")) > 0; }, patienceMs));
+    EXPECT_EQ(told.names().mid(0, 2), (QStringList{"start", "started"}));
 }
 
 } // namespace
