@@ -287,16 +287,8 @@ TEST_F(FirmwareService, cameraInUseIsAnUnexpectedException)
 
 TEST_F(FirmwareService, unknownUpdatesAreSkipped)
 {
-    class COther : public IFirmwareUpdateInfo
-    {
-    public:
-        QString getVersion() const override { return QStringLiteral("9.0"); }
-        QString getDescription() const override { return {}; }
-        QString getReleaseNotes() const override { return {}; }
-        QString getUpdateFilename() const override { return {}; }
-    };
     UpdateInfos updates = read({{"1.0"}, {"2.0"}});
-    updates.insert(1, UpdateInfoPtr(new COther));
+    updates.insert(1, UpdateInfoPtr(new ::Test::COtherUpdate));
     updates.append(UpdateInfoPtr());
     EXPECT_TRUE(match(updates));
     EXPECT_EQ(versionsOf(m_matching), (QStringList{"2.0", "1.0"}));

@@ -14,8 +14,6 @@ namespace
 
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
-using ::Test::EFault;
-using ::Test::EStep;
 
 using EDirection = EFirmwareUpdateDirection;
 using JobPtr = QSharedPointer<IDeviceFirmwareUpdate>;
@@ -173,6 +171,19 @@ TEST_F(FirmwareJob, closedCameraNoCameraAndNoUpdateAreUnknown)
     EXPECT_EQ(noUpdate.getDeviceVersion(), unknown);
     EXPECT_TRUE(noUpdate.getFirmwareUpdateInfoToApply().isNull());
     EXPECT_FALSE(noUpdate.apply());
+}
+
+TEST_F(FirmwareJob, updateOfAnotherKindIsUnknownAndNotApplied)
+{
+    ASSERT_TRUE(m_pool->openDevice(BaseInfoPtr(m_info), false));
+    const UpdateInfoPtr other(new ::Test::COtherUpdate);
+    CDeviceFirmwareUpdate job(m_pool.get(), camera(), other, nullptr);
+    EXPECT_EQ(job.getFirmwareUpdateInfoToApply(), other);
+    EXPECT_EQ(job.getDeviceVersion(), unknown);
+    EXPECT_EQ(job.getFirmwareUpdateDirection(), EDirection::Unknown);
+    EXPECT_FALSE(job.apply());
+    EXPECT_EQ(job.getDeviceVersion(), unknown);
+    EXPECT_TRUE(camera()->isOpen());
 }
 
 TEST_F(FirmwareJob, passesOnWhatTheModuleTells)

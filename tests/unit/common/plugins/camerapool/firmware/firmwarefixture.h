@@ -49,6 +49,16 @@ struct SUpdate
     std::string deviceVersionPattern = {};
 };
 
+/** An update that was not read from a package. */
+class COtherUpdate : public Plugin::CameraPool::IFirmwareUpdateInfo
+{
+public:
+    QString getVersion() const override { return QStringLiteral("9.0"); }
+    QString getDescription() const override { return {}; }
+    QString getReleaseNotes() const override { return {}; }
+    QString getUpdateFilename() const override { return {}; }
+};
+
 /** Packages, a pool with the closed camera "1001", and the service. The steps of an update are the test's own. */
 class FirmwareFixture : public PoolFixture
 {

@@ -5,11 +5,13 @@
 #include "camerapool/icameraactioncommandsservice.h"
 #include "camerapool/icameracontrolservice.h"
 #include "camerapool/icamerastatusservice.h"
+#include "camerapool/idevicefirmwareupdateservice.h"
 #include "camerapool/ideviceparameterservice.h"
 #include "camerapool/iinterfaceinfo.h"
 #include "camerapool/internal/cameraenumerationservice.h"
 #include "camerapool/internal/cameranodedatamodel.h"
 #include "camerapool/internal/camerastreamcontrolservice.h"
+#include "camerapool/internal/ifirmwareupdatable.h"
 #include "camerapool/internal/imagedecompressorservice.h"
 
 #include <gtest/gtest.h>
@@ -122,6 +124,22 @@ TEST(VirtualOrder, ofTheActionCommandsService)
                        slotOf(&Action::schedule)});
 }
 
+TEST(VirtualOrder, ofFirmwareUpdates)
+{
+    using Info = IFirmwareUpdateInfo;
+    expectConsecutive({slotOf(&Info::getVersion), slotOf(&Info::getDescription), slotOf(&Info::getReleaseNotes),
+                       slotOf(&Info::getUpdateFilename)});
+    using Service = IDeviceFirmwareUpdateService;
+    expectConsecutive(
+        {slotOf(&Service::update), slotOf(&Service::getUpdatesMatchingTheDevice), slotOf(&Service::getUpdates)});
+    expectConsecutive(
+        {slotOf(&IFirmwareUpdatable::matchesFirmwareUpdate), slotOf(&IFirmwareUpdatable::applyFirmwareUpdate)});
+    using Device = GenApi::IFirmwareUpdatableDevice;
+    expectConsecutive({slotOf(&Device::PrepareForFirmwareUpdate), slotOf(&Device::GetNodeMapOfDeviceToUpdate),
+                       slotOf(&Device::GetDisplayName), slotOf(&Device::DeviceResetWhileUpdatingFirmware),
+                       slotOf(&Device::CleanupAfterFirmwareUpdate)});
+}
+
 TEST(VirtualOrder, ofPlugins)
 {
     using Core::Plugin::IPlugin;
@@ -198,6 +216,19 @@ TEST(SignalOrder, ofServices)
     EXPECT_EQ(slotsOf(CImageDecompressorService::staticMetaObject), QStringLiteral("onCameraGrabStart onDeviceClosed"));
     for (const auto* pMeta : {&ICameraControlService::staticMetaObject, &IDeviceParameterService::staticMetaObject,
                               &ICameraActionCommandsService::staticMetaObject})
+    {
+        EXPECT_EQ(pMeta->methodCount(), QObject::staticMetaObject.methodCount()) << pMeta->className();
+    }
+}
+
+TEST(SignalOrder, ofFirmwareUpdates)
+{
+    const auto& job = IDeviceFirmwareUpdate::staticMetaObject;
+    EXPECT_EQ(signalsOf(job), QStringLiteral("firmwareUpdateBegin firmwareUpdateProgressStepBegin "
+                                             "firmwareUpdateProgressStepProgressChanged firmwareUpdateProgressStepDone "
+                                             "firmwareUpdateDone firmwareUpdateError"));
+    EXPECT_EQ(slotsOf(job), QStringLiteral("apply"));
+    for (const auto* pMeta : {&IFirmwareUpdateInfo::staticMetaObject, &IDeviceFirmwareUpdateService::staticMetaObject})
     {
         EXPECT_EQ(pMeta->methodCount(), QObject::staticMetaObject.methodCount()) << pMeta->className();
     }
