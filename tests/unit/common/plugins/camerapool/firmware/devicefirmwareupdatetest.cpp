@@ -354,6 +354,16 @@ TEST_F(FirmwareJob, endGivesTheCameraBackAndClosesIt)
     EXPECT_TRUE(m_pool->openDevice(BaseInfoPtr(m_info), false));
 }
 
+TEST_F(FirmwareJob, endGivesACameraBackThatIsClosedAlready)
+{
+    auto update = job("1.0.0", "2.0");
+    camera()->close();
+    m_order.clear();
+    update.clear();
+    EXPECT_EQ(order(), QStringLiteral("cameraAttached"));
+    EXPECT_FALSE(m_pool->isCameraOpenExclusive(m_info));
+}
+
 TEST_F(FirmwareJob, outlivesThePool)
 {
     auto update = job("1.0.0", "2.0");

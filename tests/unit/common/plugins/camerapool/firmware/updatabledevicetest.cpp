@@ -255,32 +255,37 @@ TEST_F(UpdatableDevice, anotherDeviceIsNotTakenForTheOneThatWasReset)
 
 TEST_F(UpdatableDevice, deviceWithoutAResetCommandIsRefused)
 {
-    ::Test::SScriptedCamera camera;
-    camera.serialNumber = "1003";
-    camera.description = "<?xml version=\"1.0\"?><RegisterDescription ModelName=\"M\" VendorName=\"V\" "
-                         "StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" "
-                         "SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" MinorVersion=\"0\" SubMinorVersion=\"0\" "
-                         "ProductGuid=\"p\" VersionGuid=\"v\" xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">"
-                         "<Category Name=\"Root\"><pFeature>DeviceReset</pFeature></Category>"
-                         "<Integer Name=\"DeviceReset\"><Value>0</Value></Integer><Port Name=\"Device\"/>"
-                         "</RegisterDescription>";
-    m_transport->AddCamera(camera);
-    CUpdatableDevice device;
-    device.attach(Velmo::CTlFactory::GetInstance().CreateDevice(m_transport->GetDeviceInfo("1003")));
-    device.PrepareForFirmwareUpdate();
-    try
+    const std::string none;
+    const std::string noCommand = "<Integer Name=\"DeviceReset\"><Value>0</Value></Integer>";
+    int serialNumber = 1003;
+    for (const std::string& node : {none, noCommand})
     {
-        device.DeviceResetWhileUpdatingFirmware(0, 0);
-        FAIL() << "an integer was taken for a command";
+        ::Test::SScriptedCamera camera;
+        camera.serialNumber = std::to_string(serialNumber++);
+        camera.description = "<?xml version=\"1.0\"?><RegisterDescription ModelName=\"M\" VendorName=\"V\" "
+                             "StandardNameSpace=\"None\" SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" "
+                             "SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" MinorVersion=\"0\" SubMinorVersion=\"0\" "
+                             "ProductGuid=\"p\" VersionGuid=\"v\" "
+                             "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\"><Category Name=\"Root\"/>" +
+                             node + "<Port Name=\"Device\"/></RegisterDescription>";
+        m_transport->AddCamera(camera);
+        CUpdatableDevice device;
+        device.attach(Velmo::CTlFactory::GetInstance().CreateDevice(m_transport->GetDeviceInfo(camera.serialNumber)));
+        device.PrepareForFirmwareUpdate();
+        try
+        {
+            device.DeviceResetWhileUpdatingFirmware(0, 0);
+            ADD_FAILURE() << "reset without a command: '" << node << "'";
+        }
+        catch (const GenICam::LogicalErrorException& e)
+        {
+            EXPECT_STREQ(e.GetDescription(), "NULL pointer dereferenced");
+            EXPECT_EQ(std::string(e.GetSourceFileName()).find("src/common/plugins/camerapool/internal/updatabledevice"),
+                      0U);
+        }
+        EXPECT_TRUE(device.deviceIsOpen());
+        EXPECT_FALSE(device.wasReset());
     }
-    catch (const GenICam::LogicalErrorException& e)
-    {
-        EXPECT_STREQ(e.GetDescription(), "NULL pointer dereferenced");
-        EXPECT_EQ(std::string(e.GetSourceFileName()).find("src/common/plugins/camerapool/internal/updatabledevice"),
-                  0U);
-    }
-    EXPECT_TRUE(device.deviceIsOpen());
-    EXPECT_FALSE(device.wasReset());
 }
 
 } // namespace
