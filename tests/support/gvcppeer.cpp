@@ -91,11 +91,11 @@ std::optional<std::vector<std::uint8_t>> CGvcpPeer::ReceiveAt(int socket, std::c
     {
         return std::nullopt;
     }
-    std::vector<std::uint8_t> data(65536);
     sockaddr_in sender{};
     socklen_t length = sizeof sender;
-    const ssize_t bytes = recvfrom(socket, data.data(), data.size(), 0, reinterpret_cast<sockaddr*>(&sender), &length);
-    data.resize(static_cast<std::size_t>(std::max<ssize_t>(bytes, 0)));
+    const ssize_t bytes =
+        recvfrom(socket, m_received.data(), m_received.size(), 0, reinterpret_cast<sockaddr*>(&sender), &length);
+    std::vector<std::uint8_t> data(m_received.begin(), m_received.begin() + std::max<ssize_t>(bytes, 0));
     const sockaddr_in own = LocalAddressOf(socket);
     m_datagrams.push_back(
         {ntohl(sender.sin_addr.s_addr), ntohs(sender.sin_port), ntohl(own.sin_addr.s_addr), ntohs(own.sin_port), data});

@@ -63,6 +63,7 @@ private:
     int m_control = -1;
     int m_stream = -1;
     std::uint16_t m_requestId = 0;
+    std::vector<std::uint8_t> m_received = std::vector<std::uint8_t>(65536); // room for any datagram
     std::vector<std::uint8_t> m_answer;
     std::vector<std::uint8_t> m_packet;
     std::vector<SDatagram> m_datagrams;

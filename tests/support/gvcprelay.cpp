@@ -22,7 +22,7 @@ namespace
 
 constexpr const char* OwnAddress = "127.0.0.1";
 constexpr std::uint32_t OwnIp = 0x7F000001;
-constexpr std::size_t MostBytes = 0x10000;
+constexpr std::size_t MostBytes = 0x1000; // GVCP itself ends at 576
 
 sockaddr_in At(const std::string& address, std::uint16_t port)
 {

@@ -129,16 +129,15 @@ void CLossyCable::Carry(int from, int to)
     constexpr int mostAtOnce = 64;
     for (int i = 0; i < mostAtOnce; ++i)
     {
-        Frame frame(0x10000);
         sockaddr_ll origin{};
         socklen_t originBytes = sizeof origin;
         const ssize_t bytes =
-            recvfrom(from, frame.data(), frame.size(), 0, reinterpret_cast<sockaddr*>(&origin), &originBytes);
+            recvfrom(from, m_received.data(), m_received.size(), 0, reinterpret_cast<sockaddr*>(&origin), &originBytes);
         if (bytes <= 0)
         {
             return;
         }
-        frame.resize(static_cast<std::size_t>(bytes));
+        Frame frame(m_received.begin(), m_received.begin() + bytes);
         if (origin.sll_pkttype == PACKET_OUTGOING)
         {
             continue;

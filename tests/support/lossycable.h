@@ -58,6 +58,7 @@ private:
     Loses m_loses;
     int m_near = -1;
     int m_far = -1;
+    Frame m_received = Frame(0x10000); // room for one, kept: a frame is far smaller, and there are thousands a second
     std::map<std::pair<unsigned int, unsigned int>, SSent> m_memory;
     std::atomic<unsigned int> m_lost{0};
     std::atomic<unsigned int> m_askedFor{0};

@@ -86,6 +86,30 @@ int OpenOwnNamespace()
     return descriptor;
 }
 
+/** Also when the kernel does so meanwhile, for the sake of a namespace at the far end that is no more. */
+void DeleteAdapter(const std::string& name)
+{
+    const auto isThere = [&]
+    {
+        return if_nametoindex(name.c_str()) != 0;
+    };
+    if (!isThere())
+    {
+        return;
+    }
+    try
+    {
+        RunIp("link del " + name);
+    }
+    catch (const std::runtime_error&)
+    {
+        if (isThere())
+        {
+            throw;
+        }
+    }
+}
+
 /** Takes the calling thread back to the namespace it was in, also out of an exception. */
 class CReturn
 {
@@ -175,7 +199,7 @@ CPeerNamespace::~CPeerNamespace()
             {
                 for (const std::string& adapter : m_farAdapters)
                 {
-                    RunIp("link del " + adapter);
+                    DeleteAdapter(adapter);
                 }
             });
     }
