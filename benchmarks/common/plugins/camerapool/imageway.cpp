@@ -58,6 +58,37 @@ void serve(QEventLoop& loop)
     loop.exec();
 }
 
+/** When the images of one way were sent, by the grab thread, and arrived, by the main thread. */
+class CArrivals
+{
+public:
+    explicit CArrivals(std::size_t images) : m_images(images)
+    {
+        m_sentAt.reserve(images);
+        m_microseconds.reserve(images);
+    }
+
+    void sent() { m_sentAt.push_back(Clock::now()); }
+    /** An image arrives after it was sent, so its time is there, and nothing moves it: the room is reserved. */
+    void arrived()
+    {
+        const auto now = Clock::now();
+        const auto sentAt = *(m_sentAt.data() + m_microseconds.size());
+        m_microseconds.push_back(std::chrono::duration<double, std::micro>(now - sentAt).count());
+    }
+    bool complete() const { return m_microseconds.size() == m_images; }
+    SLatency latency()
+    {
+        std::sort(m_microseconds.begin(), m_microseconds.end());
+        return {m_microseconds[m_microseconds.size() / 2], m_microseconds[m_microseconds.size() * 99 / 100]};
+    }
+
+private:
+    std::size_t m_images;
+    std::vector<Clock::time_point> m_sentAt;
+    std::vector<double> m_microseconds;
+};
+
 /** Processor time of the calling thread, microseconds. */
 double sendAll(const std::function<void(int number)>& sendImage)
 {
@@ -106,40 +137,38 @@ SThroughput measureThroughput(const SWay& way)
             static_cast<double>(AllocationCount() - allocationsBefore) / s_throughputImages};
 }
 
-SLatency measureLatency(const SWay& way, int imagesPerSecond)
+std::array<SLatency, 2> measureLatencies(const std::array<SWay, 2>& ways, int imagesPerSecond)
 {
-    const int images = imagesPerSecond / 2;
-    std::vector<Clock::time_point> sentAt(static_cast<std::size_t>(images) + 1);
-    std::vector<double> microseconds;
-    microseconds.reserve(static_cast<std::size_t>(images));
+    const auto images = static_cast<std::size_t>(imagesPerSecond) / 2;
+    std::array<CArrivals, 2> arrivals{CArrivals(images), CArrivals(images)};
     QEventLoop loop;
-    way.whenArrived(
-        [&]
-        {
-            const auto now = Clock::now();
-            const auto sent = sentAt[microseconds.size() + 1];
-            microseconds.push_back(std::chrono::duration<double, std::micro>(now - sent).count());
-            if (microseconds.size() == static_cast<std::size_t>(images))
+    for (std::size_t i = 0; i < ways.size(); ++i)
+    {
+        ways[i].whenArrived(
+            [&arrivals, &loop, i]
             {
-                loop.quit();
-            }
-        });
+                arrivals[i].arrived();
+                if (arrivals[0].complete() && arrivals[1].complete())
+                {
+                    loop.quit();
+                }
+            });
+    }
     std::thread grabThread(
         [&]
         {
             auto next = Clock::now();
-            for (int i = 1; i <= images; ++i)
+            for (std::size_t i = 0; i < 2 * images; ++i)
             {
-                next += std::chrono::nanoseconds(1000000000 / imagesPerSecond);
+                next += std::chrono::nanoseconds(1000000000 / 2 / imagesPerSecond);
                 std::this_thread::sleep_until(next);
-                sentAt[static_cast<std::size_t>(i)] = Clock::now();
-                way.sendImage(i);
+                arrivals[i % 2].sent();
+                ways[i % 2].sendImage(static_cast<int>(i / 2) + 1);
             }
         });
     serve(loop);
     grabThread.join();
-    std::sort(microseconds.begin(), microseconds.end());
-    return {microseconds[microseconds.size() / 2], microseconds[microseconds.size() * 99 / 100]};
+    return {arrivals[0].latency(), arrivals[1].latency()};
 }
 
 double measureSending(const std::function<void(int number)>& sendImage)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <array>
 #include <functional>
 
 namespace Benchmarks
@@ -31,8 +32,11 @@ struct SLatency
 
 /** As fast as it goes, the two threads on processors of their own. Ends the program when images are lost. */
 SThroughput measureThroughput(const SWay& way);
-/** At that pace, the threads wherever the system puts them. Ends the program when images are lost. */
-SLatency measureLatency(const SWay& way, int imagesPerSecond);
+/**
+ * Each way at that pace, image by image in turns, the threads wherever the system puts them: what the machine does at
+ * the time meets both alike. Ends the program when images are lost.
+ */
+std::array<SLatency, 2> measureLatencies(const std::array<SWay, 2>& ways, int imagesPerSecond);
 /** Processor time of the grab thread for one image that nobody receives, microseconds. */
 double measureSending(const std::function<void(int number)>& sendImage);
 
