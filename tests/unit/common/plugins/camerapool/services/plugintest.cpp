@@ -74,6 +74,16 @@ TEST_F(CameraPoolPlugin, registersItsServicesInOrderAndTakesThemBackInOrder)
     EXPECT_EQ(m_initializer.m_unregistered, m_initializer.m_registered);
 }
 
+TEST_F(CameraPoolPlugin, makesTheCameraPoolBeforeTheInterfacePool)
+{
+    CCameraPoolPlugin plugin;
+    plugin.initialize(&m_initializer);
+    const auto pools = plugin.findChildren<ADevicePool*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_EQ(pools.size(), 2);
+    EXPECT_NE(qobject_cast<CCameraPool*>(pools.at(0)), nullptr);
+    EXPECT_NE(qobject_cast<CInterfacePool*>(pools.at(1)), nullptr);
+}
+
 TEST_F(CameraPoolPlugin, servicesKnowBothPools)
 {
     CCameraPoolPlugin plugin;
