@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QSemaphore>
 
@@ -20,7 +21,7 @@ using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
 using ::Test::EStep;
 
-constexpr int WaitMs = 10000;
+constexpr int WaitMs = 60000;
 
 class EnumerationThread : public ::testing::Test
 {
@@ -187,6 +188,42 @@ TEST_F(EnumerationThread, resultNamesTheTransportLayersThatAreThereNow)
     thread.doEnumerationAsync(true);
     ASSERT_TRUE(::Test::waitUntil([&] { return finished.count() == 2; }));
     EXPECT_TRUE(finished.at(1).isEmpty());
+}
+
+TEST_F(EnumerationThread, releasesTheCoaXPressProducerThatItKeptOpen)
+{
+    const char* const deviceClass = "KorvelGTC/Korvel/CXP";
+    ::Test::SScriptedTransportConfig config;
+    config.deviceClass = deviceClass;
+    m_sdk.Add(std::make_shared<::Test::CScriptedTransport>(config));
+    letPassesThrough();
+    {
+        CCameraEnumerationThread thread(nullptr);
+        const CResultRecord finished(thread);
+        thread.enable();
+        thread.doEnumerationAsync(true);
+        ASSERT_TRUE(::Test::waitUntil([&] { return finished.count() > 0; }, WaitMs));
+        thread.stop();
+        EXPECT_EQ(m_sdk.GetHeldTransportLayers(deviceClass), 1U) << "it may be started again";
+    }
+    EXPECT_EQ(m_sdk.GetHeldTransportLayers(deviceClass), 0U);
+}
+
+TEST_F(EnumerationThread, stopGivesUpOnAPassThatHangsAndTheThreadEndsWithThatPass)
+{
+    CCameraEnumerationThread thread(nullptr);
+    thread.enable();
+    thread.doEnumerationAsync(true);
+    ASSERT_TRUE(m_inPass.tryAcquire(1, WaitMs));
+    QElapsedTimer timer;
+    timer.start();
+    thread.stop();
+    EXPECT_GE(timer.elapsed(), 29900); // milliseconds; 30000 but for the clocks
+    EXPECT_TRUE(thread.isRunning());
+    letPassesThrough();
+    EXPECT_TRUE(thread.wait(WaitMs));
+    thread.doEnumerationAsync(true); // forgotten: the thread has ended
+    EXPECT_EQ(m_transport->GetCount(EStep::EnumerateDevices), 1U);
 }
 
 } // namespace

@@ -235,7 +235,8 @@ TEST_F(TransportLayerList, producerThatCannotBeCreatedIsListedAsItWas)
     const ::Test::CMessageLog log;
     ASSERT_EQ(refresh().size(), 1);
     EXPECT_EQ(m_list.at(0)->getCameraInfoList().size(), 1);
-    EXPECT_FALSE(log.containsStart(QStringLiteral("Enumerated")));
+    EXPECT_FALSE(m_list.at(0)->haveContainedCamerasChanged());
+    EXPECT_EQ(log.lines(), QStringList()) << "without a message";
 }
 
 TEST_F(TransportLayerList, failingProducerCostsOnlyItself)
@@ -251,6 +252,25 @@ TEST_F(TransportLayerList, failingProducerCostsOnlyItself)
     EXPECT_TRUE(log.contains(QStringLiteral("CTransportLayerList::refreshTransportLayerList failed: no driver")));
     EXPECT_TRUE(log.contains(QStringLiteral("Enumerated 'Scripted Bad' and found 0 new devices.")));
     EXPECT_EQ(sdk.GetHeldTransportLayers("Bad"), 0U);
+}
+
+TEST_F(TransportLayerList, producerThatFailsAtItsInterfacesIsNotAskedForItsCameras)
+{
+    const auto tl = transport("BadInterfaces");
+    tl->AddCamera(camera("1"));
+    const ::Test::CScriptedSdk sdk({tl});
+    refresh();
+    tl->AddCamera(camera("2"));
+    tl->SetFault(EStep::EnumerateInterfaces, EFault::Standard, "no driver");
+    const ::Test::CMessageLog log;
+    refresh();
+    EXPECT_EQ(tl->GetCount(EStep::EnumerateDevices), 1U);
+    EXPECT_FALSE(m_list.at(0)->haveContainedCamerasChanged());
+    EXPECT_EQ(log.lines(),
+              QStringList({QStringLiteral("CTransportLayerList::refreshTransportLayerList failed: no driver"),
+                           QStringLiteral("Enumerated 'Scripted BadInterfaces' and found 0 new devices."),
+                           QStringLiteral("    Found 'TestModel (1)'")}));
+    EXPECT_EQ(sdk.GetHeldTransportLayers("BadInterfaces"), 0U);
 }
 
 TEST_F(TransportLayerList, unknownExceptionIsLogged)
@@ -383,10 +403,18 @@ TEST_F(TransportLayerList, coaXPressProducerIsReleasedInEveryPassWhenSo)
     EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP"), 0U);
 }
 
+TEST_F(TransportLayerList, onlyTheCoaXPressProducerOfThatVeryClassIsKeptOpen)
+{
+    const ::Test::CScriptedSdk sdk({transport("KorvelGTC/Korvel/CXP2"), transport("KorvelGTC/Korvel/GEV")});
+    refresh();
+    EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/CXP2"), 0U);
+    EXPECT_EQ(sdk.GetHeldTransportLayers("KorvelGTC/Korvel/GEV"), 0U);
+}
+
 TEST_F(TransportLayerList, gigEOnlyLeavesOutTheOthers)
 {
-    const ::Test::CScriptedSdk sdk(
-        {transport("KorvelGigE", true), transport("NotGigE"), transport("KorvelGTC/Korvel/GEV")});
+    const ::Test::CScriptedSdk sdk({transport("KorvelGigE", true), transport("NotGigE"), transport("KorvelGigE2"),
+                                    transport("KorvelGTC/Korvel/GEV")});
     CTransportLayerList::refreshTransportLayerList(m_list, true, false, false);
     ASSERT_EQ(m_list.size(), 2);
     EXPECT_EQ(m_list.at(0)->getClass(), QStringLiteral("KorvelGigE"));
@@ -400,6 +428,24 @@ TEST_F(TransportLayerList, transportLayersOnlyAsksNoProducer)
     CTransportLayerList::refreshTransportLayerList(m_list, false, true, true);
     EXPECT_EQ(m_list.size(), 1);
     EXPECT_EQ(tl->GetCount(EStep::CreateTl), 0U);
+}
+
+TEST_F(TransportLayerList, transportLayersOnlyKeepsTheListsAndClearsTheFlag)
+{
+    const auto tl = transport("KeepsLists");
+    tl->AddInterface("KeepsLists/if0");
+    const ::Test::CScriptedSdk sdk({tl});
+    refresh();
+    tl->AddCamera(camera("1"));
+    ASSERT_TRUE(refresh().at(0)->haveContainedCamerasChanged());
+    tl->RemoveCamera("1");
+    const ::Test::CMessageLog log;
+    CTransportLayerList::refreshTransportLayerList(m_list, false, true, true);
+    ASSERT_EQ(m_list.size(), 1);
+    EXPECT_FALSE(m_list.at(0)->haveContainedCamerasChanged());
+    EXPECT_EQ(m_list.at(0)->getCameraInfoList().size(), 1);
+    EXPECT_EQ(m_list.at(0)->getInterfaceInfoList().size(), 1);
+    EXPECT_EQ(log.lines(), QStringList());
 }
 
 TEST_F(TransportLayerList, resultsAreLoggedOnlyWhenAsked)
