@@ -72,6 +72,35 @@ TEST(CameraInfo, hasOneIdentifierOfClassVendorModelAndSerialNumber)
     EXPECT_EQ(ids.first(), Core::CId("KorvelGigEVendorModel4711"));
 }
 
+TEST(CameraInfo, identifierTakesTheDeviceClassAsLatin1AndTheRestAsUtf8)
+{
+    auto velmoInfo = ::Test::deviceInfo("camera/latin1", "K\xE4mera");
+    velmoInfo.SetVendorName("V\xC3\xA4ndor");
+    EXPECT_EQ(CCameraInfo::fromDeviceInfo(velmoInfo)->id(), Core::CId("K\xC3\xA4meraV\xC3\xA4ndorModel4711"));
+}
+
+TEST(CameraInfo, updateReadsEveryTextAnew)
+{
+    const auto record = ::Test::cameraRecord("camera/anew");
+    Velmo::CDeviceInfo other;
+    other.SetDeviceClass("KorvelGigE");
+    other.SetDeviceFactory("factory");
+    other.SetDeviceVersion("version");
+    other.SetFriendlyName("friendly");
+    other.SetFullName("full");
+    other.SetModelName("model");
+    other.SetSerialNumber("serial");
+    other.SetUserDefinedName("user");
+    other.SetVendorName("vendor");
+    other.SetTLType("U3V");
+    record->updateFromDeviceInfo(other);
+    const QStringList texts{record->getTransportLayerName(), record->getCameraVersion(), record->getFriendlyName(),
+                            record->getFullName(),           record->getModelName(),     record->getSerialNumber(),
+                            record->getUserDefinedName(),    record->getVendorName(),    record->getTLType()};
+    EXPECT_EQ(texts,
+              (QStringList{"factory", "version", "friendly", "full", "model", "serial", "user", "vendor", "U3V"}));
+}
+
 TEST(CameraInfo, updateKeepsIdentifierAndError)
 {
     const auto record = ::Test::cameraRecord("camera/update");
@@ -175,6 +204,30 @@ TEST(CameraInfo, stringsConvertThereAndBack)
     EXPECT_EQ(CCameraInfo::qString(GenICam::gcstring(nullptr)), QString());
 }
 
+/** A camera record that is not one of ours. */
+class CForeignCamera : public ICameraInfo
+{
+public:
+    QString getFriendlyName() const override { return {}; }
+    QString getFullName() const override { return {}; }
+    QString getVendorName() const override { return {}; }
+    QString getTLType() const override { return {}; }
+    int getType() const override { return RecordType_Camera; }
+    QString errorString() const override { return QStringLiteral("its own"); }
+    void clearError() override { m_isTouched = true; }
+    QString getTransportLayerName() const override { return {}; }
+    QString getCameraVersion() const override { return {}; }
+    QString getModelName() const override { return {}; }
+    QString getSerialNumber() const override { return {}; }
+    QString getUserDefinedName() const override { return {}; }
+    const Velmo::CDeviceInfo& getVelmoDeviceInfo() const override { return m_deviceInfo; }
+
+    bool m_isTouched = false;
+
+private:
+    Velmo::CDeviceInfo m_deviceInfo;
+};
+
 TEST(SetErrorStringHelper, setsTheErrorOfACameraRecord)
 {
     const auto record = ::Test::cameraRecord("camera/helper");
@@ -197,6 +250,14 @@ TEST(SetErrorStringHelper, nullTextClearsTheError)
     setErrorStringHelper(info, "reason");
     setErrorStringHelper(info, nullptr);
     EXPECT_TRUE(record->errorString().isEmpty());
+}
+
+TEST(SetErrorStringHelper, foreignRecordIsLeftAlone)
+{
+    const QSharedPointer<CForeignCamera> foreign(new CForeignCamera);
+    setErrorStringHelper(foreign, "reason");
+    EXPECT_FALSE(foreign->m_isTouched);
+    EXPECT_EQ(foreign->errorString(), QStringLiteral("its own"));
 }
 
 TEST(SetErrorStringHelper, nullRecordIsLeftAlone)
