@@ -117,8 +117,18 @@ std::optional<Gvcp::SAcknowledge> CGvcpPeer::Receive(std::chrono::milliseconds l
 
 std::optional<Gvcp::SAcknowledge> CGvcpPeer::Ask(const Gvcp::Bytes& command)
 {
+    constexpr auto patience = 30s;
+    constexpr std::size_t idOffset = 6; // GigE Vision, GVCP command header: req_id
     Send(command);
-    return Receive(5s);
+    const unsigned int id = command.at(idOffset) << 8U | command.at(idOffset + 1);
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    std::optional<Gvcp::SAcknowledge> ack;
+    do
+    {
+        const auto left = std::max(deadline - std::chrono::steady_clock::now(), std::chrono::steady_clock::duration(0));
+        ack = Receive(std::chrono::duration_cast<std::chrono::milliseconds>(left));
+    } while (ack.has_value() && ack->ackId != id);
+    return ack;
 }
 
 Gvcp::EStatus CGvcpPeer::Write(std::uint32_t address, std::uint32_t value)

@@ -35,9 +35,10 @@ public:
     CGvcpPeer(const CGvcpPeer&) = delete;
     CGvcpPeer& operator=(const CGvcpPeer&) = delete;
 
-    /** The next answer to anything; nothing when none came in time. Valid until the next call. */
+    /** The next answer to that command; nothing when none came in time. Valid until the next call. */
     std::optional<Velmo::Gvcp::SAcknowledge> Ask(const Velmo::Gvcp::Bytes& command);
     void Send(const Velmo::Gvcp::Bytes& command);
+    /** The next answer to anything, as Ask. */
     std::optional<Velmo::Gvcp::SAcknowledge> Receive(std::chrono::milliseconds limit);
     /** A failure and EStatus::Error when there is no answer. */
     Velmo::Gvcp::EStatus Write(std::uint32_t address, std::uint32_t value);

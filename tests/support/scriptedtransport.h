@@ -184,14 +184,14 @@ public:
     /** Returns how many were not lost. */
     std::size_t DeliverImages(const std::string& serialNumber, std::size_t count);
     /** Waits for that many queued buffers of a started stream. */
-    bool WaitForQueued(const std::string& serialNumber, std::size_t count, unsigned int timeoutMs = 10000);
+    bool WaitForQueued(const std::string& serialNumber, std::size_t count, unsigned int timeoutMs = 30000);
     std::size_t GetQueuedCount(const std::string& serialNumber) const;
     std::size_t GetAnnouncedCount(const std::string& serialNumber) const;
 
     // What happened.
     /** Passes through the step, those that failed included; of one camera or of all. */
     unsigned int GetCount(EStep step, const std::string& serialNumber = "") const;
-    bool WaitForCount(EStep step, unsigned int count, unsigned int timeoutMs = 10000) const;
+    bool WaitForCount(EStep step, unsigned int count, unsigned int timeoutMs = 30000) const;
     void ResetCounts();
     /** Every written feature in order. */
     std::vector<SWrite> GetWrites(const std::string& serialNumber) const;

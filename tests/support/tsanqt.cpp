@@ -199,8 +199,9 @@ extern "C" TSANQT_EXPORT bool _ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer(
     return woken;
 }
 
-// bool QThread::wait(unsigned long): what the thread did happens before the end of the wait; its last emission, of
-// finished(), said "release".
+// bool QThread::wait(unsigned long): all that the thread released by emissions of ours happens before the end of the
+// wait. Qt's own emission of finished() is not seen here: what the thread does after its last emission or unlocking
+// needs a lock or an atomic of ours.
 extern "C" TSANQT_EXPORT bool _ZN7QThread4waitEm(QThread* pThread, unsigned long timeoutMs)
 {
     static auto* pReal = original<bool(QThread*, unsigned long)>("_ZN7QThread4waitEm");

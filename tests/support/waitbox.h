@@ -23,7 +23,7 @@ public:
         m_changed.notify_all();
     }
     /** All so far, when there are as many or the time is over. */
-    std::vector<T> Await(std::size_t count, std::chrono::milliseconds limit = std::chrono::seconds(10))
+    std::vector<T> Await(std::size_t count, std::chrono::milliseconds limit = std::chrono::seconds(30))
     {
         std::unique_lock<std::mutex> lock(m_mutex);
         m_changed.wait_for(lock, limit, [&] { return m_things.size() >= count; });

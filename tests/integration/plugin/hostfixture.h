@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QSaveFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -26,12 +27,8 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(m_folder.isValid());
-        const QString name = m_folder.filePath(QStringLiteral("cameras.json"));
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(emulation());
-        file.close();
-        qputenv("CAMERAPOOL_EMULATION_FILE", QFile::encodeName(name));
+        writeEmulation(emulation());
+        qputenv("CAMERAPOOL_EMULATION_FILE", QFile::encodeName(emulationFile()));
         qputenv("CAMERAPOOL_GIGE_ADAPTERS", adapters());
         for (const QString& folder : pluginFolders())
         {
@@ -45,6 +42,13 @@ protected:
     virtual QByteArray emulation() const
     {
         return R"({"cameras": [{"serial": "LIFE-A", "model": "Mono"}, {"serial": "LIFE-B", "model": "Mono"}]})";
+    }
+    QString emulationFile() const { return m_folder.filePath(QStringLiteral("cameras.json")); }
+    /** At once: who searches for cameras meanwhile sees the old ones or the new ones. */
+    void writeEmulation(const QByteArray& data) const
+    {
+        QSaveFile file(emulationFile());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(data) == data.size() && file.commit());
     }
     /** Where GigE cameras are searched. */
     virtual QByteArray adapters() const { return "none"; }

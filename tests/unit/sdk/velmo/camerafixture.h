@@ -43,7 +43,7 @@ public:
     bool WaitFor(const std::string& event, std::size_t count = 1)
     {
         std::unique_lock<std::mutex> lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::seconds(10), [&] { return CountLocked(event) >= count; });
+        return m_changed.wait_for(lock, std::chrono::seconds(30), [&] { return CountLocked(event) >= count; });
     }
     std::string LastError() const
     {

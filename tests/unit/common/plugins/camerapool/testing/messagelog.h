@@ -82,7 +82,7 @@ private:
 };
 
 /** Serves the event loop until the condition holds; false when it does not within the time. */
-template <class Condition> bool waitUntil(Condition condition, int timeoutMs = 10000)
+template <class Condition> bool waitUntil(Condition condition, int timeoutMs = 30000)
 {
     return QTest::qWaitFor(condition, timeoutMs);
 }
