@@ -24,7 +24,7 @@ public:
 
     Velmo::IVelmoDevice& Device() { return *m_pDevice; }
     Velmo::Transport::IStream& Stream() { return *m_pDevice->GetStream(0); }
-    void Start(std::size_t buffers = 20);
+    void Start(std::size_t buffers = 100);
     /** See CStreamBuffers; after Start. */
     Velmo::Transport::SStreamResult Next(std::vector<std::uint8_t>* pImage = nullptr)
     {

@@ -71,10 +71,10 @@ TEST(IndependentClient, understandsEveryFeatureOfTheDescription)
 
 TEST(IndependentClient, streamsWithoutAnError)
 {
-    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50")});
+    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 20")});
     const std::string report =
-        OutputOf({"arv-camera-test-0.8", "--duration=4", "--gv-packet-size=4000", "--frequency=50"});
-    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 150) << report;
+        OutputOf({"arv-camera-test-0.8", "--duration=4", "--gv-packet-size=4000", "--frequency=20"});
+    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 50) << report;
     EXPECT_EQ(NumberOf(report, "n_failures"), 0) << report;
     EXPECT_EQ(NumberOf(report, "n_missing_frames"), 0) << report;
     EXPECT_EQ(NumberOf(report, "n_error_packets"), 0) << report;
@@ -82,12 +82,12 @@ TEST(IndependentClient, streamsWithoutAnError)
 
 TEST(IndependentClient, streamsImagesWithChunksAndLongIdentifiers)
 {
-    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50")});
+    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 20")});
     const std::string report =
-        OutputOf({"arv-camera-test-0.8", "--duration=3", "--gv-packet-size=4000", "--frequency=50", "--features",
+        OutputOf({"arv-camera-test-0.8", "--duration=3", "--gv-packet-size=4000", "--frequency=20", "--features",
                   "ChunkModeActive=true ChunkSelector=Timestamp ChunkEnable=true GevSCCFGExtendedChunkData=true "
                   "GevGVSPExtendedIDMode=true"});
-    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 100) << report;
+    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 30) << report;
     EXPECT_EQ(NumberOf(report, "n_failures"), 0) << report;
     // A camera keeps its settings from one application to the next: these were the ones that it streamed with.
     const std::string settings = OutputOf({"arv-tool-0.8", "-a", "127.0.0.1", "control", "ChunkModeActive",
@@ -99,10 +99,10 @@ TEST(IndependentClient, streamsImagesWithChunksAndLongIdentifiers)
 
 TEST(IndependentClient, switchesOffAllChunksAndOnTheOnesItWants)
 {
-    const CCameraProgram cameras({"--config", WriteConfig("\"ChunkEnable[ExposureTime]\": true", "\"frameRate\": 50")});
+    const CCameraProgram cameras({"--config", WriteConfig("\"ChunkEnable[ExposureTime]\": true", "\"frameRate\": 20")});
     const std::string report = OutputOf(
-        {"arv-camera-test-0.8", "--duration=2", "--gv-packet-size=4000", "--frequency=50", "--chunks=Timestamp,Gain"});
-    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 50) << report;
+        {"arv-camera-test-0.8", "--duration=2", "--gv-packet-size=4000", "--frequency=20", "--chunks=Timestamp,Gain"});
+    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 15) << report;
     EXPECT_EQ(NumberOf(report, "n_failures"), 0) << report;
     const auto isOn = [](const std::string& chunk)
     {
@@ -119,10 +119,10 @@ TEST(IndependentClient, switchesOffAllChunksAndOnTheOnesItWants)
 
 TEST(IndependentClient, getsLostPacketsAgain)
 {
-    CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50"), "--fault", "lost=5"});
+    CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 20"), "--fault", "lost=5"});
     const std::string report =
-        OutputOf({"arv-camera-test-0.8", "--duration=4", "--gv-packet-size=4000", "--frequency=50"});
-    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 150) << report;
+        OutputOf({"arv-camera-test-0.8", "--duration=4", "--gv-packet-size=4000", "--frequency=20"});
+    EXPECT_GT(NumberOf(report, "n_completed_buffers"), 50) << report;
     EXPECT_LE(NumberOf(report, "n_failures"), 2) << report; // a packet may be lost each time it is sent
     EXPECT_GT(NumberOf(report, "n_resent_packets"), 20) << report;
     EXPECT_THAT(cameras.End(), Not(HasSubstr(" 0 left out")));

@@ -55,7 +55,7 @@ protected:
 
 TEST_F(Monitor, twoOfThemSeeEveryImageThatTheControllerStreamsByMulticast)
 {
-    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50")});
+    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 25")});
     CGvcpPeer controller(Camera, Group);
     OpenStream(controller);
     CGigEMonitor first;

@@ -103,9 +103,9 @@ TEST_F(Multicast, theControllerAndTwoMonitorsSeeEveryImage)
 
 TEST_F(Multicast, aFreeRunningCameraLosesNothing)
 {
-    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 100")});
+    const CCameraProgram cameras({"--config", WriteConfig("", "\"frameRate\": 50")});
     const std::unique_ptr<IVelmoDevice> pDevice = OpenCamera();
-    CRunningStream controller(*pDevice, 50);
+    CRunningStream controller(*pDevice, 150);
     for (std::uint64_t image = 1; image <= 300; ++image)
     {
         ExpectImage(controller.Next(), image);
