@@ -11,8 +11,11 @@
 #include "camerapool/iimagedecompressorservice.h"
 #include "hostkit/imageconversion.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
 #include <QSet>
 
 #include <cerrno>
@@ -29,6 +32,47 @@ namespace
 
 using Plugin::CameraPool::ICameraStatusService;
 
+/** When there is room for a part only, the first write takes that, and the next one tells why not more. */
+bool writeAll(QFileDevice& device, const QByteArray& bytes)
+{
+    for (qint64 done = 0; done < bytes.size();)
+    {
+        const qint64 count = device.write(bytes.constData() + done, bytes.size() - done);
+        if (count <= 0)
+        {
+            return false;
+        }
+        done += count;
+    }
+    return device.flush();
+}
+
+/** Whole or not at all: without room for it, what the file held before stays and nothing is left. Throws CRefusal. */
+void writeFile(const QString& file, const QByteArray& bytes)
+{
+    const auto refuse = [&file](const QFileDevice& device)
+    {
+        throw CRefusal(CTexts::tr("%1 could not be written: %2").arg(file, device.errorString()));
+    };
+    const QFileInfo present(file);
+    if (present.exists() && !present.isFile())
+    {
+        // A device or a pipe, which is not to be replaced by a file; a folder, which cannot be opened.
+        QFile device(file);
+        if (!device.open(QIODevice::WriteOnly) || !writeAll(device, bytes))
+        {
+            refuse(device);
+        }
+        return;
+    }
+    QSaveFile device(file);
+    device.setDirectWriteFallback(true); // a file that may be written to, in a folder that may not
+    if (!device.open(QIODevice::WriteOnly) || !writeAll(device, bytes) || !device.commit())
+    {
+        refuse(device);
+    }
+}
+
 void writePicture(CSession& session, const HostKit::CameraInfoPtr& camera, const Velmo::CGrabResultPtr& result,
                   const QString& file)
 {
@@ -39,11 +83,11 @@ void writePicture(CSession& session, const HostKit::CameraInfoPtr& camera, const
     {
         throw CRefusal(QStringLiteral("%1: %2").arg(camera->getFriendlyName(), error));
     }
-    QFile device(file);
-    if (!device.open(QIODevice::WriteOnly) || !picture.save(&device, "PNG") || !device.flush())
-    {
-        throw CRefusal(CTexts::tr("%1 could not be written: %2").arg(file, device.errorString()));
-    }
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    writeFile(file, png);
 }
 
 /** Makes the folder. A long grab is not to find out at its end that there is no place for its pictures. */
@@ -171,18 +215,19 @@ int runGrab(CSession& session, const SOptions& options)
 
 int runMonitor(CSession& session, const SOptions& options)
 {
+    if (!options.output.isEmpty())
+    {
+        preparePictures(options.output);
+    }
     constexpr bool monitorMode = true;
     const COpenCamera camera(session, session.camera(options.cameras.value(0), options.discoveryTimeoutMs),
                              monitorMode);
     CGrabSession grab(session, {camera.info()}, options);
     grab.run();
-    if (!options.output.isEmpty())
-    {
-        writePictures(session, grab, options);
-    }
+    const bool isWritten = options.output.isEmpty() || writePictures(session, grab, options);
     grab.printSummary();
     grab.printFailures();
-    return grab.exitCode();
+    return isWritten ? grab.exitCode() : ExitRefused;
 }
 
 int runSnapshot(CSession& session, const SOptions& options)

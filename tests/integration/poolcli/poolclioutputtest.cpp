@@ -76,6 +76,45 @@ TEST_F(PoolCliOutput, aFolderThatCannotBeMadeIsRefusedBeforeTheGrab)
     EXPECT_TRUE(outcome.err.contains(folder.toUtf8())) << outcome.err.constData();
 }
 
+TEST_F(PoolCliOutput, aFolderThatAMonitorCannotMakeIsRefusedBeforeItWatches)
+{
+    const QString folder = dataFile() + QStringLiteral("/pictures");
+    const SOutcome outcome = run({QStringLiteral("monitor"), QStringLiteral("EMU-A"), QStringLiteral("-s"),
+                                  QStringLiteral("1"), QStringLiteral("-o"), folder});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.out.isEmpty()) << outcome.out.constData();
+    EXPECT_TRUE(outcome.err.contains(folder.toUtf8())) << outcome.err.constData();
+}
+
+TEST_F(PoolCliOutput, aPictureWithoutRoomLeavesTheOldOneAndNothingElse)
+{
+    const QDir folder(m_folder.filePath(QStringLiteral("pictures")));
+    ASSERT_TRUE(QDir().mkpath(folder.path()));
+    QFile old(folder.filePath(QStringLiteral("a.png")));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3 && old.flush());
+    // No file may be longer than 100 KiB, and to try it is an error instead of a signal.
+    const QString limited = QStringLiteral("trap '' XFSZ; ulimit -f 100; \"$1\" snapshot EMU-A --set "
+                                           "TestPattern=NoisyScene --output pictures/");
+    for (const char* const name : {"a.png", "b.png"})
+    {
+        const SOutcome outcome = shell(limited + QLatin1String(name));
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_TRUE(outcome.out.isEmpty()) << outcome.out.constData();
+        EXPECT_EQ(outcome.err, QByteArray("poolcli: pictures/") + name + " could not be written: File too large\n");
+    }
+    EXPECT_EQ(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"a.png"});
+    EXPECT_EQ(old.size(), 3);
+}
+
+TEST_F(PoolCliOutput, aPipeIsWrittenToAndNotReplaced)
+{
+    const SOutcome outcome =
+        shell(QStringLiteral("mkfifo p; head -c 4 p | tail -c 3 & \"$1\" snapshot EMU-A --output p >/dev/null 2>&1; "
+                             "wait; [ -p p ]"));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err.constData();
+    EXPECT_EQ(outcome.out, "PNG");
+}
+
 TEST_F(PoolCliOutput, aPictureThatCannotBeWrittenKeepsTheOthersAndTheSummary)
 {
     const QDir folder(m_folder.filePath(QStringLiteral("pictures")));
