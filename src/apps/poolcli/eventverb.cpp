@@ -140,6 +140,10 @@ int runEvents(CSession& session, const SOptions& options)
     int shown = 0;
     {
         const CGrabbing grabbing(session, camera.info(), options.isToGrab);
+        if (stdoutIsTerminal() && !options.json)
+        {
+            printLine(CTexts::tr("Waiting for %1; Ctrl-C ends.").arg(listener.heard().join(QStringLiteral(", "))));
+        }
         applySettings(session, camera.info(), options);
         session.waitUntil(
             [&]

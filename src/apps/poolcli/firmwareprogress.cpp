@@ -63,7 +63,7 @@ QString estimatedTime(unsigned int timeMs)
                 : QString::number(seconds));
 }
 
-CFirmwareProgress::CFirmwareProgress(const IDeviceFirmwareUpdate& job) : m_isDrawn(stdoutIsTerminal())
+CFirmwareProgress::CFirmwareProgress(const IDeviceFirmwareUpdate& job) : m_isDrawn(canDraw())
 {
     connect(&job, &IDeviceFirmwareUpdate::firmwareUpdateBegin, this,
             [this](const QSharedPointer<Plugin::CameraPool::IFirmwareUpdateInfo>& /*info*/, unsigned int estimatedMs)

@@ -178,7 +178,7 @@ void CGrabSession::run()
     QObject::connect(&m_liveTimer, &QTimer::timeout, &m_receiver, [this] { showLive(); });
     constexpr int drawnIntervalMs = 200;
     constexpr int printedIntervalMs = 1000;
-    m_liveTimer.start(stdoutIsTerminal() && !m_statisticsOnly ? drawnIntervalMs : printedIntervalMs);
+    m_liveTimer.start(canDraw() && !m_statisticsOnly ? drawnIntervalMs : printedIntervalMs);
     m_session.waitUntil([this] { return isOver(); }, m_options.durationMs > 0 ? m_options.durationMs : -1);
     m_liveTimer.stop();
     for (const SGrabCount& count : m_counts)
@@ -245,7 +245,7 @@ void CGrabSession::showLive()
         }
         return;
     }
-    const bool draw = stdoutIsTerminal() && !m_statisticsOnly;
+    const bool draw = canDraw() && !m_statisticsOnly;
     if (draw && m_drawn)
     {
         // Back over the lines drawn before.

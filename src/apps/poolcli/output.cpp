@@ -68,7 +68,9 @@ void printLine(const QString& text)
 
 void printOver(const QString& text)
 {
-    printOut("\r\033[K" + text.toUtf8()); // ECMA-48: erase to the end of the line
+    // ECMA-48: erase to the end of the line. Without the wrap at the edge (DECAWM): a line that went on in the next one
+    // could not be drawn over.
+    printOut("\033[?7l\r\033[K" + text.toUtf8() + "\033[?7h");
 }
 
 void printError(const QString& text)
@@ -125,6 +127,11 @@ int outputError()
 bool stdoutIsTerminal()
 {
     return isatty(STDOUT_FILENO) != 0;
+}
+
+bool canDraw()
+{
+    return stdoutIsTerminal() && qgetenv("TERM") != "dumb";
 }
 
 QString printable(const QString& text)

@@ -28,6 +28,8 @@ void printTable(const QVector<QVector<QString>>& rows);
  * printed after it. */
 int outputError();
 bool stdoutIsTerminal();
+/** Whether stdout is a terminal on which lines can be drawn over: one that is not "dumb". */
+bool canDraw();
 /** Text of a person's width: control characters from outside are shown, not obeyed. */
 QString printable(const QString& text);
 

@@ -136,8 +136,10 @@ protected:
     {
         QProcess process; // its environment only
         prepare(process);
+        QProcessEnvironment environment = process.processEnvironment();
+        environment.insert(QStringLiteral("TERM"), m_terminalType);
         return std::make_unique<CTerminalRun>(QStringList{"firmware", "update", path("e.guf"), "FW-A"} + more,
-                                              process.processEnvironment());
+                                              environment);
     }
     /** A downgrade that is asked about and answered with these keys. */
     std::unique_ptr<CTerminalRun> answer(const char* keys) const
@@ -154,24 +156,35 @@ protected:
         EXPECT_TRUE(run->screen().contains("Nothing was changed.")) << run->screen().toStdString();
         EXPECT_FALSE(run->screen().contains("Checking the camera")) << run->screen().toStdString();
     }
+
+    QString m_terminalType = QStringLiteral("xterm");
 };
 
 TEST_F(FirmwareOnATerminal, barOfEachStepGoesFromNothingToTheEnd)
 {
     const auto run = start({});
     EXPECT_EQ(run->end(), 0) << run->screen().toStdString();
-    const QByteArray empty = "\r\033[K[..............................]   0 %  ";
-    const QByteArray full = "\r\033[K[##############################] 100 %  ";
+    const QByteArray empty = "\033[?7l\r\033[K[..............................]   0 %  ";
+    const QByteArray full = "\033[?7l\r\033[K[##############################] 100 %  ";
     for (const char* const step :
          {"Checking the camera (1 s)", "Uploading a file (0.2 s)", "Restarting the camera (1 s)"})
     {
         const int begin = run->screen().indexOf(empty + step);
         EXPECT_GE(begin, 0) << step;
-        EXPECT_GT(run->screen().indexOf(full + step + "\r\n"), begin) << step;
+        EXPECT_GT(run->screen().indexOf(full + step + "\033[?7h\r\n"), begin) << step;
     }
     EXPECT_TRUE(run->screen().contains("#####......")) << "between";
     EXPECT_TRUE(run->screen().endsWith("\r\nEmuMono1280 (FW-A) has firmware 2.0.0 now.\r\n"))
         << run->screen().toStdString();
+}
+
+TEST_F(FirmwareOnATerminal, dumbOneGetsALineForEachStepAndNothingDrawn)
+{
+    m_terminalType = QStringLiteral("dumb");
+    const auto run = start({});
+    EXPECT_EQ(run->end(), 0) << run->screen().toStdString();
+    EXPECT_FALSE(run->screen().contains('\033')) << run->screen().toStdString();
+    EXPECT_TRUE(run->screen().contains("\r\nUploading a file (0.2 s)\r\n")) << run->screen().toStdString();
 }
 
 TEST_F(FirmwareOnATerminal, downgradeIsDoneAfterYes)

@@ -529,6 +529,10 @@
         <translation>The camera has no features that show its events.</translation>
     </message>
     <message>
+        <source>Waiting for %1; Ctrl-C ends.</source>
+        <translation>Waiting for %1; Ctrl-C ends.</translation>
+    </message>
+    <message>
         <source>%1 events came faster than they could be handled and were dropped.</source>
         <translation>%1 events came faster than they could be handled and were dropped.</translation>
     </message>

@@ -529,6 +529,10 @@
         <translation>カメラにはイベントを示す機能がありません。</translation>
     </message>
     <message>
+        <source>Waiting for %1; Ctrl-C ends.</source>
+        <translation>%1 を待っています。Ctrl-C で終了します。</translation>
+    </message>
+    <message>
         <source>%1 events came faster than they could be handled and were dropped.</source>
         <translation>%1 個のイベントは処理が追いつかないため破棄されました。</translation>
     </message>

@@ -529,6 +529,10 @@
         <translation>카메라에 이벤트를 보여 주는 기능이 없습니다.</translation>
     </message>
     <message>
+        <source>Waiting for %1; Ctrl-C ends.</source>
+        <translation>%1을(를) 기다리는 중입니다. Ctrl-C로 끝냅니다.</translation>
+    </message>
+    <message>
         <source>%1 events came faster than they could be handled and were dropped.</source>
         <translation>이벤트 %1개가 처리 속도보다 빨리 도착하여 버려졌습니다.</translation>
     </message>

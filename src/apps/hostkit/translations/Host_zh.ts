@@ -529,6 +529,10 @@
         <translation>相机没有显示其事件的功能。</translation>
     </message>
     <message>
+        <source>Waiting for %1; Ctrl-C ends.</source>
+        <translation>正在等待 %1；按 Ctrl-C 结束。</translation>
+    </message>
+    <message>
         <source>%1 events came faster than they could be handled and were dropped.</source>
         <translation>%1 个事件到达过快，来不及处理而被丢弃。</translation>
     </message>
