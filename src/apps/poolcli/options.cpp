@@ -12,6 +12,7 @@
 
 #include <QTranslator>
 
+#include <cmath>
 #include <iostream>
 
 namespace PoolCli
@@ -67,12 +68,39 @@ std::string utf8(const QString& text)
 constexpr double shortestSeconds = 0.001; // 0 ms would mean no limit
 constexpr double longestSeconds = 1e6;
 
+/** A range of the parser's own lets "nan" through, which is neither below nor above anything. */
+CLI::Validator numberIn(double least, double most)
+{
+    return CLI::Range(least, most) & CLI::Validator(
+                                         [](const std::string& text)
+                                         {
+                                             double value = 0.0;
+                                             const bool isRead = CLI::detail::lexical_cast(text, value);
+                                             return isRead && std::isnan(value) ? "Value " + text + " is no number"
+                                                                                : std::string();
+                                         },
+                                         "");
+}
+
+/** The parser reads "-5" as 2^64 - 5. */
+std::string isNotNegative(const std::string& text)
+{
+    return text.rfind('-', 0) == 0 ? "Value " + text + " is negative" : std::string();
+}
+
+/** Zero is refused; what is no number at all the parser refuses itself. */
+std::string isNotZero(const std::string& text)
+{
+    std::uint64_t value = 0;
+    return CLI::detail::lexical_cast(text, value) && value == 0 ? "Value " + text + " has no bit set" : std::string();
+}
+
 void addCommon(CLI::App& verb, SRaw& raw)
 {
     verb.add_flag("--json", raw.json, utf8(CTexts::tr("Print JSON")));
     verb.add_option("--discovery-timeout", raw.discoverySeconds,
                     utf8(CTexts::tr("Seconds to wait for cameras to be found")))
-        ->check(CLI::Range(0.0, longestSeconds))
+        ->check(numberIn(0.0, longestSeconds))
         ->capture_default_str();
 }
 
@@ -86,7 +114,7 @@ void addCamera(CLI::App& verb, SRaw& raw)
 
 void addSeconds(CLI::App& verb, SRaw& raw, const std::string& text)
 {
-    verb.add_option("-s,--seconds", raw.seconds, text)->check(CLI::Range(shortestSeconds, longestSeconds));
+    verb.add_option("-s,--seconds", raw.seconds, text)->check(numberIn(shortestSeconds, longestSeconds));
 }
 
 void addFilter(CLI::App& verb, SRaw& raw)
@@ -153,7 +181,7 @@ void addGrabVerbs(CLI::App& app, SRaw& raw)
         ->take_all()
         ->expected(1);
     pSnapshot->add_option("-t,--timeout", raw.timeoutSeconds, utf8(CTexts::tr("Seconds to wait for the image")))
-        ->check(CLI::Range(shortestSeconds, longestSeconds))
+        ->check(numberIn(shortestSeconds, longestSeconds))
         ->capture_default_str();
 
     CLI::App* pStats =
@@ -205,7 +233,7 @@ void addEvents(CLI::App& app, SRaw& raw)
     pEvents
         ->add_option("-t,-s,--seconds", raw.seconds,
                      utf8(CTexts::tr("Stop after that time; without this and without -n, Ctrl-C ends")))
-        ->check(CLI::Range(shortestSeconds, longestSeconds));
+        ->check(numberIn(shortestSeconds, longestSeconds));
     pEvents->add_flag("-g,--grab", raw.isToGrab, utf8(CTexts::tr("Grab meanwhile: most events are of images")));
     pEvents
         ->add_option("--set", raw.settings,
@@ -230,7 +258,7 @@ void addActionCommand(CLI::App& action, SRaw& raw, const char* name, const std::
     pVerb
         ->add_option("-k,--group-mask", raw.groupMask,
                      utf8(CTexts::tr("Signals whose ActionGroupMask has a bit in common with this; not 0")))
-        ->check(CLI::PositiveNumber)
+        ->check(isNotZero)
         ->required();
     pVerb
         ->add_option("-a,--address", raw.address,
@@ -242,13 +270,14 @@ void addActionCommand(CLI::App& action, SRaw& raw, const char* name, const std::
     pVerb
         ->add_option("-t,--timeout", raw.answerSeconds,
                      utf8(CTexts::tr("Seconds to wait for answers; 0 asks for none")))
-        ->check(CLI::Range(0.0, longestWaitSeconds))
+        ->check(numberIn(0.0, longestWaitSeconds))
         ->capture_default_str();
     if (std::string(name) == "schedule")
     {
         pVerb
             ->add_option("--time", raw.actionTime,
                          utf8(CTexts::tr("When, in ticks of the cameras' clocks (TimestampLatchValue)")))
+            ->check(isNotNegative)
             ->required();
     }
 }
@@ -283,13 +312,13 @@ void addNetworkPlan(CLI::App& network, SRaw& raw)
     pPlan
         ->add_option("--link-speed", raw.linkMegabits,
                      utf8(CTexts::tr("Mbit/s of the link, where the adapter does not tell")))
-        ->check(CLI::Range(1.0, mostMegabits));
+        ->check(numberIn(1.0, mostMegabits));
     pPlan
         ->add_option("--rate", raw.frameRate,
                      utf8(CTexts::tr("Images per second of every camera, such as those of a trigger")))
-        ->check(CLI::Range(shortestSeconds, mostFramesPerSecond));
+        ->check(numberIn(shortestSeconds, mostFramesPerSecond));
     pPlan->add_option("--reserve", raw.reservePercent, utf8(CTexts::tr("Per cent of the link to keep free")))
-        ->check(CLI::Range(0.0, mostPercent))
+        ->check(numberIn(0.0, mostPercent))
         ->capture_default_str();
 }
 

@@ -134,15 +134,24 @@ void applySetting(const QSharedPointer<ParameterCollection::IParameterCollection
 
 void applySettings(CSession& session, const HostKit::CameraInfoPtr& camera, const SOptions& options)
 {
-    for (const QString& setting : options.settings)
-    {
-        applySetting(session.parameters(camera), setting);
-    }
+    QStringList settings = options.settings;
     for (const auto& [name, setting] : options.cameraSettings)
     {
         if (HostKit::namesOf(*camera).contains(name))
         {
+            settings.append(setting);
+        }
+    }
+    for (const QString& setting : settings)
+    {
+        try
+        {
             applySetting(session.parameters(camera), setting);
+        }
+        catch (const CRefusal& refusal)
+        {
+            // Of several cameras one may take what another one refuses.
+            throw CRefusal(QStringLiteral("%1: %2").arg(camera->getFriendlyName(), QString::fromUtf8(refusal.what())));
         }
     }
 }

@@ -96,6 +96,16 @@ TEST_F(PoolCliProgram, aValueOutOfRangeIsRefusedWithTheFeature)
     EXPECT_TRUE(outcome.err.contains("Width")) << outcome.err.constData();
 }
 
+TEST_F(PoolCliProgram, aSettingThatOneOfSeveralCamerasRefusesIsToldWithThatCamera)
+{
+    writeData(R"({"cameras": [{"serial": "EMU-A", "pixelFormats": ["Mono8", "BayerRG8"]},
+                              {"serial": "EMU-B", "pixelFormats": ["Mono8"]}]})");
+    const SOutcome outcome = run({QStringLiteral("grab"), QStringLiteral("-n"), QStringLiteral("1"),
+                                  QStringLiteral("--set"), QStringLiteral("PixelFormat=BayerRG8")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.err.contains("(EMU-B): PixelFormat=BayerRG8 was refused: ")) << outcome.err.constData();
+}
+
 TEST_F(PoolCliProgram, theFeatureTreeHoldsTheCategoryAndTheFeature)
 {
     const SOutcome outcome = run({QStringLiteral("features"), QStringLiteral("EMU-A"), QStringLiteral("--filter"),
