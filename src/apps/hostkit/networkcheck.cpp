@@ -74,11 +74,6 @@ void diagnoseOpening(const SNetworkFacts& facts, QVector<SNetworkFinding>& findi
 /** Why not one image arrived though the camera could be controlled. */
 void diagnoseSilence(const SNetworkFacts& facts, QVector<SNetworkFinding>& findings)
 {
-    if (facts.isConnectionLost)
-    {
-        stop(findings, "lost", CTexts::tr("The connection to the camera was lost: check cable, power and switch."));
-        return;
-    }
     if (!facts.grabError.isEmpty())
     {
         stop(findings, "not-started", CTexts::tr("The camera does not start grabbing: %1").arg(facts.grabError));
@@ -178,6 +173,12 @@ QVector<SNetworkFinding> diagnoseNetwork(const SNetworkFacts& facts)
     if (!facts.isOpen)
     {
         diagnoseOpening(facts, findings);
+        return findings;
+    }
+    if (facts.isConnectionLost)
+    {
+        // Images that the loss cut off say nothing of the way.
+        stop(findings, "lost", CTexts::tr("The connection to the camera was lost: check cable, power and switch."));
         return findings;
     }
     if (facts.hasGrabbed && facts.images == 0)

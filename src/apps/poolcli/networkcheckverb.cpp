@@ -111,6 +111,10 @@ void tryGrab(CSession& session, const HostKit::CameraInfoPtr& camera, const SOpt
     facts.grabError = count.isRefused ? count.refusal : QString();
     // Whoever ends it early has not seen that nothing comes.
     facts.hasGrabbed = count.images > 0 || !session.isToEnd();
+    if (count.lost)
+    {
+        return; // and so are its parameters
+    }
     const auto collection = session.parameters(camera);
     facts.bufferBytes = readInteger(collection, QStringLiteral("@StreamGrabber0/ReceiveBufferSize"));
     facts.bufferWanted = readInteger(collection, QStringLiteral("@StreamGrabber0/ReceiveBufferWanted"));

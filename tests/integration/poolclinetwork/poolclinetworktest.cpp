@@ -165,6 +165,14 @@ TEST_F(PoolCliNetwork, cameraThatAnotherApplicationControls)
     EXPECT_TRUE(outcome.out.contains("in use by the application at 127.0.0.1")) << outcome.out.toStdString();
 }
 
+TEST_F(PoolCliNetwork, cameraThatDiesDuringTheGrabIsSaidToBeLost)
+{
+    const CCameraProgram camera({"--config", WriteConfig(""), "--fault", "die=5"});
+    const SOutcome outcome = network({"check", "--seconds", "50", "--json"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(findings(outcome), QStringList{"lost!"}) << outcome.out.toStdString() << outcome.err.toStdString();
+}
+
 TEST_F(PoolCliNetwork, cameraThatDoesNotAnswerIsNotFound)
 {
     const CCameraProgram camera({"--config", WriteConfig(""), "--count", "1"});

@@ -158,6 +158,9 @@ TEST(NetworkCheck, grabThatDoesNotStartAndCameraThatIsLost)
     EXPECT_EQ(found(facts), QStringList{"not-started!"});
     facts.isConnectionLost = true;
     EXPECT_EQ(found(facts), QStringList{"lost!"});
+    facts.images = 4;
+    facts.failed = 2;
+    EXPECT_EQ(found(facts), QStringList{"lost!"}) << "in the midst of the grab";
 }
 
 TEST(NetworkCheck, cappedSocketBufferIsToldWithTheRemedy)
