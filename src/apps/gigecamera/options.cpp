@@ -13,7 +13,9 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace GigECamera
 {
@@ -28,6 +30,14 @@ constexpr std::size_t MostCameras = 250;
 constexpr double MostMegabits = 1.0e6;
 constexpr std::size_t MostFirmwareBytes = 64 * 1024 * 1024; // more than a camera takes, to see that it refuses
 constexpr std::uint32_t LoopbackNetwork = 127;
+
+std::string IsNumber(const std::string& text)
+{
+    double value = 0.0;
+    return CLI::detail::lexical_cast(text, value) && std::isnan(value) ? "Value " + text + " is no number"
+                                                                       : std::string();
+}
+
 std::vector<SAddress> ReadAddresses(const SOptions& options)
 {
     std::vector<SAddress> addresses;
@@ -76,6 +86,20 @@ std::vector<Simulator::SCameraConfig> MakeDefaultCameras(std::size_t count)
     return configs;
 }
 
+/** Throws with the file's name; what is wrong in it is told by path or by the camera. */
+std::vector<Simulator::SCameraConfig> ReadConfigs(const std::string& fileName)
+{
+    try
+    {
+        return Simulator::ReadData(Simulator::ReadFile(fileName)).cameras;
+    }
+    catch (const GenICam::GenericException& error)
+    {
+        GENICAM_THROW(InvalidArgumentException,
+                      "The cameras of '" + fileName + "' cannot be used: " + error.GetDescription());
+    }
+}
+
 } // namespace
 
 bool ParseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
@@ -92,6 +116,7 @@ bool ParseCommandLine(int argc, char** argv, SOptions& options, int& exitCode)
     app.add_option("-f,--fault", options.faults, GetFaultHelp())->allow_extra_args(false);
     app.add_option("-l,--link-speed", options.linkMegabits, "Mbit/s at which a camera sends; 0: as fast as it can")
         ->check(CLI::Range(0.0, MostMegabits))
+        ->check(IsNumber) // a range lets "nan" through
         ->capture_default_str();
     app.add_option("--boot-time", options.bootTimeMs, "Milliseconds that a reset takes");
     app.add_option("--firmware-boot-time", options.firmwareBootTimeMs,
@@ -128,7 +153,7 @@ std::vector<SServedCamera> MakeCameras(const SOptions& options)
     }
     else
     {
-        configs = Simulator::ReadData(Simulator::ReadFile(options.configFile)).cameras;
+        configs = ReadConfigs(options.configFile);
         if (options.count.value_or(configs.size()) > configs.size() || configs.empty())
         {
             GENICAM_THROW(InvalidArgumentException, "'" + options.configFile + "' describes " +
@@ -164,11 +189,18 @@ void WriteFirmware(const SOptions& options)
     const std::vector<std::uint8_t> image =
         Simulator::MakeFirmware(version, model, options.firmwareBytes, options.firmwareFails);
     std::ofstream file(fileName, std::ios::binary);
+    const bool isOpen = file.is_open();
     file.write(reinterpret_cast<const char*>(image.data()), static_cast<std::streamsize>(image.size()));
     file.close();
     if (!file)
     {
-        GENICAM_THROW(FileIOException, "Cannot write '" + fileName + "': " + std::strerror(errno) + ".");
+        const std::string reason = std::strerror(errno);
+        std::error_code ignored;
+        if (isOpen && std::filesystem::is_regular_file(fileName, ignored))
+        {
+            std::filesystem::remove(fileName, ignored); // part of an image is of no use
+        }
+        GENICAM_THROW(FileIOException, "Cannot write '" + fileName + "': " + reason + ".");
     }
 }
 

@@ -92,7 +92,15 @@ CNetworkCamera::~CNetworkCamera()
 void CNetworkCamera::Boot()
 {
     m_bootEnd.reset();
-    m_pModel = std::make_shared<CCameraModel>(m_camera.config, m_pFlash);
+    try
+    {
+        m_pModel = std::make_shared<CCameraModel>(m_camera.config, m_pFlash);
+    }
+    catch (const GenICam::GenericException& error)
+    {
+        GENICAM_THROW(InvalidArgumentException,
+                      "Simulated camera '" + m_camera.config.serialNumber + "': " + error.GetDescription());
+    }
     m_pModel->SetEventHandler(
         [this](CCameraModel::EEvent event)
         {
