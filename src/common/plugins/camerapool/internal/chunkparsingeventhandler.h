@@ -11,7 +11,6 @@
 #include "velmo/instantcamera.h"
 
 #include <cassert>
-#include <exception>
 
 namespace Plugin::CameraPool::Internal
 {
@@ -133,7 +132,7 @@ private:
             const GenApi::CBooleanPtr feature(camera.GetNodeMap().GetNode("ChunkModeActive"));
             return feature.IsValid() && GenApi::IsReadable(feature->GetAccessMode()) && feature->GetValue();
         }
-        catch (const std::exception&)
+        catch (...)
         {
             return false;
         }

@@ -205,6 +205,21 @@ TEST_F(ChunkParsingEventHandler, anUnreadableChunkModeIsOff)
     EXPECT_EQ(count(EStep::AttachChunkBuffer), 0U);
 }
 
+TEST_F(ChunkParsingEventHandler, anUnreadableChunkModeIsOffWhateverIsThrownAndWhateverItWasBefore)
+{
+    open();
+    start();
+    grab(chunkImage());
+    ASSERT_EQ(count(EStep::AttachChunkBuffer), 1U);
+    m_camera.StopGrabbing();
+    m_transport->SetHook(EStep::StartStream,
+                         [this](const std::string&) { m_transport->SetFault(EStep::ReadRegister, EFault::Unknown); });
+    m_camera.StartGrabbing();
+    m_transport->SetFault(EStep::ReadRegister, EFault::None);
+    grab(chunkImage());
+    EXPECT_EQ(count(EStep::AttachChunkBuffer), 1U);
+}
+
 TEST_F(ChunkParsingEventHandler, chunkModeIsThatAtTheStartOfTheGrab)
 {
     open();
