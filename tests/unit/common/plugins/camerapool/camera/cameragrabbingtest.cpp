@@ -1,11 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The CameraPool developers
 // SPDX-License-Identifier: MIT
 
-#include "unit/common/plugins/camerapool/testing/camerapoolfixture.h"
+#include "unit/common/plugins/camerapool/testing/grabbingfixture.h"
 
+#include "genapi/exceptions.h"
 #include "velmo/velmo.h"
 
 #include <limits>
+#include <stdexcept>
+#include <utility>
 
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
@@ -30,34 +33,8 @@ const char* const s_descriptionWithWrongKind =
     "<Category Name=\"Root\"><pFeature>AcquisitionMode</pFeature></Category>"
     "<Integer Name=\"AcquisitionMode\"><Value>0</Value></Integer><Port Name=\"Device\"/></RegisterDescription>";
 
-class CameraGrabbing : public ::Test::CameraPoolFixture
+class CameraGrabbing : public ::Test::GrabbingFixture
 {
-protected:
-    /** With its one camera as described, opened. */
-    QSharedPointer<CCamera> openCamera(const SScriptedCamera& config = {}, bool monitorMode = false)
-    {
-        m_transport->AddCamera(config);
-        m_info = record();
-        const auto camera = makeCamera(m_info);
-        EXPECT_TRUE(camera->open(monitorMode)) << qPrintable(m_info->errorString());
-        m_log.clear();
-        return camera;
-    }
-    static qint64 instanceValue(const CCamera& camera, const char* feature)
-    {
-        return ParameterCollection::CIntegerParameter(camera.getParameterCollection(),
-                                                      QStringLiteral("@CameraInstance/") + QLatin1String(feature))
-            .value();
-    }
-    static bool instanceFlag(const CCamera& camera, const char* feature)
-    {
-        return ParameterCollection::CBooleanParameter(camera.getParameterCollection(),
-                                                      QStringLiteral("@CameraInstance/") + QLatin1String(feature))
-            .value();
-    }
-    bool waitForStart(std::size_t buffers = 1) { return m_transport->WaitForQueued(s_serial, buffers); }
-
-    QSharedPointer<CCameraInfo> m_info;
 };
 
 SScriptedCamera withPayload(std::uint64_t bytes)
@@ -65,15 +42,6 @@ SScriptedCamera withPayload(std::uint64_t bytes)
     SScriptedCamera config;
     config.payloadBytes = bytes;
     return config;
-}
-
-SScriptedImage failedImage(const std::string& why)
-{
-    SScriptedImage image;
-    image.status = Velmo::Transport::EResultStatus::Failed;
-    image.errorCode = 7;
-    image.errorDescription = why;
-    return image;
 }
 
 TEST_F(CameraGrabbing, aContinuousGrabTellsItsStepsInOrder)
@@ -107,6 +75,26 @@ TEST_F(CameraGrabbing, aContinuousGrabSetsTheAcquisitionModeAndNoGrabLoopTimeout
     EXPECT_EQ(Name::CameraDevice::AcquisitionMode.of(camera->getParameterCollection()).value(),
               QStringLiteral("Continuous"));
     EXPECT_FALSE(instanceFlag(*camera, "GrabLoopThreadUseTimeout"));
+}
+
+TEST_F(CameraGrabbing, aContinuousGrabPreparesThenTellsThenSetsTheCamera)
+{
+    const auto camera = openCamera(withPayload(100000));
+    qint64 buffersAtSignal = 0;
+    bool boostedAtSignal = false;
+    std::string modeAtSignal = "not told";
+    QObject::connect(camera.data(), &ICamera::cameraGrabStart,
+                     [&]
+                     {
+                         buffersAtSignal = instanceValue(*camera, "MaxNumBuffer");
+                         boostedAtSignal = instanceFlag(*camera, "InternalGrabEngineThreadPriorityOverride");
+                         modeAtSignal = m_transport->GetLastWrite(s_serial, "AcquisitionMode");
+                     });
+    camera->startGrabbing();
+    EXPECT_EQ(buffersAtSignal, 83);
+    EXPECT_TRUE(boostedAtSignal);
+    EXPECT_EQ(modeAtSignal, "");
+    EXPECT_NE(m_transport->GetLastWrite(s_serial, "AcquisitionMode"), "");
 }
 
 TEST_F(CameraGrabbing, startingAClosedCameraLogsAndDoesNothing)
@@ -186,13 +174,13 @@ TEST_F(CameraGrabbing, theCamerasPayloadIsTakenWhenTheStreamGrabberSaysNone)
 TEST_F(CameraGrabbing, aPayloadOfZeroLeavesTheBufferCounts)
 {
     const auto camera = openCamera();
-    ParameterCollection::CIntegerParameter(camera->getParameterCollection(),
-                                           QStringLiteral("@CameraInstance/MaxNumBuffer"))
-        .setValue(17);
+    Name::CameraInstance::MaxNumBuffer.of(camera->getParameterCollection()).setValue(17);
+    Name::CameraInstance::MaxNumQueuedBuffer.of(camera->getParameterCollection()).setValue(16);
     m_transport->SetRegister(s_serial, "PayloadSize", 0);
     m_transport->SetRegister(s_serial, "StreamPayloadSize", 0);
     camera->startGrabbing();
     EXPECT_EQ(instanceValue(*camera, "MaxNumBuffer"), 17);
+    EXPECT_EQ(instanceValue(*camera, "MaxNumQueuedBuffer"), 16);
 }
 
 TEST_F(CameraGrabbing, aCameraWithoutPayloadSizeLeavesTheBufferCountsAndGrabs)
@@ -230,6 +218,31 @@ TEST_F(CameraGrabbing, aPriorityRangeOfOneToNinetyNineGivesFifty)
     camera->startGrabbing();
     EXPECT_EQ(instanceValue(*camera, "InternalGrabEngineThreadPriority"), 50);
     EXPECT_TRUE(m_log.contains(QStringLiteral("Boosted Instant Camera Thread Priority to: 50")));
+}
+
+TEST_F(CameraGrabbing, aPriorityThatCannotBeSetIsLoggedAndTheGrabGoesOn)
+{
+    const auto grabAfter = [this](const auto& refuse)
+    {
+        const auto camera = openCamera();
+        auto* const pNode =
+            camera->getParameterCollection()->node(Name::CameraInstance::InternalGrabEngineThreadPriority.toString());
+        ASSERT_NE(pNode, nullptr);
+        pNode->RegisterCallback(
+            [refuse, isFirst = true](GenApi::INode*) mutable
+            {
+                if (std::exchange(isFirst, false))
+                {
+                    refuse();
+                }
+            });
+        camera->startGrabbing();
+        EXPECT_TRUE(camera->isGrabbing()) << qPrintable(m_info->errorString());
+        EXPECT_TRUE(m_log.contains(QStringLiteral("Boosting Instant Camera Thread Priority failed: refused")));
+        EXPECT_FALSE(m_log.containsStart(QStringLiteral("Boosted")));
+    };
+    grabAfter([] { throw GenICam::RuntimeException("refused", __FILE__, __LINE__); });
+    grabAfter([] { throw std::runtime_error("refused"); });
 }
 
 // Start failures
@@ -368,6 +381,19 @@ TEST_F(CameraGrabbing, aMonitorTakesTheStreamAsTheCameraIsConfigured)
     EXPECT_EQ(m_transport->GetLastWrite(s_serial, "AcquisitionMode"), "");
 }
 
+TEST_F(CameraGrabbing, aMonitorHasNoGrabLoopTimeoutAfterASingleShotThatHadOne)
+{
+    SScriptedCamera config;
+    config.hasTransmissionType = true;
+    const auto camera = openCamera(config, true);
+    camera->singleShot(1234);
+    EXPECT_TRUE(instanceFlag(*camera, "GrabLoopThreadUseTimeout"));
+    camera->stopGrabbing();
+    camera->startGrabbing();
+    EXPECT_TRUE(camera->isGrabbing()) << qPrintable(m_info->errorString());
+    EXPECT_FALSE(instanceFlag(*camera, "GrabLoopThreadUseTimeout"));
+}
+
 TEST_F(CameraGrabbing, aMonitorWithoutTransmissionTypeIsAStartFailureWithItsOwnMessage)
 {
     const auto camera = openCamera({}, true);
@@ -383,97 +409,6 @@ TEST_F(CameraGrabbing, aSingleShotInMonitorModeDoesNotWriteTheAcquisitionMode)
     camera->singleShot(5000);
     EXPECT_TRUE(camera->isGrabbing()) << qPrintable(m_info->errorString());
     EXPECT_EQ(m_transport->GetLastWrite(s_serial, "AcquisitionMode"), "");
-}
-
-// Statistics
-
-TEST_F(CameraGrabbing, everyImageComesWithItsNumberAndStatistic)
-{
-    const auto camera = openCamera();
-    const CSignalRecord statistics(camera.data(), &ICamera::cameraStatisticChanged);
-    const CSignalRecord images(camera.data(), &ICamera::cameraImageGrabbed);
-    camera->startGrabbing();
-    ASSERT_TRUE(waitForStart(3));
-    EXPECT_EQ(m_transport->DeliverImages(s_serial, 3), 3U);
-    ASSERT_TRUE(waitUntil([&] { return images.count() == 3; }));
-    for (int i = 0; i < 3; ++i)
-    {
-        EXPECT_EQ(std::get<0>(statistics.at(i)), i + 1);
-        EXPECT_EQ(std::get<1>(statistics.at(i)), 0);
-        EXPECT_FALSE(std::get<4>(statistics.at(i)).compressionEnabled);
-        EXPECT_EQ(std::get<4>(statistics.at(i)).minCompressionRatio, 100.0);
-        EXPECT_TRUE(std::get<0>(images.at(i))->GrabSucceeded());
-    }
-}
-
-TEST_F(CameraGrabbing, aFailedResultIsCountedAndStillHandedOn)
-{
-    const auto camera = openCamera();
-    const CSignalRecord statistics(camera.data(), &ICamera::cameraStatisticChanged);
-    const CSignalRecord images(camera.data(), &ICamera::cameraImageGrabbed);
-    camera->startGrabbing();
-    ASSERT_TRUE(waitForStart(2));
-    ASSERT_TRUE(m_transport->DeliverImage(s_serial, failedImage("packets missing")));
-    ASSERT_TRUE(m_transport->DeliverImage(s_serial));
-    ASSERT_TRUE(waitUntil([&] { return images.count() == 2; }));
-    EXPECT_FALSE(std::get<0>(images.at(0))->GrabSucceeded());
-    EXPECT_EQ(std::get<1>(statistics.at(0)), 1);
-    EXPECT_EQ(std::get<0>(statistics.at(1)), 2);
-    EXPECT_EQ(std::get<1>(statistics.at(1)), 1);
-}
-
-TEST_F(CameraGrabbing, aNewGrabCountsFromTheBeginning)
-{
-    const auto camera = openCamera();
-    const CSignalRecord statistics(camera.data(), &ICamera::cameraStatisticChanged);
-    camera->startGrabbing();
-    ASSERT_TRUE(waitForStart());
-    ASSERT_TRUE(m_transport->DeliverImage(s_serial, failedImage("packets missing")));
-    ASSERT_TRUE(waitUntil([&] { return statistics.count() == 1; }));
-    camera->stopGrabbing();
-    camera->startGrabbing();
-    ASSERT_TRUE(waitForStart());
-    ASSERT_TRUE(m_transport->DeliverImage(s_serial));
-    ASSERT_TRUE(waitUntil([&] { return statistics.count() == 2; }));
-    EXPECT_EQ(std::get<0>(statistics.last()), 1);
-    EXPECT_EQ(std::get<1>(statistics.last()), 0);
-}
-
-TEST_F(CameraGrabbing, aStalledStreamTellsItsLastNumberEveryHalfSecond)
-{
-    const auto camera = openCamera();
-    const CSignalRecord statistics(camera.data(), &ICamera::cameraStatisticChanged);
-    camera->startGrabbing();
-    ASSERT_TRUE(waitForStart(2));
-    ASSERT_EQ(m_transport->DeliverImages(s_serial, 2), 2U);
-    ASSERT_TRUE(waitUntil([&] { return statistics.count() == 2; }));
-    QElapsedTimer clock;
-    clock.start();
-    ASSERT_TRUE(waitUntil([&] { return statistics.count() == 4; }));
-    EXPECT_GE(clock.elapsed(), 900);
-    EXPECT_EQ(std::get<0>(statistics.at(2)), 2);
-    EXPECT_EQ(std::get<0>(statistics.at(3)), 2);
-}
-
-TEST_F(CameraGrabbing, theStalledStatisticsEndWithTheGrab)
-{
-    const auto camera = openCamera();
-    const CSignalRecord statistics(camera.data(), &ICamera::cameraStatisticChanged);
-    camera->startGrabbing();
-    ASSERT_TRUE(waitForStart());
-    ASSERT_TRUE(m_transport->DeliverImage(s_serial));
-    ASSERT_TRUE(waitUntil([&] { return statistics.count() == 1; }));
-    camera->stopGrabbing();
-    ASSERT_TRUE(waitUntil([&] { return statistics.count() == 2; }));
-    EXPECT_FALSE(waitUntil([&] { return statistics.count() > 2; }, 700));
-}
-
-TEST_F(CameraGrabbing, aStartWithoutAnyImageTellsNoStatistic)
-{
-    const auto camera = openCamera();
-    const CSignalRecord statistics(camera.data(), &ICamera::cameraStatisticChanged);
-    camera->startGrabbing();
-    EXPECT_FALSE(waitUntil([&] { return statistics.count() > 0; }, 700));
 }
 
 // Loss

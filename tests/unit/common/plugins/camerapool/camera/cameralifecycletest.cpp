@@ -4,13 +4,12 @@
 #include "unit/common/plugins/camerapool/testing/camerapoolfixture.h"
 
 #include "parametercollection/parameterpath.h"
-#include "utils/exceptions.h"
 
 #include <stdexcept>
+#include <utility>
 
 using namespace Plugin::CameraPool;
 using namespace Plugin::CameraPool::Internal;
-using ParameterCollection::CScopedObjectStateLock;
 using ::Test::EFault;
 using ::Test::EStep;
 using ::Test::waitUntil;
@@ -25,19 +24,6 @@ const char* const s_openFailed = "Camera could not be opened. Reason: ";
 
 class CameraLifecycle : public ::Test::CameraPoolFixture
 {
-protected:
-    template <class Work> static QString thrown(Work&& work)
-    {
-        try
-        {
-            work();
-        }
-        catch (const Core::Exception::InvalidOperationException& e)
-        {
-            return e.message();
-        }
-        return {};
-    }
 };
 
 TEST_F(CameraLifecycle, aNewCameraHasNoDeviceAndIsClosed)
@@ -85,6 +71,7 @@ TEST_F(CameraLifecycle, openingAttachesTheNodeMapsBeforeItTells)
     EXPECT_TRUE(camera->isConnected());
     EXPECT_NE(camera->getParameterCollection()->nodeMap(Path::StreamGrabber0), nullptr);
     EXPECT_NE(camera->getParameterCollection()->nodeMap(Path::DeviceTransportLayer), nullptr);
+    EXPECT_NE(camera->getParameterCollection()->nodeMap(Path::EventGrabber), nullptr);
     EXPECT_NE(camera->getParameterCollection()->nodeMap(Path::CameraInstance), nullptr);
 }
 
@@ -189,6 +176,18 @@ TEST_F(CameraLifecycle, anExceptionOfAnotherKindPassesOnAndLeavesTheCameraClosed
     EXPECT_TRUE(camera->open(false));
 }
 
+TEST_F(CameraLifecycle, anExceptionOfAnotherKindAtCreationPassesOnToo)
+{
+    const auto info = record();
+    const auto camera = makeCamera(info);
+    m_transport->SetFault(EStep::CreateDevice, EFault::Unknown);
+    EXPECT_THROW(camera->open(false), int);
+    EXPECT_FALSE(camera->isOpen());
+    EXPECT_TRUE(info->errorString().isEmpty());
+    m_transport->SetFault(EStep::CreateDevice, EFault::None);
+    EXPECT_TRUE(camera->open(false));
+}
+
 TEST_F(CameraLifecycle, aReceiverThatThrowsMakesTheOpeningFailAndIsToldOfTheClosing)
 {
     const auto camera = makeCamera();
@@ -279,6 +278,34 @@ TEST_F(CameraLifecycle, closingTakesOutTheNodeMapsDestroysTheDeviceAndTellsOnce)
     EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
 }
 
+TEST_F(CameraLifecycle, closingTakesItsStepsInOrder)
+{
+    const auto camera = makeCamera();
+    ASSERT_TRUE(camera->open(false));
+    QStringList steps;
+    const auto state = [&camera]
+    {
+        return QString::number(camera->deviceState().state());
+    };
+    QObject::connect(camera->getParameterCollection().data(),
+                     &ParameterCollection::IParameterCollection::nodeMapDetaching,
+                     [&](const QString& path)
+                     {
+                         if (path == Path::CameraDevice)
+                         {
+                             steps.append(QStringLiteral("detach in state ") + state());
+                         }
+                     });
+    m_transport->SetHook(EStep::CloseDevice, [&](const std::string&) { steps.append(QStringLiteral("close")); });
+    m_transport->SetHook(EStep::DestroyDevice, [&](const std::string&) { steps.append(QStringLiteral("destroy")); });
+    QObject::connect(camera.data(), &IDevice::deviceClosed,
+                     [&] { steps.append(QStringLiteral("told in state ") + state()); });
+    camera->close();
+    m_transport->SetHook(EStep::CloseDevice, nullptr);
+    m_transport->SetHook(EStep::DestroyDevice, nullptr);
+    EXPECT_EQ(steps.join(QStringLiteral(", ")), QStringLiteral("detach in state 2, close, destroy, told in state 2"));
+}
+
 TEST_F(CameraLifecycle, closingAClosedCameraDoesNothing)
 {
     const auto camera = makeCamera();
@@ -362,113 +389,6 @@ TEST_F(CameraLifecycle, aFaultWhileClosingDoesNotKeepTheCameraOpen)
     EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
 }
 
-TEST_F(CameraLifecycle, disposalClosesDestroysAndMarksBothStates)
-{
-    auto camera = makeCamera();
-    ASSERT_TRUE(camera->open(false));
-    const auto instanceState = camera->instanceState();
-    const auto deviceState = camera->deviceState();
-    const auto collection = camera->getParameterCollection();
-    int closed = 0;
-    QObject::connect(camera.data(), &IDevice::deviceClosed, [&] { ++closed; });
-    camera.reset();
-    EXPECT_EQ(closed, 1);
-    EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
-    EXPECT_EQ(instanceState.state(), 0);
-    EXPECT_EQ(deviceState.state(), 0);
-    EXPECT_EQ(collection->nodeMap(Path::CameraDevice), nullptr);
-}
-
-TEST_F(CameraLifecycle, disposalOfACameraThatWasNeverInitialisedWorks)
-{
-    QSharedPointer<CCamera> camera(new CCamera(record(), nullptr));
-    EXPECT_NO_THROW(camera.reset());
-}
-
-TEST_F(CameraLifecycle, disposalWithAThrowingReceiverStillDestroysTheDevice)
-{
-    auto camera = makeCamera();
-    ASSERT_TRUE(camera->open(false));
-    QObject::connect(camera.data(), &IDevice::deviceClosed, [] { throw std::runtime_error("receiver"); });
-    EXPECT_NO_THROW(camera.reset());
-    EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
-}
-
-TEST_F(CameraLifecycle, disposalWithAThrowingReceiverStillWritesTheSettings)
-{
-    auto camera = makeCamera();
-    ASSERT_TRUE(camera->open(false));
-    const auto instanceState = camera->instanceState();
-    QObject::connect(camera.data(), &IDevice::deviceClosed, [] { throw std::runtime_error("receiver"); });
-    EXPECT_NO_THROW(camera.reset());
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toInt(), 10);
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MaxNumBuffersContinuousShot")).toInt(), 450);
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/UsedBufferMemory")).toUInt(), 8388608U);
-    EXPECT_EQ(instanceState.state(), 0);
-}
-
-TEST_F(CameraLifecycle, disposalWithAReceiverThatThrowsAnyKindFinishes)
-{
-    auto camera = makeCamera();
-    ASSERT_TRUE(camera->open(false));
-    const auto collection = camera->getParameterCollection();
-    QObject::connect(camera.data(), &IDevice::deviceClosed, [] { throw 1; });
-    QObject::connect(collection.data(), &ParameterCollection::IParameterCollection::nodeMapDetaching, [] { throw 2; });
-    EXPECT_NO_THROW(camera.reset());
-    EXPECT_EQ(collection->nodeMap(Path::CameraDevice), nullptr);
-    EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MaxNumBuffersContinuousShot")).toInt(), 450);
-}
-
-TEST_F(CameraLifecycle, disposalOfACameraThatWasNeverInitialisedLeavesTheSettings)
-{
-    QSettings().setValue(QStringLiteral("Grab/MinNumBuffersContinuousShot"), 25);
-    QSharedPointer<CCamera>(new CCamera(record(), nullptr)).reset();
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toInt(), 25);
-}
-
-TEST_F(CameraLifecycle, disposalKeepsSettingsThatMakeNoSense)
-{
-    QSettings().setValue(QStringLiteral("Grab/MinNumBuffersContinuousShot"), QStringLiteral("many"));
-    makeCamera().reset();
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toString(), QStringLiteral("many"));
-}
-
-TEST_F(CameraLifecycle, disposalMakesTheDefaultSettingsExplicit)
-{
-    makeCamera().reset();
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MinNumBuffersContinuousShot")).toInt(), 10);
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/MaxNumBuffersContinuousShot")).toInt(), 450);
-    EXPECT_EQ(QSettings().value(QStringLiteral("Grab/UsedBufferMemory")).toUInt(), 8388608U);
-}
-
-TEST_F(CameraLifecycle, aCameraAloneIsNeitherDisposedNorInUse)
-{
-    const auto camera = makeCamera();
-    const CScopedObjectStateLock own(camera->instanceState());
-    EXPECT_NO_THROW(camera->raiseExceptionIfDisposed());
-    EXPECT_NO_THROW(camera->raiseExceptionIfInUse());
-}
-
-TEST_F(CameraLifecycle, aSecondHolderOfTheInstanceMakesItInUse)
-{
-    const auto camera = makeCamera();
-    const CScopedObjectStateLock own(camera->instanceState());
-    const CScopedObjectStateLock other(camera->instanceState());
-    EXPECT_EQ(thrown([&] { camera->raiseExceptionIfInUse(); }),
-              QStringLiteral("Action cannot be performed. The camera instance is in use."));
-}
-
-TEST_F(CameraLifecycle, aMarkedUseMakesTheStreamGrabberInUse)
-{
-    const auto camera = makeCamera();
-    auto state = camera->instanceState();
-    state.addUse();
-    EXPECT_EQ(thrown([&] { camera->raiseExceptionIfInUse(); }),
-              QStringLiteral("Action cannot be performed. The stream grabber is still in use."));
-    state.removeUse();
-}
-
 // Connection loss
 
 TEST_F(CameraLifecycle, aLossIsToldOnceHoweverOftenItIsReported)
@@ -532,15 +452,6 @@ TEST_F(CameraLifecycle, afterALossOpenCreatesANewDeviceForTheSameRecord)
     EXPECT_TRUE(camera->isConnected());
     EXPECT_EQ(camera->getInfo(), info);
     EXPECT_EQ(m_transport->GetCount(EStep::CreateDevice), 2U);
-}
-
-TEST_F(CameraLifecycle, disposalOfALostCameraWorks)
-{
-    auto camera = makeCamera();
-    ASSERT_TRUE(camera->open(false));
-    m_transport->RemoveCamera(s_serial);
-    EXPECT_NO_THROW(camera.reset());
-    EXPECT_EQ(m_transport->GetLivingDevices(), 0U);
 }
 
 /** Each step of the SDK that opening takes. */

@@ -38,6 +38,27 @@ TEST(CompressionStatisticCounter, aNewCounterHasTheValuesOfAGrabStart)
     EXPECT_EQ(s.failedCount, 0U);
 }
 
+TEST(CompressionStatisticCounter, aResetPutsTheValuesOfAGrabStartBack)
+{
+    CCompressionStatisticCounter counter;
+    counter.countCompressed(compressed(1000), 400);
+    counter.countCompressed(compressed(1000, true), 500);
+    Velmo::SCompressionInfo bad = compressed(1000);
+    bad.compressionStatus = Velmo::CompressionStatus_Corrupt;
+    counter.countCompressed(bad, 400);
+    counter.reset();
+    for (const CCompressionStatistic& s : {counter.statistic(), counter.snapshot()})
+    {
+        EXPECT_FALSE(s.compressionEnabled);
+        EXPECT_EQ(s.compressionRatio, 0.0);
+        EXPECT_EQ(s.minCompressionRatio, 100.0);
+        EXPECT_EQ(s.maxCompressionRatio, 0.0);
+        EXPECT_EQ(s.losslessCount, 0U);
+        EXPECT_EQ(s.lossyCount, 0U);
+        EXPECT_EQ(s.failedCount, 0U);
+    }
+}
+
 TEST(CompressionStatisticCounter, theFirstCompressedImageSetsMinimumAndMaximum)
 {
     CCompressionStatisticCounter counter;

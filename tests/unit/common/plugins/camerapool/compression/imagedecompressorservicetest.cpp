@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "camerapool/internal/imagedecompressorservice.h"
-#include "codec/encoder.h"
-#include "protocols/chunks.h"
 #include "unit/common/plugins/camerapool/testing/compressionfixture.h"
 
 #include <atomic>
@@ -260,33 +258,12 @@ TEST_F(ImageDecompressorService, mayBeAskedOnEveryThreadWhileCamerasStartAndClos
 class DecompressedImages : public ImageDecompressorService
 {
 protected:
-    using EMode = Velmo::Codec::EMode;
-
     DecompressedImages()
     {
         QObject::connect(m_pool.get(), &CCameraPool::cameraImageGrabbed, m_pool.get(),
                          [this](const CameraInfoPtr&, const Velmo::CGrabResultPtr& result) { m_latest = result; });
     }
 
-    static Bytes picture(std::uint32_t width, std::uint32_t height)
-    {
-        Bytes image(std::size_t{width} * height);
-        for (std::size_t i = 0; i < image.size(); ++i)
-        {
-            image[i] = static_cast<std::uint8_t>(i / width + i % width);
-        }
-        return image;
-    }
-    static ::Test::SScriptedImage compressed(std::uint32_t width, std::uint32_t height)
-    {
-        Velmo::Codec::CEncoder encoder(Velmo::Codec::MakeDescriptor(EMode::Lossless, 0x01080001, width, height));
-        const auto frame = encoder.Encode(picture(width, height).data());
-        ::Test::SScriptedImage image;
-        image.payloadType = Velmo::EPayloadType::ChunkData;
-        Velmo::Chunks::Append(image.data, Velmo::Chunks::CompressedImageChunkId, frame.pData, frame.bytes,
-                              Velmo::Chunks::EByteOrder::Big);
-        return image;
-    }
     void setDescriptorOf(std::uint32_t width, std::uint32_t height) const
     {
         m_transport->SetBytes(

@@ -11,7 +11,6 @@ using namespace Plugin::CameraPool::Internal;
 using ::Test::EFault;
 using ::Test::EStep;
 using ::Test::SScriptedCamera;
-using ::Test::waitUntil;
 
 namespace
 {
@@ -142,6 +141,20 @@ TEST_F(CameraPool, grabCommandsReachTheCameraOfTheRecord)
     EXPECT_EQ(m_pool->getCountGrabbing(), 1);
     m_pool->stopGrabbingAll();
     EXPECT_EQ(m_pool->getCountGrabbing(), 0);
+}
+
+TEST_F(CameraPool, allGrabsAreStoppedInTheOrderOfTheDevices)
+{
+    const auto second = addSecondCamera();
+    m_pool->openDevice(second, false);
+    m_pool->openDevice(m_info, false);
+    m_pool->startGrabbing(second);
+    m_pool->startGrabbing(m_info);
+    QVector<CameraInfoPtr> stopped;
+    QObject::connect(m_pool.get(), &CCameraPool::cameraGrabStopped, m_pool.get(),
+                     [&](const CameraInfoPtr& info) { stopped.append(info); });
+    m_pool->stopGrabbingAll();
+    EXPECT_EQ(stopped, QVector<CameraInfoPtr>({m_info, second}));
 }
 
 TEST_F(CameraPool, grabCommandsWithoutARecordReachTheActiveCamera)

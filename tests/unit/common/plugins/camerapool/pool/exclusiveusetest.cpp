@@ -157,6 +157,26 @@ TEST_F(CameraPoolExclusive, unlockGivesTheCameraBackToTheRelays)
     EXPECT_EQ(order(), QStringLiteral("cameraAttached deviceClosed"));
 }
 
+TEST_F(CameraPoolExclusive, theCameraIsLockedWhenItsDetachingIsToldAndSharedWhenItsReturnIsTold)
+{
+    m_pool->openDevice(m_info, false);
+    QStringList seen;
+    const auto look = [&](const QString& when)
+    {
+        emit camera()->cameraGrabStarted(); // reaches the pool's receivers only while the camera is shared
+        const auto state = m_pool->isCameraOpenExclusive(m_info) ? QStringLiteral("locked") : QStringLiteral("shared");
+        seen.append(when + QLatin1Char(' ') + state);
+    };
+    QObject::connect(m_pool.get(), &CCameraPool::cameraDetached, m_pool.get(),
+                     [&] { look(QStringLiteral("detached")); });
+    QObject::connect(m_pool.get(), &CCameraPool::cameraAttached, m_pool.get(),
+                     [&] { look(QStringLiteral("attached")); });
+    m_order.clear();
+    EXPECT_TRUE(m_pool->unlock(m_pool->tryLock(m_info)));
+    EXPECT_EQ(seen, QStringList({QStringLiteral("detached locked"), QStringLiteral("attached shared")}));
+    EXPECT_EQ(order(), QStringLiteral("cameraDetached cameraAttached cameraGrabStarted"));
+}
+
 TEST_F(CameraPoolExclusive, unlockOfACameraThatWasClosedMeanwhileTellsOnlyThatItIsBack)
 {
     m_pool->openDevice(m_info, false);

@@ -171,8 +171,13 @@ TEST_F(CameraPoolRelay, aLossUnderWayWhenTheCameraIsLockedIsToldAndEndsTheLock)
     const auto locked = m_pool->tryLock(m_info);
     ASSERT_FALSE(locked.isNull());
     m_order.clear();
+    bool isLockedAtClosing = false;
+    const auto closing = QObject::connect(m_pool.get(), &CCameraPool::deviceClosed, m_pool.get(),
+                                          [&] { isLockedAtClosing = m_pool->isCameraOpenExclusive(m_info); });
     QCoreApplication::processEvents();
+    QObject::disconnect(closing);
     EXPECT_EQ(order(), QStringLiteral("cameraConnectionLost deviceClosed"));
+    EXPECT_TRUE(isLockedAtClosing) << "it is given back once all have been told";
     EXPECT_FALSE(m_pool->isCameraOpenExclusive(m_info));
     EXPECT_FALSE(m_pool->unlock(locked));
     m_order.clear();

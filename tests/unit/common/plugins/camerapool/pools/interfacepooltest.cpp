@@ -83,6 +83,36 @@ TEST_F(InterfacePool, openingAttachesTheNodeMapAndSignals)
     EXPECT_EQ(opened.at(0).at(0).value<BaseInfoPtr>().data(), m_info.data());
 }
 
+TEST_F(InterfacePool, openingAndClosingTakeTheirStepsInOrder)
+{
+    const auto device = m_pool.createDevice(m_info);
+    const auto collection = device->getParameterCollection();
+    QStringList steps;
+    const auto note = [&](const char* step)
+    {
+        steps.append(QStringLiteral("%1 in state %2").arg(QLatin1String(step)).arg(stateOf(device)));
+    };
+    using ParameterCollection::IParameterCollection;
+    m_transport->SetHook(EStep::OpenInterface, [&](const std::string&) { note("open"); });
+    QObject::connect(collection.data(), &IParameterCollection::nodeMapAttached, [&] { note("attach"); });
+    QObject::connect(device.data(), &IDevice::deviceOpened, [&] { note("tell"); });
+    m_pool.openDevice(m_info, false);
+    m_transport->SetHook(EStep::OpenInterface, nullptr);
+    EXPECT_EQ(steps, QStringList({QStringLiteral("open in state 0"), QStringLiteral("attach in state 0"),
+                                  QStringLiteral("tell in state 1")}));
+
+    steps.clear();
+    m_transport->SetHook(EStep::CloseInterface, [&](const std::string&) { note("close"); });
+    m_transport->SetHook(EStep::DestroyInterface, [&](const std::string&) { note("destroy"); });
+    QObject::connect(collection.data(), &IParameterCollection::nodeMapDetaching, [&] { note("detach"); });
+    QObject::connect(device.data(), &IDevice::deviceClosed, [&] { note("tell"); });
+    m_pool.closeDevice(BaseInfoPtr(m_info));
+    m_transport->SetHook(EStep::CloseInterface, nullptr);
+    m_transport->SetHook(EStep::DestroyInterface, nullptr);
+    EXPECT_EQ(steps, QStringList({QStringLiteral("detach in state 1"), QStringLiteral("close in state 2"),
+                                  QStringLiteral("destroy in state 2"), QStringLiteral("tell in state 2")}));
+}
+
 TEST_F(InterfacePool, openingAnOpenInterfaceDoesNothing)
 {
     m_pool.openDevice(m_info, false);
@@ -121,8 +151,10 @@ TEST_F(InterfacePool, eachOpenMakesTheSdkObjectAnew)
 TEST_F(InterfacePool, closingAClosedInterfaceSignalsOnlyThatItCloses)
 {
     m_pool.createDevice(m_info);
+    QSignalSpy closing(&m_pool, &ADevicePool::deviceClosing);
     QSignalSpy closed(&m_pool, &ADevicePool::deviceClosed);
     m_pool.closeDevice(BaseInfoPtr(m_info));
+    EXPECT_EQ(closing.count(), 1);
     EXPECT_EQ(closed.count(), 0);
 }
 
@@ -170,6 +202,20 @@ TEST_F(InterfacePool, failureToCloseStillDestroysTheSdkObject)
     EXPECT_NO_THROW(m_pool.closeDevice(BaseInfoPtr(m_info)));
     EXPECT_FALSE(m_pool.isDeviceOpen(m_info));
     EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
+}
+
+TEST_F(InterfacePool, whateverIsThrownWhileItClosesIsDropped)
+{
+    ASSERT_TRUE(m_pool.openDevice(m_info, false));
+    const auto device = m_pool.findDevice(m_info);
+    m_transport->SetFault(EStep::CloseInterface, EFault::Unknown);
+    QObject::connect(device.data(), &IDevice::deviceClosed, [] { throw 1; });
+    EXPECT_NO_THROW(m_pool.closeDevice(BaseInfoPtr(m_info)));
+    m_transport->SetFault(EStep::CloseInterface, EFault::None);
+    EXPECT_FALSE(device->isOpen());
+    EXPECT_EQ(stateOf(device), 2);
+    EXPECT_EQ(m_transport->GetLivingInterfaces(), 0U);
+    EXPECT_EQ(m_sdk.GetHeldTransportLayers("TestScripted"), 0U);
 }
 
 TEST_F(InterfacePool, failureToDetachItsNodeMapIsLoggedAndKept)
