@@ -31,6 +31,18 @@ find_package(Threads REQUIRED)
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core LinguistTools)
 find_package(PkgConfig REQUIRED)
 
+# project_compile_alone(<files>)
+#
+# Keeps files of the current folder out of those that tools/check-tidy reads several at a time, because names of their
+# anonymous namespaces are taken by a file beside them.
+file(WRITE "${CMAKE_BINARY_DIR}/compiled-alone.txt" "")
+function(project_compile_alone)
+  foreach(file IN LISTS ARGN)
+    file(RELATIVE_PATH file "${CMAKE_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+    file(APPEND "${CMAKE_BINARY_DIR}/compiled-alone.txt" "${file}\n")
+  endforeach()
+endfunction()
+
 add_library(project_flags INTERFACE)
 target_compile_options(project_flags INTERFACE -Wall -Wextra -Wpedantic)
 if(CAMERAPOOL_WERROR)
