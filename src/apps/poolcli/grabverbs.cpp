@@ -86,7 +86,10 @@ void writePicture(CSession& session, const HostKit::CameraInfoPtr& camera, const
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
+    if (!picture.save(&buffer, "PNG"))
+    {
+        throw CRefusal(CTexts::tr("%1 could not be written: %2").arg(file, buffer.errorString()));
+    }
     writeFile(file, png);
 }
 
