@@ -33,10 +33,11 @@ find_package(PkgConfig REQUIRED)
 
 # project_compile_alone(<files>)
 #
-# Keeps files of the current folder out of those that tools/check-tidy reads several at a time, because names of their
-# anonymous namespaces are taken by a file beside them.
+# Keeps files of the current folder's targets out of the unities of the sanitizer presets, and of tools/check-tidy,
+# because names of their anonymous namespaces are taken by a file beside them.
 file(WRITE "${CMAKE_BINARY_DIR}/compiled-alone.txt" "")
 function(project_compile_alone)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
   foreach(file IN LISTS ARGN)
     file(RELATIVE_PATH file "${CMAKE_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
     file(APPEND "${CMAKE_BINARY_DIR}/compiled-alone.txt" "${file}\n")
@@ -51,6 +52,9 @@ endif()
 if(CAMERAPOOL_TESTS OR CAMERAPOOL_BENCHMARKS)
   target_compile_definitions(project_flags INTERFACE CAMERAPOOL_TESTING)
 endif()
+# All but one of a unity's files look like headers to this warning; targets without unities give it.
+target_compile_options(project_flags INTERFACE
+  "$<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wno-subobject-linkage>")
 target_link_options(project_flags INTERFACE "LINKER:--as-needed")
 if(CAMERAPOOL_FUZZERS)
   # The libraries under test tell libFuzzer which code an input reaches; without that it searches blindly.
