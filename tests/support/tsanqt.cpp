@@ -31,70 +31,25 @@ template <class Function> Function* original(const char* name)
 char eventQueues = 0;
 std::atomic<int> emitting{0};
 thread_local int emittingHere = 0;
-std::atomic<int> takingBack{0};
 
-// An emission posts its event before it says "release": those under way are waited for, within limits, since a thread
-// may emit for as long as a directly connected slot takes.
-template <class Condition> bool yieldUntil(Condition condition)
+// Waits for the emissions under way, which post their events before they say "release": within limits, since a thread
+// may emit for as long as a directly connected slot takes. Emissions that begin later are not held back: those of a
+// grab thread with real-time priority would not let go of the processor meanwhile.
+void acquireEmissions()
 {
     constexpr int limit = 10000;
-    for (int turn = 0; turn < limit; ++turn)
+    for (int turn = 0; turn < limit && emitting.load() > emittingHere; ++turn)
     {
-        if (condition())
-        {
-            return true;
-        }
         sched_yield();
     }
-    return false;
+    __tsan_acquire(&eventQueues);
 }
 
-bool nobodyElseEmits()
-{
-    return emitting.load() <= emittingHere;
-}
-
-bool nobodyTakesBack()
-{
-    return takingBack.load() == 0;
-}
-
-bool entered()
-{
-    ++emitting;
-    const bool free = nobodyTakesBack();
-    emitting -= free ? 0 : 1;
-    return free;
-}
-
-void enterEmission()
-{
-    if (emittingHere++ > 0 || !yieldUntil(entered))
-    {
-        ++emitting;
-    }
-}
-
-void leaveEmission()
-{
-    __tsan_release(&eventQueues);
-    --emittingHere;
-    --emitting;
-}
-
-// While events are taken back from the queues, no other thread may be between the posting of one and its "release".
-class CTakingBack
+/** Sees the data that Qt's headers keep for derived classes. */
+class CObjectData : public QObject
 {
 public:
-    CTakingBack()
-    {
-        ++takingBack;
-        yieldUntil(nobodyElseEmits);
-        __tsan_acquire(&eventQueues);
-    }
-    ~CTakingBack() { --takingBack; }
-    CTakingBack(const CTakingBack&) = delete;
-    CTakingBack& operator=(const CTakingBack&) = delete;
+    static bool hasPostedEvents(const QObject& object) { return (object.*&CObjectData::d_ptr)->postedEvents != 0; }
 };
 
 } // namespace
@@ -106,8 +61,7 @@ CAnnotatedApplication::CAnnotatedApplication(int& argc, char** argv) : QCoreAppl
 
 bool CAnnotatedApplication::notify(QObject* pReceiver, QEvent* pEvent)
 {
-    yieldUntil(nobodyElseEmits);
-    __tsan_acquire(&eventQueues);
+    acquireEmissions();
     return QCoreApplication::notify(pReceiver, pEvent);
 }
 
@@ -121,16 +75,19 @@ extern "C" TSANQT_EXPORT void _ZN11QMetaObject8activateEP7QObjectPKS_iPPv(QObjec
 {
     static auto* pReal =
         original<void(QObject*, const QMetaObject*, int, void**)>("_ZN11QMetaObject8activateEP7QObjectPKS_iPPv");
-    enterEmission();
+    ++emitting;
+    ++emittingHere;
     pReal(pSender, pMeta, index, ppArguments);
-    leaveEmission();
+    __tsan_release(&eventQueues);
+    --emittingHere;
+    --emitting;
 }
 
 // void QCoreApplication::removePostedEvents(QObject*, int)
 extern "C" TSANQT_EXPORT void _ZN16QCoreApplication18removePostedEventsEP7QObjecti(QObject* pReceiver, int eventType)
 {
     static auto* pReal = original<void(QObject*, int)>("_ZN16QCoreApplication18removePostedEventsEP7QObjecti");
-    const CTakingBack takingBackHere;
+    acquireEmissions();
     pReal(pReceiver, eventType);
 }
 
@@ -138,7 +95,10 @@ extern "C" TSANQT_EXPORT void _ZN16QCoreApplication18removePostedEventsEP7QObjec
 extern "C" TSANQT_EXPORT void _ZN7QObjectD2Ev(QObject* pObject)
 {
     static auto* pReal = original<void(QObject*)>("_ZN7QObjectD2Ev");
-    const CTakingBack takingBackHere;
+    if (CObjectData::hasPostedEvents(*pObject))
+    {
+        acquireEmissions();
+    }
     pReal(pObject);
 }
 
