@@ -42,6 +42,7 @@ private:
     std::string m_what;
 };
 
+// NOLINTBEGIN(bugprone-macro-parentheses): names of classes do not go into parentheses
 #define GENICAM_DECLARE_EXCEPTION(Name)                                                                                \
     class GENAPI_EXPORT Name : public GenericException                                                                 \
     {                                                                                                                  \
@@ -54,6 +55,7 @@ private:
         Name& operator=(const Name&) = default;                                                                        \
         ~Name() override;                                                                                              \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 GENICAM_DECLARE_EXCEPTION(BadAllocException);
 GENICAM_DECLARE_EXCEPTION(InvalidArgumentException);

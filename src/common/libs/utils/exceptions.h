@@ -29,6 +29,7 @@ private:
     QByteArray m_what;
 };
 
+// NOLINTBEGIN(bugprone-macro-parentheses): names of classes do not go into parentheses
 #define CORE_DECLARE_EXCEPTION(Name, Base)                                                                             \
     class UTILS_EXPORT Name : public Base                                                                              \
     {                                                                                                                  \
@@ -38,6 +39,7 @@ private:
         Name& operator=(const Name&) = default;                                                                        \
         ~Name() override;                                                                                              \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 CORE_DECLARE_EXCEPTION(InvalidOperationException, BaseException);
 CORE_DECLARE_EXCEPTION(ObjectDisposedException, InvalidOperationException);
