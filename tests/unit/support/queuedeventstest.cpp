@@ -88,6 +88,17 @@ private:
     std::thread m_thread;
 };
 
+template <class Receiver> void expectToEndWith()
+{
+    CEmitter emitter;
+    {
+        Receiver receiver;
+        emitter.emitTo(receiver);
+        EXPECT_EQ(alive.load(std::memory_order_relaxed), emissions);
+    }
+    EXPECT_EQ(alive.load(std::memory_order_relaxed), 0);
+}
+
 } // namespace
 
 TEST(QueuedEvents, areTakenBackWhileTheirThreadGoesOn)
@@ -102,24 +113,12 @@ TEST(QueuedEvents, areTakenBackWhileTheirThreadGoesOn)
 
 TEST(QueuedEvents, endWithTheirReceiverWhileTheirThreadGoesOn)
 {
-    CEmitter emitter;
-    {
-        QObject receiver;
-        emitter.emitTo(receiver);
-        EXPECT_EQ(alive.load(std::memory_order_relaxed), emissions);
-    }
-    EXPECT_EQ(alive.load(std::memory_order_relaxed), 0);
+    expectToEndWith<QObject>();
 }
 
 TEST(QueuedEvents, ofAnotherClassEndWithTheirReceiverToo)
 {
-    CEmitter emitter;
-    {
-        CSender receiver;
-        emitter.emitTo(receiver);
-        EXPECT_EQ(alive.load(std::memory_order_relaxed), emissions);
-    }
-    EXPECT_EQ(alive.load(std::memory_order_relaxed), 0);
+    expectToEndWith<CSender>();
 }
 
 #include "queuedeventstest.moc"

@@ -23,12 +23,8 @@ Velmo::SCompressionInfo compressed(std::size_t decompressedPayloadBytes, bool lo
     return info;
 }
 
-} // namespace
-
-TEST(CompressionStatisticCounter, aNewCounterHasTheValuesOfAGrabStart)
+void expectStartValues(const CCompressionStatistic& s)
 {
-    const CCompressionStatisticCounter counter;
-    const CCompressionStatistic s = counter.snapshot();
     EXPECT_FALSE(s.compressionEnabled);
     EXPECT_EQ(s.compressionRatio, 0.0);
     EXPECT_EQ(s.minCompressionRatio, 100.0);
@@ -36,6 +32,14 @@ TEST(CompressionStatisticCounter, aNewCounterHasTheValuesOfAGrabStart)
     EXPECT_EQ(s.losslessCount, 0U);
     EXPECT_EQ(s.lossyCount, 0U);
     EXPECT_EQ(s.failedCount, 0U);
+}
+
+} // namespace
+
+TEST(CompressionStatisticCounter, aNewCounterHasTheValuesOfAGrabStart)
+{
+    const CCompressionStatisticCounter counter;
+    expectStartValues(counter.snapshot());
 }
 
 TEST(CompressionStatisticCounter, aResetPutsTheValuesOfAGrabStartBack)
@@ -47,16 +51,8 @@ TEST(CompressionStatisticCounter, aResetPutsTheValuesOfAGrabStartBack)
     bad.compressionStatus = Velmo::CompressionStatus_Corrupt;
     counter.countCompressed(bad, 400);
     counter.reset();
-    for (const CCompressionStatistic& s : {counter.statistic(), counter.snapshot()})
-    {
-        EXPECT_FALSE(s.compressionEnabled);
-        EXPECT_EQ(s.compressionRatio, 0.0);
-        EXPECT_EQ(s.minCompressionRatio, 100.0);
-        EXPECT_EQ(s.maxCompressionRatio, 0.0);
-        EXPECT_EQ(s.losslessCount, 0U);
-        EXPECT_EQ(s.lossyCount, 0U);
-        EXPECT_EQ(s.failedCount, 0U);
-    }
+    expectStartValues(counter.statistic());
+    expectStartValues(counter.snapshot());
 }
 
 TEST(CompressionStatisticCounter, theFirstCompressedImageSetsMinimumAndMaximum)
